@@ -1,0 +1,111 @@
+// The word-insensitive comparison:
+//
+//   text -> words, in order -> counted in a map -> the two maps cancel -> exclusions go
+//        -> what is left, joined in text order -> distance, against the limit
+//
+// The limit comes from the whole lengths less surplus whitespace, the distance from the left-overs
+// alone: the more two texts share, the more the rest may differ.
+#include <algorithm>
+#include <iterator>
+
+#include "compare/damerau_levenshtein_distance.h"
+#include "compare/generalized_levenstein_distance.h"
+#include "compare/limit.h"
+#include "compare/white_space.h"
+
+bool DamerauLevenshteinDistance::wordInsansitiveCompareStrings(
+    unsigned short const* first, unsigned long firstLength, unsigned short const* second,
+    unsigned long secondLength, unsigned long percent, std::vector<Utf16String> const& exclusions) {
+    std::vector<Utf16String> firstWords;
+    std::vector<Utf16String> secondWords;
+    unsigned long const firstSpaces = spaceSplit(first, firstLength, firstWords);
+    unsigned long const secondSpaces = spaceSplit(second, secondLength, secondWords);
+
+    WordMap firstMap;
+    WordMap secondMap;
+    makeUniqueWordMap(firstMap, firstWords);
+    makeUniqueWordMap(secondMap, secondWords);
+    removeDuplicatesFromMaps(firstMap, secondMap);
+    for (Utf16String const& word : exclusions) {
+        firstMap.erase(word);
+        secondMap.erase(word);
+    }
+
+    Utf16String firstLeft;
+    Utf16String secondLeft;
+    makeAcceptibleString(firstMap, firstWords, firstLeft);
+    makeAcceptibleString(secondMap, secondWords, secondLeft);
+
+    unsigned long const limit = distanceLimit(
+        percent, std::max(firstLength - firstSpaces, secondLength - secondSpaces));
+    return GeneralizedLevensteinDistance(firstLeft, secondLeft, 1, 1, 1) <= limit;
+}
+
+unsigned long DamerauLevenshteinDistance::spaceSplit(unsigned short const* text,
+                                                     unsigned long length,
+                                                     std::vector<Utf16String>& words) {
+    unsigned long surplus = 0;
+    bool isInRun = false;
+    unsigned long at = 0;
+    while (at < length && text[at] != 0) {
+        if (isWhiteSpaceUnit(text[at])) {
+            if (isInRun) ++surplus;
+            isInRun = true;
+            ++at;
+            continue;
+        }
+        unsigned long const start = at;
+        while (at < length && text[at] != 0 && !isWhiteSpaceUnit(text[at])) ++at;
+        words.emplace_back(text + start, at - start);
+        isInRun = false;
+    }
+    return surplus;
+}
+
+bool DamerauLevenshteinDistance::isWhiteSpace(unsigned short unit) {
+    return isWhiteSpaceUnit(unit);
+}
+
+void DamerauLevenshteinDistance::makeUniqueWordMap(WordMap& map,
+                                                   std::vector<Utf16String> const& words) {
+    for (Utf16String const& word : words) {
+        auto& [count, unmatched] = map[word];
+        ++count;
+        ++unmatched;
+    }
+}
+
+void DamerauLevenshteinDistance::removeDuplicatesFromMaps(WordMap& first, WordMap& second) {
+    WordMap& walked = first.size() < second.size() ? first : second;
+    WordMap& searched = first.size() < second.size() ? second : first;
+    for (auto entry = walked.begin(); entry != walked.end();) {
+        auto const found = searched.find(entry->first);
+        if (found == searched.end()) {
+            ++entry;
+            continue;
+        }
+        unsigned long& walkedCount = entry->second.second;
+        unsigned long& foundCount = found->second.second;
+        unsigned long const shared = std::min(walkedCount, foundCount);
+        walkedCount -= shared;
+        foundCount -= shared;
+        if (foundCount == 0) searched.erase(found);
+        entry = walkedCount == 0 ? walked.erase(entry) : std::next(entry);
+    }
+}
+
+void DamerauLevenshteinDistance::makeAcceptibleString(WordMap& map,
+                                                      std::vector<Utf16String> const& words,
+                                                      Utf16String& out) {
+    for (Utf16String const& word : words) {
+        auto const found = map.find(word);
+        if (found == map.end()) continue;
+        auto& [count, unmatched] = found->second;
+        if (unmatched != 0 && unmatched <= count) {
+            out += word;
+            --unmatched;
+        } else {
+            --count;
+        }
+    }
+}

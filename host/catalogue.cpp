@@ -1,0 +1,112 @@
+// The catalogue by which the host finds the methods: two of them under two names each, and one
+// property without a name. All of it is constant; only handing out text needs the memory manager.
+#include <algorithm>
+#include <cwchar>
+
+#include "host/near_text_comparer.h"
+#include "host/text_width.h"
+
+namespace {
+
+constexpr long kMethodCount = 2;
+constexpr long kPropCount = 1;
+constexpr wchar_t const* kMethodNamesRu[kMethodCount] = {L"СравнитьСтроки", L"НайтиСтроки"};
+constexpr wchar_t const* kMethodNamesEn[kMethodCount] = {L"StringCompare", L"StringSearch"};
+constexpr wchar_t const* kPropNamesRu[kPropCount] = {L""};
+constexpr wchar_t const* kPropNamesEn[kPropCount] = {L""};
+constexpr long kParamCounts[kMethodCount] = {3, 7};
+
+constexpr bool isIndexBelow(long index, long count) { return index >= 0 && index < count; }
+
+// The text of `index` in the table that `alias` picks, null when either is out of range.
+wchar_t const* pickName(wchar_t const* const* english, wchar_t const* const* russian, long count,
+                        long index, long alias) {
+    if (!isIndexBelow(index, count)) return nullptr;
+    if (alias == 0) return english[index];
+    if (alias == 1) return russian[index];
+    return nullptr;
+}
+
+constexpr unsigned long kUnitBytes = sizeof(unsigned short);
+
+// Fills the host's block with `text`. A manager may claim success and leave no block; the text then
+// goes out in an array of the library's own, so that the host still finds the name.
+void fillBlock(void** block, wchar_t const* text, std::size_t units) {
+    if (*block == nullptr) *block = new unsigned short[units];
+    narrowWithTerminator(static_cast<unsigned short*>(*block), text);
+}
+
+}  // namespace
+
+bool NearTextComparer::RegisterExtensionAs(unsigned short** out) {
+    if (memManager == nullptr) return false;
+    constexpr std::size_t kUnits = sizeof(kExtensionName) / sizeof(wchar_t);
+    void** const block = reinterpret_cast<void**>(out);
+    // A refusal leaves the host without the name, yet the extension is registered.
+    if (memManager->allocate(block, kUnits * kUnitBytes)) fillBlock(block, kExtensionName, kUnits);
+    return true;
+}
+
+unsigned short const* NearTextComparer::nameForHost(wchar_t const* name) {
+    if (name == nullptr || memManager == nullptr) return nullptr;
+    std::size_t const units = narrowedLength(name) + 1;
+    void* block = nullptr;
+    if (memManager->allocate(&block, units * kUnitBytes)) fillBlock(&block, name, units);
+    return static_cast<unsigned short const*>(block);
+}
+
+long NearTextComparer::GetNProps() { return kPropCount; }
+
+long NearTextComparer::FindProp(unsigned short const* name) {
+    auto const wide = widen(name);
+    long const found = findName(kPropNamesRu, wide.get(), kPropCount);
+    return found != -1 ? found : findName(kPropNamesEn, wide.get(), kPropCount);
+}
+
+unsigned short const* NearTextComparer::GetPropName(long index, long alias) {
+    return nameForHost(pickName(kPropNamesEn, kPropNamesRu, kPropCount, index, alias));
+}
+
+bool NearTextComparer::GetPropVal(long, _tVariant*) { return false; }
+
+bool NearTextComparer::SetPropVal(long, _tVariant*) { return false; }
+
+bool NearTextComparer::IsPropReadable(long) { return false; }
+
+bool NearTextComparer::IsPropWritable(long) { return false; }
+
+long NearTextComparer::GetNMethods() { return kMethodCount; }
+
+long NearTextComparer::FindMethod(unsigned short const* name) {
+    auto const wide = widen(name);
+    long const found = findName(kMethodNamesRu, wide.get(), kMethodCount);
+    return found != -1 ? found : findName(kMethodNamesEn, wide.get(), kMethodCount);
+}
+
+unsigned short const* NearTextComparer::GetMethodName(long index, long alias) {
+    return nameForHost(pickName(kMethodNamesEn, kMethodNamesRu, kMethodCount, index, alias));
+}
+
+long NearTextComparer::GetNParams(long method) {
+    return isIndexBelow(method, kMethodCount) ? kParamCounts[method] : -1;
+}
+
+bool NearTextComparer::GetParamDefValue(long method, long param, _tVariant* value) {
+    value->tag = TagEmpty;
+    bool const isExclusions = method == 1 && param == 6;
+    if (!isExclusions) return false;
+    value->value.whole = 0;
+    value->length = 0;
+    value->tag = TagWideString;
+    return true;
+}
+
+bool NearTextComparer::HasRetVal(long method) { return isIndexBelow(method, kMethodCount); }
+
+long NearTextComparer::findName(wchar_t const* const* table, wchar_t const* name,
+                                unsigned int count) const {
+    auto const* const found = std::find_if(table, table + count, [name](wchar_t const* entry) {
+        return std::wcscmp(entry, name) == 0;
+    });
+    return found == table + count ? -1 : found - table;
+}

@@ -1,0 +1,61 @@
+// The component object: its lending, its call entry and its language.
+#include "host/near_text_comparer.h"
+
+#include <cwchar>
+#include <locale>
+
+#include "host/text_width.h"
+
+namespace {
+
+// The names under which the host asks for Russian messages.
+constexpr wchar_t const* kLocaleNames[] = {L"ru", L"ru_ru", L"ru_RU", L"rus", L"rus_rus", L"rus_RUS"};
+
+enum MethodIndex : long { StringCompare = 0, StringSearch = 1 };
+
+}  // namespace
+
+NearTextComparer::NearTextComparer()
+    : connection(nullptr), memManager(nullptr), russianLocale(false) {
+    // The host's process may have set a global locale that groups digits.
+    numberStream.imbue(std::locale::classic());
+    // Stream operators swallow what is thrown inside them unless told to pass it on.
+    numberStream.exceptions(std::ios_base::badbit | std::ios_base::failbit);
+}
+
+bool NearTextComparer::Init(void* hostConnection) {
+    connection = static_cast<HostConnection*>(hostConnection);
+    return connection != nullptr;
+}
+
+bool NearTextComparer::setMemManager(void* hostMemoryManager) {
+    memManager = static_cast<HostMemoryManager*>(hostMemoryManager);
+    return memManager != nullptr;
+}
+
+long NearTextComparer::GetInfo() { return 2004; }
+
+void NearTextComparer::Done() {}
+
+bool NearTextComparer::CallAsProc(long, _tVariant*, long) { return false; }
+
+bool NearTextComparer::CallAsFunc(long method, _tVariant* ret, _tVariant* params, long count) {
+    if (params == nullptr || count == 0 || ret == nullptr) return false;
+    switch (method) {
+        case StringCompare: return compareString(params, ret);
+        case StringSearch: return searchString(params, ret);
+        default: return false;
+    }
+}
+
+void NearTextComparer::SetLocale(unsigned short const* locale) { setRussianLocaleFlag(locale); }
+
+void NearTextComparer::setRussianLocaleFlag(unsigned short const* locale) {
+    auto const name = widen(locale);
+    for (wchar_t const* russian : kLocaleNames) {
+        if (std::wcscmp(name.get(), russian) == 0) {
+            russianLocale = true;
+            return;
+        }
+    }
+}

@@ -1,0 +1,60 @@
+// The result of a search as text: decimal numbers joined by commas, in a block that the host owns.
+//
+// Every number is converted twice, once to size the block and once to fill it. The stream is emptied
+// before each: it would pile up every digit that it ever held, and digits left unread by a call that
+// ran out of memory would stand in front of the next one's.
+#include <string>
+
+#include "host/near_text_comparer.h"
+#include "host/text_width.h"
+
+namespace {
+
+constexpr unsigned short kComma = 0x2C;
+
+void readNumber(std::basic_stringstream<wchar_t>& stream, unsigned long number,
+                std::wstring& digits) {
+    stream.clear();
+    stream.str(std::wstring());
+    stream << number;
+    stream >> digits;
+}
+
+// True when the manager put a block into `*out`. One that claims success and touches nothing must not
+// have us write through whatever the host's record held, so the record is empty meanwhile.
+bool allocateResult(HostMemoryManager* manager, _tVariant::Value& out, unsigned long bytes) {
+    if (manager == nullptr) return false;
+    auto* const held = out.wideString;
+    out.wideString = nullptr;
+    bool const isDone = manager->allocate(reinterpret_cast<void**>(&out.wideString), bytes);
+    if (out.wideString != nullptr) return isDone;
+    out.wideString = held;
+    return false;
+}
+
+}  // namespace
+
+bool NearTextComparer::createReturnString(_tVariant* ret,
+                                          std::vector<unsigned long> const& indices) {
+    std::wstring digits;
+    unsigned long total = 0;  // units, the comma or the terminator behind each number included
+    for (unsigned long const index : indices) {
+        readNumber(numberStream, index, digits);
+        total += digits.size() + 1;
+    }
+    if (!allocateResult(memManager, ret->value, total * sizeof(unsigned short))) {
+        reportFailure(InternalError);
+        return false;
+    }
+    unsigned short* const text = ret->value.wideString;
+    unsigned long end = 0;
+    for (unsigned long const index : indices) {
+        if (end != 0) text[end - 1] = kComma;
+        readNumber(numberStream, index, digits);
+        narrowInto(text + end, digits.data(), digits.size());
+        end += digits.size() + 1;
+    }
+    text[total - 1] = 0;
+    ret->length = static_cast<std::uint32_t>(total - 1);
+    return true;
+}

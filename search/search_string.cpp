@@ -1,0 +1,96 @@
+// The host's second method: which entries of a list are alike to a text?
+//
+//   dictionary, exclusions, search text -> sections of words -> exclusions leave the search words
+//   for each section of the dictionary: percentage by its length -> limit -> compareStrings -> index
+#include <algorithm>
+
+#include "compare/limit.h"
+#include "compare/text_limit.h"
+#include "host/near_text_comparer.h"
+#include "search/mark_input.h"
+#include "search/word_sets.h"
+
+namespace {
+
+// The seven records by name.
+struct SearchParams {
+    _tVariant const& searchText;
+    _tVariant const& dictionary;
+    _tVariant const& separator;
+    _tVariant const& lengthThreshold;
+    _tVariant const& percentShort;
+    _tVariant const& percentLong;
+    _tVariant const& exclusions;
+};
+
+PStringRef<unsigned short> wholeText(_tVariant const& record) {
+    return {record.value.wideString, record.length};
+}
+
+// The first fault decides: a bad parameter hides a long text, a long text an empty dictionary.
+void testInput(SearchParams const& in) {
+    for (_tVariant const* text : {&in.searchText, &in.dictionary, &in.separator, &in.exclusions}) {
+        if (text->tag != TagWideString) throw NearTextComparer::BadParameters;
+    }
+    for (_tVariant const* number : {&in.lengthThreshold, &in.percentShort, &in.percentLong}) {
+        if (number->tag != TagInt32) throw NearTextComparer::BadParameters;
+    }
+    if (in.separator.length != 1) throw NearTextComparer::BadParameters;
+    if (in.percentShort.value.uint32 > 100) throw NearTextComparer::BadParameters;
+    if (in.searchText.length > kMaxTextLength) throw NearTextComparer::StringTooLong;
+    if (in.searchText.length == 0) throw NearTextComparer::NothingToSearch;
+    if (in.dictionary.length == 0) throw NearTextComparer::NothingToSearch;
+}
+
+WordSet gatherWords(std::vector<PStringRefSection> const& sections) {
+    WordSet words;
+    for (auto const& section : sections) {
+        words.insert(section.words().begin(), section.words().end());
+    }
+    return words;
+}
+
+std::vector<unsigned long> findMatches(SearchParams const& in) {
+    unsigned short const separator = in.separator.value.wideString[0];
+    auto const dictionary = markInput(wholeText(in.dictionary), separator);
+    WordSet const exclusions = gatherWords(markInput(wholeText(in.exclusions), separator));
+    auto const search = markInput(wholeText(in.searchText), 0);
+    if (search.empty()) throw NearTextComparer::NothingToSearch;
+
+    unsigned long const searchLength = search.front().reference().length();
+    WordSet searchWords = search.front().words();
+    removeBy(searchWords, exclusions);
+
+    std::vector<unsigned long> matches;
+    for (unsigned long index = 0; index < dictionary.size(); ++index) {
+        unsigned long const length = dictionary[index].reference().length();
+        bool const isLong = in.lengthThreshold.value.uint32 < length;
+        unsigned long const percent = (isLong ? in.percentLong : in.percentShort).value.uint32;
+        unsigned long const limit = distanceLimit(percent, std::max(length, searchLength));
+        WordSet candidate = dictionary[index].words();
+        if (compareStrings(searchWords, candidate, exclusions, limit)) matches.push_back(index);
+    }
+    return matches;
+}
+
+}  // namespace
+
+bool NearTextComparer::searchString(_tVariant const* params, _tVariant* ret) {
+    try {
+        SearchParams const in{params[0], params[1], params[2], params[3],
+                              params[4], params[5], params[6]};
+        testInput(in);
+        auto const matches = findMatches(in);
+        ret->tag = TagWideString;
+        return matches.empty() || createReturnString(ret, matches);
+    } catch (Error error) {
+        if (error <= InternalError) {
+            reportFailure(error);
+            return false;
+        }
+        ret->tag = TagWideString;
+        ret->value.wideString = nullptr;
+        ret->length = 0;
+        return true;
+    }
+}

@@ -1,0 +1,37 @@
+#include "stand_in_host/add_in.h"
+
+#include <dlfcn.h>
+
+#include <stdexcept>
+
+namespace stand_in_host {
+
+namespace {
+
+template <class Function>
+void resolve(void* handle, char const* name, Function& function) {
+    function = reinterpret_cast<Function>(dlsym(handle, name));
+    if (function == nullptr) throw std::runtime_error(std::string("no function ") + name);
+}
+
+}  // namespace
+
+AddIn::AddIn(std::filesystem::path const& file)
+    : handle(dlopen(std::filesystem::absolute(file).c_str(), RTLD_NOW | RTLD_LOCAL)) {
+    if (handle == nullptr) throw std::runtime_error(dlerror());
+    try {
+        resolve(handle, "GetClassObject", getClassObject);
+        resolve(handle, "DestroyObject", destroyObject);
+        resolve(handle, "GetClassNames", getClassNames);
+        resolve(handle, "SetPlatformCapabilities", setPlatformCapabilities);
+    } catch (...) {
+        dlclose(handle);
+        throw;
+    }
+}
+
+AddIn::~AddIn() { dlclose(handle); }
+
+void* AddIn::symbol(char const* name) const { return dlsym(handle, name); }
+
+}  // namespace stand_in_host

@@ -1,0 +1,32 @@
+// A loaded add-in: the library file in this process, and its four exported functions.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+
+#include "host/component_base.h"
+
+namespace stand_in_host {
+
+class AddIn {
+public:
+    // Loads the library at run time, as a host does. Throws std::runtime_error when the file cannot
+    // be loaded or lacks one of the functions.
+    explicit AddIn(std::filesystem::path const& file);
+    ~AddIn();
+    AddIn(AddIn const&) = delete;
+    AddIn& operator=(AddIn const&) = delete;
+
+    // The address of a defined symbol, or null.
+    void* symbol(char const* name) const;
+
+    std::intptr_t (*getClassObject)(void const*, IComponentBase**);
+    long (*destroyObject)(IComponentBase**);
+    unsigned short const* (*getClassNames)();
+    int (*setPlatformCapabilities)(int);
+
+private:
+    void* handle;
+};
+
+}  // namespace stand_in_host

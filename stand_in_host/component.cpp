@@ -1,0 +1,84 @@
+#include "stand_in_host/component.h"
+
+#include <charconv>
+#include <cstring>
+#include <stdexcept>
+
+#include "stand_in_host/text_codec.h"
+
+namespace stand_in_host {
+
+namespace {
+
+constexpr long kStringCompare = 0;
+constexpr long kStringSearch = 1;
+
+}  // namespace
+
+_tVariant garbageRecord() {
+    _tVariant record;
+    std::memset(&record, 0xA5, sizeof record);
+    return record;
+}
+
+_tVariant textRecord(std::u16string_view text) {
+    _tVariant record = garbageRecord();
+    record.value.wideString = hostUnits(text.data());
+    record.length = static_cast<std::uint32_t>(text.size());
+    record.tag = TagWideString;
+    return record;
+}
+
+_tVariant numberRecord(int number) {
+    _tVariant record = garbageRecord();
+    record.value.int32 = number;
+    record.tag = TagInt32;
+    return record;
+}
+
+Component::Component(AddIn const& library) : addIn(library) {
+    if (addIn.getClassObject(nullptr, &object) == 0) throw std::runtime_error("no component");
+    object->Init(static_cast<HostConnection*>(&connection));
+    object->setMemManager(static_cast<HostMemoryManager*>(&memory));
+}
+
+Component::~Component() { addIn.destroyObject(&object); }
+
+std::optional<bool> Component::compare(std::u16string_view first, std::u16string_view second,
+                                       int percent) {
+    _tVariant params[] = {textRecord(first), textRecord(second), numberRecord(percent)};
+    _tVariant result = garbageRecord();
+    if (!object->CallAsFunc(kStringCompare, &result, params, std::size(params))) return {};
+    return result.value.boolean != 0;
+}
+
+std::optional<std::string> Component::search(SearchArguments const& arguments) {
+    _tVariant params[] = {textRecord(arguments.text),
+                          textRecord(arguments.dictionary),
+                          textRecord({&arguments.separator, 1}),
+                          numberRecord(arguments.lengthThreshold),
+                          numberRecord(arguments.percentShort),
+                          numberRecord(arguments.percentLong),
+                          textRecord(arguments.exclusions)};
+    // A search without a match leaves value and length as they were, so they must be empty before it.
+    _tVariant result = garbageRecord();
+    result.value.whole = 0;
+    result.length = 0;
+    bool const isDone = object->CallAsFunc(kStringSearch, &result, params, std::size(params));
+    std::string list;
+    if (isDone) list = toUtf8(fromHost(result.value.wideString, result.length));
+    memory.freeAll();
+    if (!isDone) return {};
+    return list;
+}
+
+std::vector<unsigned long> parseIndexList(std::string_view list) {
+    std::vector<unsigned long> indices;
+    char const* const end = list.data() + list.size();
+    for (char const* at = list.data(); at < end; ++at) {
+        at = std::from_chars(at, end, indices.emplace_back()).ptr;
+    }
+    return indices;
+}
+
+}  // namespace stand_in_host

@@ -1,0 +1,57 @@
+// One component, driven as a host drives it: made, lent its objects, called by index, destroyed.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "stand_in_host/add_in.h"
+#include "stand_in_host/lent_objects.h"
+
+namespace stand_in_host {
+
+// Records as a host fills them. Bytes that are not part of a value hold garbage.
+_tVariant textRecord(std::u16string_view text);
+_tVariant numberRecord(int number);
+_tVariant garbageRecord();
+
+// The arguments of a search. The texts are the caller's and outlive the call.
+struct SearchArguments {
+    std::u16string_view text;
+    std::u16string_view dictionary;
+    char16_t separator;
+    int lengthThreshold;
+    int percentShort;
+    int percentLong;
+    std::u16string_view exclusions;
+};
+
+class Component {
+public:
+    // `addIn` must outlive the component. Throws std::runtime_error when none can be made.
+    explicit Component(AddIn const& library);
+    ~Component();
+    Component(Component const&) = delete;
+    Component& operator=(Component const&) = delete;
+
+    // Whether the texts are alike; nothing when the add-in reported an error instead.
+    std::optional<bool> compare(std::u16string_view first, std::u16string_view second, int percent);
+
+    // The index list as the add-in gave it; nothing when it reported an error instead.
+    std::optional<std::string> search(SearchArguments const& arguments);
+
+    IComponentBase* operator->() const { return object; }
+
+    Connection connection;
+    Memory memory;
+
+private:
+    AddIn const& addIn;
+    IComponentBase* object = nullptr;
+};
+
+// "3,14" as numbers.
+std::vector<unsigned long> parseIndexList(std::string_view list);
+
+}  // namespace stand_in_host

@@ -1,0 +1,23 @@
+#include "stand_in_host/lent_objects.h"
+
+#include "stand_in_host/text_codec.h"
+
+namespace stand_in_host {
+
+bool Connection::reportError(unsigned short code, unsigned short const* source,
+                             unsigned short const* description, long scode) {
+    reports.push_back({code, std::u16string(fromHost(source)),
+                       std::u16string(fromHost(description)), scode});
+    return true;
+}
+
+bool Memory::allocate(void** out, unsigned long size) {
+    sizes.push_back(size);
+    if (answer != Answer::Block) return answer == Answer::EmptyClaim;
+    // Exactly sized and not zeroed, so that a tool sees each byte written too far or not at all.
+    blocks.emplace_back(new unsigned char[size]);
+    *out = blocks.back().get();
+    return true;
+}
+
+}  // namespace stand_in_host

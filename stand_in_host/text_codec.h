@@ -1,0 +1,28 @@
+// Between the user's UTF-8 and the add-in's 16-bit units.
+#pragma once
+
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+namespace stand_in_host {
+
+// Says at which byte (from 1) a text stops being UTF-8.
+class NotUtf8 : public std::runtime_error {
+public:
+    explicit NotUtf8(std::size_t byte);
+};
+
+// Throws NotUtf8.
+std::u16string toUnits(std::string_view utf8);
+
+// Units that are half a surrogate pair become the replacement character.
+std::string toUtf8(std::u16string_view units);
+
+// The host's view of the same units, and back. Neither copies.
+unsigned short* hostUnits(char16_t const* units);
+std::u16string_view fromHost(unsigned short const* units, std::size_t length);
+// Up to the terminating zero; null gives the empty text.
+std::u16string_view fromHost(unsigned short const* units);
+
+}  // namespace stand_in_host
