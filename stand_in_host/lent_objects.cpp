@@ -12,7 +12,8 @@ bool Connection::reportError(unsigned short code, unsigned short const* source,
 }
 
 bool Memory::allocate(void** out, unsigned long size) {
-    sizes.push_back(size);
+    ++requests;
+    lastSize = size;
     if (answer != Answer::Block) return answer == Answer::EmptyClaim;
     // Exactly sized and not zeroed, so that a tool sees each byte written too far or not at all.
     blocks.emplace_back(new unsigned char[size]);

@@ -41,7 +41,8 @@ public:
     void freeAll() { blocks.clear(); }
 
     Answer answer = Answer::Block;
-    std::vector<unsigned long> sizes;  // in bytes, of every request so far
+    unsigned long requests = 0;  // so far
+    unsigned long lastSize = 0;  // in bytes, of the last request
 
 private:
     std::vector<std::unique_ptr<unsigned char[]>> blocks;
