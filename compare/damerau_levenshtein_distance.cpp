@@ -13,8 +13,7 @@ DamerauLevenshteinDistance::DamerauLevenshteinDistance() {
 }
 
 bool DamerauLevenshteinDistance::compareStrings(unsigned short const* first,
-                                                unsigned long firstLength,
-                                                unsigned long firstSize,
+                                                unsigned long firstLength, unsigned long firstSize,
                                                 unsigned short const* second,
                                                 unsigned long secondLength,
                                                 unsigned long secondSize, unsigned long percent) {
@@ -22,7 +21,8 @@ bool DamerauLevenshteinDistance::compareStrings(unsigned short const* first,
     // Nothing outside the table may be touched.
     if (firstLength > kMaxLength || secondLength > kMaxLength) return false;
 
-    // A hair above the exact share, so that a share such as 0.9999999999999998 lets one edit through.
+    // A hair above the exact share, so that a share such as 0.9999999999999998 lets one edit
+    // through.
     double const limit = toleratedShare(percent, std::max(firstSize, secondSize)) + 1e-6;
     auto const isWithin = [limit](unsigned long distance) {
         return limit >= static_cast<double>(distance);
@@ -35,10 +35,10 @@ bool DamerauLevenshteinDistance::compareStrings(unsigned short const* first,
         bool isAlive = isWithin(i);
         for (unsigned long j = 1; j <= secondLength; ++j) {
             unsigned long const cost = first[i - 1] == second[j - 1] ? 0 : 1;
-            unsigned long cell = std::min({table[i - 1][j] + 1, table[i][j - 1] + 1,
-                                           table[i - 1][j - 1] + cost});
-            bool const isTransposed = i > 1 && j > 1 && first[i - 1] == second[j - 2] &&
-                                      first[i - 2] == second[j - 1];
+            unsigned long cell =
+                std::min({table[i - 1][j] + 1, table[i][j - 1] + 1, table[i - 1][j - 1] + cost});
+            bool const isTransposed =
+                i > 1 && j > 1 && first[i - 1] == second[j - 2] && first[i - 2] == second[j - 1];
             if (isTransposed) cell = std::min(cell, table[i - 2][j - 2] + cost);
             table[i][j] = cell;
             isAlive = isAlive || isWithin(cell);
@@ -51,9 +51,8 @@ bool DamerauLevenshteinDistance::compareStrings(unsigned short const* first,
 
 void DamerauLevenshteinDistance::serchDuplicates(
     std::vector<unsigned long>& matches, unsigned short const* text, unsigned long length,
-    std::vector<Utf16String> const& list, unsigned long lengthThreshold,
-    unsigned long percentShort, unsigned long percentLong,
-    std::vector<Utf16String> const& exclusions) {
+    std::vector<Utf16String> const& list, unsigned long lengthThreshold, unsigned long percentShort,
+    unsigned long percentLong, std::vector<Utf16String> const& exclusions) {
     for (unsigned long i = 0; i < list.size(); ++i) {
         Utf16String const& entry = list[i];
         unsigned long const percent = lengthThreshold < entry.size() ? percentLong : percentShort;

@@ -1,13 +1,14 @@
 // The comparison of two whole texts, in two forms.
 //
-// wordInsansitiveCompareStrings is what the host's method answers: words that both texts hold cancel
-// out one for one, wherever they stand, and the edit distance of what is left is held against a limit
-// from the whole lengths. It touches no member. compareStrings is a plain distance test with
-// transpositions over a table inside the object; only one such call at a time may run on one object.
+// wordInsansitiveCompareStrings is what the host's method answers: words that both texts hold
+// cancel out one for one, wherever they stand, and the edit distance of what is left is held
+// against a limit from the whole lengths. It touches no member. compareStrings is a plain distance
+// test with transpositions over a table inside the object; only one such call at a time may run on
+// one object.
 //
-// Texts are pointers to 16-bit units with a length in units; a pointer may be null when its length is
-// 0. Percentages run from 0 to 100, and above that demand as much as 100. Nothing here fails but for
-// memory, which leaves as the standard exception.
+// Texts are pointers to 16-bit units with a length in units; a pointer may be null when its length
+// is 0. Percentages run from 0 to 100, and above that demand as much as 100. Nothing here fails but
+// for memory, which leaves as the standard exception.
 #pragma once
 
 #include <map>
@@ -19,28 +20,29 @@
 
 class DamerauLevenshteinDistance {
 public:
-    // How often a word occurs: `first` counts the occurrences not yet dropped, `second` those without
-    // a partner in the other text. Never is `second` above `first`, and an entry whose `second` would
-    // reach 0 by cancelling is erased.
+    // How often a word occurs: `first` counts the occurrences not yet dropped, `second` those
+    // without a partner in the other text. Never is `second` above `first`, and an entry whose
+    // `second` would reach 0 by cancelling is erased.
     using WordMap = std::map<Utf16String, std::pair<unsigned long, unsigned long>>;
 
     // Fills row 0 and column 0 of the table.
     [[gnu::visibility("default")]] DamerauLevenshteinDistance();
 
     // True when the distance of the texts is within the share of the larger size that `percent`
-    // leaves; neighbouring units that changed places cost one edit. The sizes serve that share alone.
-    // Lengths are at most 1000; a longer text gives false. Allocates nothing.
-    [[gnu::visibility("default")]] bool compareStrings(unsigned short const* first, unsigned long firstLength,
-                        unsigned long firstSize, unsigned short const* second,
-                        unsigned long secondLength, unsigned long secondSize,
-                        unsigned long percent);
+    // leaves; neighbouring units that changed places cost one edit. The sizes serve that share
+    // alone. Lengths are at most 1000; a longer text gives false. Allocates nothing.
+    [[gnu::visibility("default")]] bool compareStrings(
+        unsigned short const* first, unsigned long firstLength, unsigned long firstSize,
+        unsigned short const* second, unsigned long secondLength, unsigned long secondSize,
+        unsigned long percent);
 
     // Appends to `matches` the index of each entry of `list` that is alike to the text. An entry
     // longer than `lengthThreshold` is held to `percentLong`, any other to `percentShort`.
-    [[gnu::visibility("default")]] void serchDuplicates(std::vector<unsigned long>& matches, unsigned short const* text,
-                         unsigned long length, std::vector<Utf16String> const& list,
-                         unsigned long lengthThreshold, unsigned long percentShort,
-                         unsigned long percentLong, std::vector<Utf16String> const& exclusions);
+    [[gnu::visibility("default")]] void serchDuplicates(
+        std::vector<unsigned long>& matches, unsigned short const* text, unsigned long length,
+        std::vector<Utf16String> const& list, unsigned long lengthThreshold,
+        unsigned long percentShort, unsigned long percentLong,
+        std::vector<Utf16String> const& exclusions);
 
     // True when the texts are alike. Words of `exclusions` count on neither side, whole lengths do.
     bool wordInsansitiveCompareStrings(unsigned short const* first, unsigned long firstLength,
@@ -48,8 +50,8 @@ public:
                                        unsigned long percent,
                                        std::vector<Utf16String> const& exclusions);
 
-    // Appends the words of the text to `words` and returns how many units of whitespace stand beyond
-    // the first of each run. A NUL ends the scan for good.
+    // Appends the words of the text to `words` and returns how many units of whitespace stand
+    // beyond the first of each run. A NUL ends the scan for good.
     unsigned long spaceSplit(unsigned short const* text, unsigned long length,
                              std::vector<Utf16String>& words);
 
@@ -69,7 +71,7 @@ public:
 private:
     static constexpr unsigned long kMaxLength = kMaxTextLength;
 
-    // Cell [i][j] is the distance of the first i units of one text and the first j of the other. Row
-    // 0 and column 0 never change; every other cell is written before it is read.
+    // Cell [i][j] is the distance of the first i units of one text and the first j of the other.
+    // Row 0 and column 0 never change; every other cell is written before it is read.
     unsigned long table[kMaxLength + 1][kMaxLength + 1];
 };

@@ -1,8 +1,9 @@
 // The weighted edit distance of two strings.
 //
-// `insertCost` prices a unit of `second` without a partner in `first`, `deleteCost` a unit of `first`
-// without a partner in `second`, `replaceCost` two differing units set against each other. Two
-// neighbours that changed places are two edits. Works in a single row, as long as the shorter string.
+// `insertCost` prices a unit of `second` without a partner in `first`, `deleteCost` a unit of
+// `first` without a partner in `second`, `replaceCost` two differing units set against each other.
+// Two neighbours that changed places are two edits. Works in a single row, as long as the shorter
+// string.
 #pragma once
 
 #include <algorithm>
@@ -10,16 +11,18 @@
 #include <vector>
 
 template <class String>
-typename String::size_type GeneralizedLevensteinDistance(
-    String const& first, String const& second, typename String::size_type insertCost,
-    typename String::size_type deleteCost, typename String::size_type replaceCost) {
+typename String::size_type GeneralizedLevensteinDistance(String const& first, String const& second,
+                                                         typename String::size_type insertCost,
+                                                         typename String::size_type deleteCost,
+                                                         typename String::size_type replaceCost) {
     using Size = typename String::size_type;
     // The transpose of the matrix has the same value, and the row stays as short as the shorter.
     if (second.size() < first.size()) {
         return GeneralizedLevensteinDistance(second, first, deleteCost, insertCost, replaceCost);
     }
     std::vector<Size> row(first.size() + 1);
-    for (Size i = 1; i <= first.size(); ++i) row[i] = row[i - 1] + deleteCost;
+    for (Size i = 1; i <= first.size(); ++i)
+        row[i] = row[i - 1] + deleteCost;
     for (auto const unit : second) {
         Size diagonal = row[0];
         row[0] += insertCost;
@@ -28,8 +31,8 @@ typename String::size_type GeneralizedLevensteinDistance(
             if (first[i - 1] == unit) {
                 row[i] = diagonal;
             } else {
-                row[i] = std::min({row[i - 1] + deleteCost, above + insertCost,
-                                   diagonal + replaceCost});
+                row[i] =
+                    std::min({row[i - 1] + deleteCost, above + insertCost, diagonal + replaceCost});
             }
             diagonal = above;
         }

@@ -1,8 +1,8 @@
 // The one answer to which units part words.
 #pragma once
 
-// Units 9 (tab), 10 (line feed), 13 (carriage return) and 32 (space), and no other: a no-break space
-// or a form feed belongs to a word.
+// Units 9 (tab), 10 (line feed), 13 (carriage return) and 32 (space), and no other: a no-break
+// space or a form feed belongs to a word.
 constexpr bool isWhiteSpaceUnit(unsigned short unit) {
     constexpr unsigned kFirst = 9;
     constexpr unsigned kLast = 32;

@@ -36,8 +36,8 @@ bool DamerauLevenshteinDistance::wordInsansitiveCompareStrings(
     makeAcceptibleString(firstMap, firstWords, firstLeft);
     makeAcceptibleString(secondMap, secondWords, secondLeft);
 
-    unsigned long const limit = distanceLimit(
-        percent, std::max(firstLength - firstSpaces, secondLength - secondSpaces));
+    unsigned long const limit =
+        distanceLimit(percent, std::max(firstLength - firstSpaces, secondLength - secondSpaces));
     return GeneralizedLevensteinDistance(firstLeft, secondLeft, 1, 1, 1) <= limit;
 }
 
@@ -55,7 +55,8 @@ unsigned long DamerauLevenshteinDistance::spaceSplit(unsigned short const* text,
             continue;
         }
         unsigned long const start = at;
-        while (at < length && text[at] != 0 && !isWhiteSpaceUnit(text[at])) ++at;
+        while (at < length && text[at] != 0 && !isWhiteSpaceUnit(text[at]))
+            ++at;
         words.emplace_back(text + start, at - start);
         isInRun = false;
     }

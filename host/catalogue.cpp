@@ -16,7 +16,9 @@ constexpr wchar_t const* kPropNamesRu[kPropCount] = {L""};
 constexpr wchar_t const* kPropNamesEn[kPropCount] = {L""};
 constexpr long kParamCounts[kMethodCount] = {3, 7};
 
-constexpr bool isIndexBelow(long index, long count) { return index >= 0 && index < count; }
+constexpr bool isIndexBelow(long index, long count) {
+    return index >= 0 && index < count;
+}
 
 // The text of `index` in the table that `alias` picks, null when either is out of range.
 wchar_t const* pickName(wchar_t const* const* english, wchar_t const* const* russian, long count,
@@ -55,7 +57,9 @@ unsigned short const* NearTextComparer::nameForHost(wchar_t const* name) {
     return static_cast<unsigned short const*>(block);
 }
 
-long NearTextComparer::GetNProps() { return kPropCount; }
+long NearTextComparer::GetNProps() {
+    return kPropCount;
+}
 
 long NearTextComparer::FindProp(unsigned short const* name) {
     auto const wide = widen(name);
@@ -67,15 +71,25 @@ unsigned short const* NearTextComparer::GetPropName(long index, long alias) {
     return nameForHost(pickName(kPropNamesEn, kPropNamesRu, kPropCount, index, alias));
 }
 
-bool NearTextComparer::GetPropVal(long, _tVariant*) { return false; }
+bool NearTextComparer::GetPropVal(long, _tVariant*) {
+    return false;
+}
 
-bool NearTextComparer::SetPropVal(long, _tVariant*) { return false; }
+bool NearTextComparer::SetPropVal(long, _tVariant*) {
+    return false;
+}
 
-bool NearTextComparer::IsPropReadable(long) { return false; }
+bool NearTextComparer::IsPropReadable(long) {
+    return false;
+}
 
-bool NearTextComparer::IsPropWritable(long) { return false; }
+bool NearTextComparer::IsPropWritable(long) {
+    return false;
+}
 
-long NearTextComparer::GetNMethods() { return kMethodCount; }
+long NearTextComparer::GetNMethods() {
+    return kMethodCount;
+}
 
 long NearTextComparer::FindMethod(unsigned short const* name) {
     auto const wide = widen(name);
@@ -101,7 +115,9 @@ bool NearTextComparer::GetParamDefValue(long method, long param, _tVariant* valu
     return true;
 }
 
-bool NearTextComparer::HasRetVal(long method) { return isIndexBelow(method, kMethodCount); }
+bool NearTextComparer::HasRetVal(long method) {
+    return isIndexBelow(method, kMethodCount);
+}
 
 long NearTextComparer::findName(wchar_t const* const* table, wchar_t const* name,
                                 unsigned int count) const {

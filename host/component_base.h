@@ -62,8 +62,8 @@ public:
     virtual void notCalled0() = 0;
     virtual void notCalled1() = 0;
 
-    // True when `*out` now holds a block of at least `size` bytes. The block is the host's from then
-    // on: whoever called fills it and never releases it.
+    // True when `*out` now holds a block of at least `size` bytes. The block is the host's from
+    // then on: whoever called fills it and never releases it.
     virtual bool allocate(void** out, unsigned long size) = 0;
 
 protected:

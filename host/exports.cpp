@@ -15,7 +15,8 @@ unsigned short* classNamesBuffer = nullptr;
 
 extern "C" {
 
-// Makes a component into an empty `slot`. The result is its address, or 0 when the slot is not empty.
+// Makes a component into an empty `slot`. The result is its address, or 0 when the slot is not
+// empty.
 [[gnu::visibility("default")]] std::intptr_t GetClassObject(void const*, IComponentBase** slot) {
     if (*slot != nullptr) return 0;
     *slot = new NearTextComparer;
@@ -37,6 +38,8 @@ extern "C" {
 }
 
 // Nothing here depends on what the host can do.
-[[gnu::visibility("default")]] int SetPlatformCapabilities(int) { return 1; }
+[[gnu::visibility("default")]] int SetPlatformCapabilities(int) {
+    return 1;
+}
 
 }  // extern "C"

@@ -9,7 +9,8 @@
 namespace {
 
 // The names under which the host asks for Russian messages.
-constexpr wchar_t const* kLocaleNames[] = {L"ru", L"ru_ru", L"ru_RU", L"rus", L"rus_rus", L"rus_RUS"};
+constexpr wchar_t const* kLocaleNames[] = {L"ru",  L"ru_ru",   L"ru_RU",
+                                           L"rus", L"rus_rus", L"rus_RUS"};
 
 enum MethodIndex : long { StringCompare = 0, StringSearch = 1 };
 
@@ -33,22 +34,31 @@ bool NearTextComparer::setMemManager(void* hostMemoryManager) {
     return memManager != nullptr;
 }
 
-long NearTextComparer::GetInfo() { return 2004; }
+long NearTextComparer::GetInfo() {
+    return 2004;
+}
 
 void NearTextComparer::Done() {}
 
-bool NearTextComparer::CallAsProc(long, _tVariant*, long) { return false; }
+bool NearTextComparer::CallAsProc(long, _tVariant*, long) {
+    return false;
+}
 
 bool NearTextComparer::CallAsFunc(long method, _tVariant* ret, _tVariant* params, long count) {
     if (params == nullptr || count == 0 || ret == nullptr) return false;
     switch (method) {
-        case StringCompare: return compareString(params, ret);
-        case StringSearch: return searchString(params, ret);
-        default: return false;
+        case StringCompare:
+            return compareString(params, ret);
+        case StringSearch:
+            return searchString(params, ret);
+        default:
+            return false;
     }
 }
 
-void NearTextComparer::SetLocale(unsigned short const* locale) { setRussianLocaleFlag(locale); }
+void NearTextComparer::SetLocale(unsigned short const* locale) {
+    setRussianLocaleFlag(locale);
+}
 
 void NearTextComparer::setRussianLocaleFlag(unsigned short const* locale) {
     auto const name = widen(locale);

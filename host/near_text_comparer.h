@@ -38,8 +38,9 @@ public:
     long GetInfo() override;
     void Done() override;
 
-    // The catalogue. Text is handed out in a block from the memory manager, which the host owns; null
-    // means that there is none. A name or number that is not in the catalogue gives -1, null or false.
+    // The catalogue. Text is handed out in a block from the memory manager, which the host owns;
+    // null means that there is none. A name or number that is not in the catalogue gives -1, null
+    // or false.
     bool RegisterExtensionAs(unsigned short** out) override;
     long GetNProps() override;
     long FindProp(unsigned short const* name) override;
@@ -56,9 +57,9 @@ public:
     bool HasRetVal(long method) override;
 
     // The calls. `params` holds as many records as GetNParams says, whatever `count` says; `ret`
-    // receives the result. False means that nothing was carried out; a report tells why, except where
-    // there is no such method, no `params`, no `ret` or a `count` of 0. Memory that cannot be had
-    // leaves as the standard exception, and the component stays fit for the next call.
+    // receives the result. False means that nothing was carried out; a report tells why, except
+    // where there is no such method, no `params`, no `ret` or a `count` of 0. Memory that cannot be
+    // had leaves as the standard exception, and the component stays fit for the next call.
     bool CallAsProc(long method, _tVariant* params, long count) override;
     bool CallAsFunc(long method, _tVariant* ret, _tVariant* params, long count) override;
 
@@ -67,7 +68,7 @@ public:
     // Appends to `parts` each stretch of `text` (ended by NUL, not null) between separators; a
     // separator beside another, or at an end, adds nothing.
     [[gnu::visibility("default")]] void split(unsigned short const* text, unsigned short separator,
-               std::vector<Utf16String>& parts);
+                                              std::vector<Utf16String>& parts);
 
 private:
     bool compareString(_tVariant const* params, _tVariant* ret);

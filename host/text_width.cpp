@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <cwchar>
 
-std::size_t narrowedLength(wchar_t const* text) { return std::wcslen(text); }
+std::size_t narrowedLength(wchar_t const* text) {
+    return std::wcslen(text);
+}
 
 void narrowInto(unsigned short* out, wchar_t const* text, std::size_t length) {
     std::transform(text, text + length, out,
@@ -23,7 +25,8 @@ std::unique_ptr<unsigned short[]> narrow(wchar_t const* text) {
 std::unique_ptr<wchar_t[]> widen(unsigned short const* text) {
     std::size_t length = 0;
     if (text != nullptr) {
-        while (text[length] != 0) ++length;
+        while (text[length] != 0)
+            ++length;
     }
     auto characters = std::make_unique<wchar_t[]>(length + 1);  // zeros, the terminator among them
     std::copy_n(text, length, characters.get());

@@ -1,8 +1,8 @@
 // The result of a search as text: decimal numbers joined by commas, in a block that the host owns.
 //
-// Every number is converted twice, once to size the block and once to fill it. The stream is emptied
-// before each: it would pile up every digit that it ever held, and digits left unread by a call that
-// ran out of memory would stand in front of the next one's.
+// Every number is converted twice, once to size the block and once to fill it. The stream is
+// emptied before each: it would pile up every digit that it ever held, and digits left unread by a
+// call that ran out of memory would stand in front of the next one's.
 #include <string>
 
 #include "host/near_text_comparer.h"
@@ -20,8 +20,8 @@ void readNumber(std::basic_stringstream<wchar_t>& stream, unsigned long number,
     stream >> digits;
 }
 
-// True when the manager put a block into `*out`. One that claims success and touches nothing must not
-// have us write through whatever the host's record held, so the record is empty meanwhile.
+// True when the manager put a block into `*out`. One that claims success and touches nothing must
+// not have us write through whatever the host's record held, so the record is empty meanwhile.
 bool allocateResult(HostMemoryManager* manager, _tVariant::Value& out, unsigned long bytes) {
     if (manager == nullptr) return false;
     auto* const held = out.wideString;

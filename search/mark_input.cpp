@@ -1,10 +1,10 @@
-// One pass over the text. Each unit is whitespace, the end of a section or part of a word, tested in
-// that order:
+// One pass over the text. Each unit is whitespace, the end of a section or part of a word, tested
+// in that order:
 //
 //   " one two,b b"  at ','  ->  (length 8: one/0 two/1)  (length 4: b/0)
 //
-// Words take ordinals from 0 in each section, repeats counted though the set drops them; that leaves
-// gaps, but never gives two words of a set one ordinal.
+// Words take ordinals from 0 in each section, repeats counted though the set drops them; that
+// leaves gaps, but never gives two words of a set one ordinal.
 #include "search/mark_input.h"
 
 #include "compare/white_space.h"

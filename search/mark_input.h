@@ -1,8 +1,8 @@
-// The tokeniser of the search: cuts a text into sections at a separator, and each section into words
-// at whitespace.
+// The tokeniser of the search: cuts a text into sections at a separator, and each section into
+// words at whitespace.
 //
-// Whitespace is tested first, so a separator that is whitespace separates nothing. NUL ends a section
-// whatever the separator is; with separator 0 nothing else does.
+// Whitespace is tested first, so a separator that is whitespace separates nothing. NUL ends a
+// section whatever the separator is; with separator 0 nothing else does.
 #pragma once
 
 #include <list>
@@ -10,12 +10,12 @@
 
 #include "search/pstring_ref.h"
 
-// The sections that hold a word, in the order of the text; a stretch without one makes no section, so
-// a place in the result counts entries with words alone.
+// The sections that hold a word, in the order of the text; a stretch without one makes no section,
+// so a place in the result counts entries with words alone.
 //
-// The length of a section's reference is a counter, not a stretch that may be read: all units of the
-// section, whitespace included, and one more for the unit that ended the section before it. Its text
-// is the section's first word.
+// The length of a section's reference is a counter, not a stretch that may be read: all units of
+// the section, whitespace included, and one more for the unit that ended the section before it. Its
+// text is the section's first word.
 //
 // The text of `input` is the caller's, not written, and kept alive as long as the result is used.
 std::vector<PStringRefSection> markInput(PStringRef<unsigned short> const& input,

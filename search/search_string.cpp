@@ -1,7 +1,8 @@
 // The host's second method: which entries of a list are alike to a text?
 //
 //   dictionary, exclusions, search text -> sections of words -> exclusions leave the search words
-//   for each section of the dictionary: percentage by its length -> limit -> compareStrings -> index
+//   for each section of the dictionary: percentage by its length -> limit -> compareStrings ->
+//   index
 #include <algorithm>
 
 #include "compare/limit.h"

@@ -6,9 +6,11 @@
 
 Utf16String makeStringForComparison(WordSet const& words) {
     std::map<int, PStringRef<unsigned short>> byOrdinal;
-    for (auto const& word : words) byOrdinal[word.ordinal()] = word;
+    for (auto const& word : words)
+        byOrdinal[word.ordinal()] = word;
     Utf16String joined;
-    for (auto const& [ordinal, word] : byOrdinal) joined.append(word.text(), word.length());
+    for (auto const& [ordinal, word] : byOrdinal)
+        joined.append(word.text(), word.length());
     return joined;
 }
 

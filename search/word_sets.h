@@ -11,7 +11,8 @@
 // Takes the words of `gone` out of `words`.
 template <class Word>
 void removeBy(std::set<Word>& words, std::set<Word> const& gone) {
-    for (Word const& word : gone) words.erase(word);
+    for (Word const& word : gone)
+        words.erase(word);
 }
 
 // Takes out of both sets the words that they have in common.
@@ -37,8 +38,8 @@ void removeSame(std::set<Word>& first, std::set<Word>& second) {
 // The words in text order, with nothing between them.
 Utf16String makeStringForComparison(WordSet const& words);
 
-// True when what is left of the two sides, once the words of `exclusions` are gone from the candidate
-// and shared words from both, is within `limit` edits. `searchWords` must be rid of the exclusions
-// already. The candidate is cut to its left-over words.
+// True when what is left of the two sides, once the words of `exclusions` are gone from the
+// candidate and shared words from both, is within `limit` edits. `searchWords` must be rid of the
+// exclusions already. The candidate is cut to its left-over words.
 bool compareStrings(WordSet const& searchWords, WordSet& candidate, WordSet const& exclusions,
                     unsigned long limit);

@@ -18,7 +18,7 @@ struct Report {
 };
 
 // Keeps a copy of every report, since the texts die with the call.
-class Connection : public HostConnection {
+class Connection final : public HostConnection {
 public:
     void notCalled0() override { std::abort(); }
     void notCalled1() override { std::abort(); }
@@ -30,7 +30,7 @@ public:
 
 // Hands out blocks and frees them when told, at the latest in the end. Can be told to fail in each
 // way in which a host may.
-class Memory : public HostMemoryManager {
+class Memory final : public HostMemoryManager {
 public:
     enum class Answer { Block, Refusal, EmptyClaim };
 
