@@ -1,41 +1,19 @@
-// The weighted edit distance of two strings.
+// The edit distance of two strings.
 //
-// `insertCost` prices a unit of `second` without a partner in `first`, `deleteCost` a unit of
-// `first` without a partner in `second`, `replaceCost` two differing units set against each other.
-// Two neighbours that changed places are two edits. Works in a single row, as long as the shorter
-// string.
+// `insertCost` prices a unit of `second` without a partner in `first`, `deleteCost` a unit of `first`
+// without a partner in `second`, `replaceCost` two differing units set against each other. Two
+// neighbours that changed places are two edits.
 #pragma once
 
-#include <algorithm>
-#include <utility>
-#include <vector>
+#include "compare/bit_parallel_distance.h"
+#include "compare/weighted_distance.h"
 
 template <class String>
-typename String::size_type GeneralizedLevensteinDistance(String const& first, String const& second,
-                                                         typename String::size_type insertCost,
-                                                         typename String::size_type deleteCost,
-                                                         typename String::size_type replaceCost) {
-    using Size = typename String::size_type;
-    // The transpose of the matrix has the same value, and the row stays as short as the shorter.
-    if (second.size() < first.size()) {
-        return GeneralizedLevensteinDistance(second, first, deleteCost, insertCost, replaceCost);
+typename String::size_type GeneralizedLevensteinDistance(
+    String const& first, String const& second, typename String::size_type insertCost,
+    typename String::size_type deleteCost, typename String::size_type replaceCost) {
+    if (insertCost == 1 && deleteCost == 1 && replaceCost == 1) {
+        return bitParallelDistance(first.data(), first.size(), second.data(), second.size());
     }
-    std::vector<Size> row(first.size() + 1);
-    for (Size i = 1; i <= first.size(); ++i)
-        row[i] = row[i - 1] + deleteCost;
-    for (auto const unit : second) {
-        Size diagonal = row[0];
-        row[0] += insertCost;
-        for (Size i = 1; i <= first.size(); ++i) {
-            Size const above = row[i];
-            if (first[i - 1] == unit) {
-                row[i] = diagonal;
-            } else {
-                row[i] =
-                    std::min({row[i - 1] + deleteCost, above + insertCost, diagonal + replaceCost});
-            }
-            diagonal = above;
-        }
-    }
-    return row[first.size()];
+    return weightedDistance(first, second, insertCost, deleteCost, replaceCost);
 }

@@ -1,13 +1,15 @@
 // The host's second method: which entries of a list are alike to a text?
 //
-//   dictionary, exclusions, search text -> sections of words -> exclusions leave the search words
-//   for each section of the dictionary: percentage by its length -> limit -> compareStrings ->
-//   index
+//   exclusions, search text -> words -> exclusions leave the search words
+//   for each entry of the dictionary: percentage by its length -> limit -> bound by its units
+//       -> if that does not settle it: words -> compareStrings
 #include <algorithm>
+#include <utility>
 
 #include "compare/limit.h"
 #include "compare/text_limit.h"
 #include "host/near_text_comparer.h"
+#include "search/entry_bound.h"
 #include "search/mark_input.h"
 #include "search/word_sets.h"
 
@@ -51,25 +53,61 @@ WordSet gatherWords(std::vector<PStringRefSection> const& sections) {
     return words;
 }
 
+WordSet wordsWithout(WordSet words, WordSet const& gone) {
+    removeBy(words, gone);
+    return words;
+}
+
+// What every entry is held against.
+class EntryTest {
+public:
+    EntryTest(SearchParams const& params, PStringRefSection const& search, WordSet gone)
+        : in(params),
+          searchLength(search.reference().length()),
+          exclusions(std::move(gone)),
+          searchWords(wordsWithout(search.words(), exclusions)),
+          bound(searchWords, exclusions) {}
+
+    bool isMatch(Stretch const& entry) const {
+        unsigned long const limit = limitOf(entry);
+        switch (bound.judge(entry, limit)) {
+            case EntryBound::Verdict::Near: return true;
+            case EntryBound::Verdict::TooFar: return false;
+            default: break;
+        }
+        WordSet candidate = markWords(entry);
+        return compareStrings(searchWords, candidate, exclusions, limit);
+    }
+
+private:
+    unsigned long limitOf(Stretch const& entry) const {
+        bool const isLong = in.lengthThreshold.value.uint32 < entry.length;
+        unsigned long const percent = (isLong ? in.percentLong : in.percentShort).value.uint32;
+        return distanceLimit(percent, std::max(entry.length, searchLength));
+    }
+
+    SearchParams const& in;
+    unsigned long searchLength;
+    WordSet exclusions;
+    WordSet searchWords;
+    EntryBound bound;
+};
+
+// One entry at a time, so that no memory grows with the dictionary.
 std::vector<unsigned long> findMatches(SearchParams const& in) {
     unsigned short const separator = in.separator.value.wideString[0];
-    auto const dictionary = markInput(wholeText(in.dictionary), separator);
-    WordSet const exclusions = gatherWords(markInput(wholeText(in.exclusions), separator));
+    WordSet exclusions = gatherWords(markInput(wholeText(in.exclusions), separator));
     auto const search = markInput(wholeText(in.searchText), 0);
     if (search.empty()) throw NearTextComparer::NothingToSearch;
-
-    unsigned long const searchLength = search.front().reference().length();
-    WordSet searchWords = search.front().words();
-    removeBy(searchWords, exclusions);
+    EntryTest const test(in, search.front(), std::move(exclusions));
 
     std::vector<unsigned long> matches;
-    for (unsigned long index = 0; index < dictionary.size(); ++index) {
-        unsigned long const length = dictionary[index].reference().length();
-        bool const isLong = in.lengthThreshold.value.uint32 < length;
-        unsigned long const percent = (isLong ? in.percentLong : in.percentShort).value.uint32;
-        unsigned long const limit = distanceLimit(percent, std::max(length, searchLength));
-        WordSet candidate = dictionary[index].words();
-        if (compareStrings(searchWords, candidate, exclusions, limit)) matches.push_back(index);
+    unsigned long index = 0;
+    StretchReader reader(wholeText(in.dictionary), separator);
+    for (Stretch entry; reader.next(entry);) {
+        if (entry.wordUnits == 0) continue;  // no word, no index
+        if (test.isMatch(entry)) matches.push_back(index);
+        ++index;
     }
     return matches;
 }

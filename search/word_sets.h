@@ -11,35 +11,45 @@
 // Takes the words of `gone` out of `words`.
 template <class Word>
 void removeBy(std::set<Word>& words, std::set<Word> const& gone) {
-    for (Word const& word : gone)
-        words.erase(word);
+    if (gone.size() > words.size()) {
+        std::erase_if(words, [&gone](Word const& word) { return gone.count(word) != 0; });
+        return;
+    }
+    for (Word const& word : gone) words.erase(word);
+}
+
+// Walks both sets together. A word of `first` alone goes to `useFirst`; for a shared word `first` gives
+// `nextFirst(place)`, the place behind it, and `second` loses it.
+template <class FirstSet, class Word, class UseFirst, class NextFirst>
+void cancelShared(FirstSet& first, std::set<Word>& second, UseFirst&& useFirst,
+                  NextFirst&& nextFirst) {
+    auto a = first.begin();
+    auto b = second.begin();
+    while (a != first.end() && b != second.end()) {
+        if (*a < *b) {
+            useFirst(*a++);
+        } else if (*b < *a) {
+            ++b;
+        } else {
+            a = nextFirst(a);
+            b = second.erase(b);
+        }
+    }
+    while (a != first.end()) useFirst(*a++);
 }
 
 // Takes out of both sets the words that they have in common.
 template <class Word>
 void removeSame(std::set<Word>& first, std::set<Word>& second) {
-    if (first.empty() || second.empty()) return;
-    // Ranges that do not overlap have nothing in common.
-    if (*first.rbegin() < *second.begin() || *second.rbegin() < *first.begin()) return;
-    auto a = first.begin();
-    auto b = second.begin();
-    while (a != first.end() && b != second.end()) {
-        if (*a < *b) {
-            ++a;
-        } else if (*b < *a) {
-            ++b;
-        } else {
-            a = first.erase(a);
-            b = second.erase(b);
-        }
-    }
+    cancelShared(
+        first, second, [](Word const&) {}, [&first](auto place) { return first.erase(place); });
 }
 
 // The words in text order, with nothing between them.
 Utf16String makeStringForComparison(WordSet const& words);
 
-// True when what is left of the two sides, once the words of `exclusions` are gone from the
-// candidate and shared words from both, is within `limit` edits. `searchWords` must be rid of the
-// exclusions already. The candidate is cut to its left-over words.
+// True when what is left of the two sides, once the words of `exclusions` are gone from the candidate
+// and shared words from both, is within `limit` edits. `searchWords` must be rid of the exclusions
+// already. The candidate is cut to its left-over words.
 bool compareStrings(WordSet const& searchWords, WordSet& candidate, WordSet const& exclusions,
                     unsigned long limit);

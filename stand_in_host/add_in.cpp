@@ -24,14 +24,18 @@ AddIn::AddIn(std::filesystem::path const& file)
         resolve(handle, "DestroyObject", destroyObject);
         resolve(handle, "GetClassNames", getClassNames);
         resolve(handle, "SetPlatformCapabilities", setPlatformCapabilities);
-    } catch (...) {
+    } catch (std::runtime_error const& error) {
         dlclose(handle);
-        throw;
+        throw std::runtime_error(file.string() + ": " + error.what());
     }
 }
 
-AddIn::~AddIn() { dlclose(handle); }
+AddIn::~AddIn() {
+    dlclose(handle);
+}
 
-void* AddIn::symbol(char const* name) const { return dlsym(handle, name); }
+void* AddIn::symbol(char const* name) const {
+    return dlsym(handle, name);
+}
 
 }  // namespace stand_in_host

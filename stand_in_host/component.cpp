@@ -4,8 +4,6 @@
 #include <cstring>
 #include <stdexcept>
 
-#include "stand_in_host/text_codec.h"
-
 namespace stand_in_host {
 
 namespace {
@@ -42,7 +40,9 @@ Component::Component(AddIn const& library) : addIn(library) {
     object->setMemManager(static_cast<HostMemoryManager*>(&memory));
 }
 
-Component::~Component() { addIn.destroyObject(&object); }
+Component::~Component() {
+    addIn.destroyObject(&object);
+}
 
 std::optional<bool> Component::compare(std::u16string_view first, std::u16string_view second,
                                        int percent) {
@@ -60,7 +60,8 @@ std::optional<std::string> Component::search(SearchArguments const& arguments) {
                           numberRecord(arguments.percentShort),
                           numberRecord(arguments.percentLong),
                           textRecord(arguments.exclusions)};
-    // A search without a match leaves value and length as they were, so they must be empty before it.
+    // A search without a match leaves value and length as they were, so they must be empty before
+    // it.
     _tVariant result = garbageRecord();
     result.value.whole = 0;
     result.length = 0;
@@ -70,6 +71,11 @@ std::optional<std::string> Component::search(SearchArguments const& arguments) {
     memory.freeAll();
     if (!isDone) return {};
     return list;
+}
+
+std::string Component::lastReport() const {
+    if (connection.reports.empty()) return "the add-in failed and reported nothing";
+    return toUtf8(connection.reports.back().description);
 }
 
 std::vector<unsigned long> parseIndexList(std::string_view list) {

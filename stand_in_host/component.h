@@ -8,6 +8,7 @@
 
 #include "stand_in_host/add_in.h"
 #include "stand_in_host/lent_objects.h"
+#include "stand_in_host/text_codec.h"
 
 namespace stand_in_host {
 
@@ -40,6 +41,12 @@ public:
 
     // The index list as the add-in gave it; nothing when it reported an error instead.
     std::optional<std::string> search(SearchArguments const& arguments);
+
+    // The language of later reports; a name that the add-in does not know changes nothing.
+    void setLocale(std::u16string const& name) { object->SetLocale(hostUnits(name.c_str())); }
+
+    // What the add-in said when it last reported an error.
+    std::string lastReport() const;
 
     IComponentBase* operator->() const { return object; }
 

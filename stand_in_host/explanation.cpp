@@ -6,15 +6,13 @@
 #include <cmath>
 #include <cstdint>
 
+#include "stand_in_host/whitespace.h"
+
 namespace stand_in_host {
 
 namespace {
 
 using Words = std::vector<std::u16string>;
-
-bool isSpace(char16_t unit) {
-    return unit == u'\t' || unit == u'\n' || unit == u'\r' || unit == u' ';
-}
 
 std::size_t occurrences(Words const& words, std::u16string const& word) {
     return static_cast<std::size_t>(std::count(words.begin(), words.end(), word));
@@ -77,7 +75,7 @@ PlainSection readText(std::u16string_view text) {
     bool wasWord = false;
     for (char16_t const unit : text) {
         if (unit == 0) break;
-        bool const isWord = !isSpace(unit);
+        bool const isWord = !isWhitespace(unit);
         if (isWord && !wasWord) read.words.emplace_back();
         if (isWord) read.words.back() += unit;
         if (!isWord && wasSpace) --read.length;
@@ -102,11 +100,11 @@ std::vector<PlainSection> readSections(std::u16string_view text, char16_t separa
         current = {{}, 1};
     };
     for (char16_t const unit : text) {
-        if (!isSpace(unit) && (unit == separator || unit == 0)) {
+        if (!isWhitespace(unit) && (unit == separator || unit == 0)) {
             endSection();
             continue;
         }
-        if (isSpace(unit)) {
+        if (isWhitespace(unit)) {
             endWord();
         } else {
             word += unit;

@@ -6,8 +6,8 @@ namespace stand_in_host {
 
 bool Connection::reportError(unsigned short code, unsigned short const* source,
                              unsigned short const* description, long scode) {
-    reports.push_back({code, std::u16string(fromHost(source)),
-                       std::u16string(fromHost(description)), scode});
+    reports.push_back(
+        {code, std::u16string(fromHost(source)), std::u16string(fromHost(description)), scode});
     return true;
 }
 

@@ -6,8 +6,8 @@
 
 namespace stand_in_host {
 
-NotUtf8::NotUtf8(std::size_t byte)
-    : std::runtime_error("not valid UTF-8 at byte " + std::to_string(byte)) {}
+NotUtf8::NotUtf8(std::size_t byteNumber)
+    : NotText("not valid UTF-8 at byte " + std::to_string(byteNumber)), byte(byteNumber) {}
 
 std::u16string toUnits(std::string_view utf8Text) {
     auto const invalid = utf8::find_invalid(utf8Text.begin(), utf8Text.end());

@@ -7,10 +7,18 @@
 
 namespace stand_in_host {
 
-// Says at which byte (from 1) a text stops being UTF-8.
-class NotUtf8 : public std::runtime_error {
+// What was read is no text that the add-in can be given.
+class NotText : public std::runtime_error {
 public:
-    explicit NotUtf8(std::size_t byte);
+    using std::runtime_error::runtime_error;
+};
+
+// Says at which byte (from 1) a text stops being UTF-8.
+class NotUtf8 : public NotText {
+public:
+    explicit NotUtf8(std::size_t byteNumber);
+
+    std::size_t byte;
 };
 
 // Throws NotUtf8.

@@ -1,0 +1,182 @@
+// Myers 1999 in the form of Hyyrö 2003. Down a column of the matrix neighbouring cells differ by -1, 0
+// or 1, so a column is two bits a row: `rises` (the cell is one more than the one above it) and `falls`
+// (one less). A machine word holds 64 rows, and a dozen operations turn the column of one unit of the
+// text into the next one's. Between words a column passes on the difference along its last row.
+//
+//   first  =  beginning | pattern | end        the common beginning and end cost nothing
+//   second =  beginning |   text    | end      the shorter one becomes the pattern
+//
+//   rows of the pattern:   0..255    strip 0 ──┐ carries along the last row,
+//                        256..511    strip 1 <─┘ one byte for each unit of the text
+//                        ...
+//
+// A strip is at most four words, so that all of its column stays in registers. The distance is the
+// length of the text (the top row's last cell) and all steps down the last column.
+#include "compare/bit_parallel_distance.h"
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <cstdint>
+#include <utility>
+#include <vector>
+
+namespace {
+
+constexpr unsigned kRowsPerWord = 64;
+
+struct Run {
+    unsigned short const* units;
+    unsigned long length;
+};
+
+// For each unit of a strip of the pattern, the rows in which it stands. A small open table: any of the
+// 65,536 units finds its place in a step or two, and a call clears some hundred bytes. At most half of
+// the slots are ever taken.
+template <unsigned kWords, unsigned kSlots>
+class RowMasks {
+public:
+    using Masks = std::array<std::uint64_t, kWords>;
+
+    explicit RowMasks(Run strip) {
+        keys.fill(kFree);
+        for (unsigned long row = 0; row < strip.length; ++row) {
+            unsigned const slot = find(strip.units[row]);
+            if (keys[slot] == kFree) {
+                keys[slot] = strip.units[row];
+                masks[slot] = Masks{};
+            }
+            masks[slot][row / kRowsPerWord] |= std::uint64_t{1} << (row % kRowsPerWord);
+        }
+    }
+
+    Masks const& of(unsigned short unit) const {
+        unsigned const slot = find(unit);
+        return keys[slot] == kFree ? kNowhere : masks[slot];
+    }
+
+private:
+    static constexpr std::uint32_t kFree = 0x10000;  // no unit
+    static constexpr Masks kNowhere{};
+
+    unsigned find(unsigned short unit) const {
+        unsigned slot = unit % kSlots;
+        while (keys[slot] != unit && keys[slot] != kFree) slot = (slot + 1) % kSlots;
+        return slot;
+    }
+
+    std::array<std::uint32_t, kSlots> keys;
+    std::array<Masks, kSlots> masks;  // written where a key is
+};
+
+// The difference along a row from one unit of the text to the next, at the edge of a word.
+struct Carry {
+    std::uint64_t rises;  // 0 or 1
+    std::uint64_t falls;
+};
+
+// One word of a column.
+struct Column {
+    std::uint64_t rises = ~std::uint64_t{0};
+    std::uint64_t falls = 0;
+
+    // Moves on by one unit, which stands in the rows of `same`. `above` is the difference along the
+    // row above this word, and the result is that along its last row.
+    Carry step(std::uint64_t same, Carry above) {
+        std::uint64_t const seed = same | above.falls;
+        std::uint64_t const diagonal = (((seed & rises) + rises) ^ rises) | seed | falls;
+        std::uint64_t const alongRises = falls | ~(diagonal | rises);
+        std::uint64_t const alongFalls = diagonal & rises;
+        Carry const below{alongRises >> (kRowsPerWord - 1), alongFalls >> (kRowsPerWord - 1)};
+        std::uint64_t const shiftedRises = (alongRises << 1) | above.rises;
+        std::uint64_t const shiftedFalls = (alongFalls << 1) | above.falls;
+        rises = shiftedFalls | ~(diagonal | shiftedRises);
+        falls = diagonal & shiftedRises;
+        return below;
+    }
+
+    // The sum of the steps down the first `rows` rows.
+    long sum(unsigned long rows) const {
+        std::uint64_t const mask =
+            rows >= kRowsPerWord ? ~std::uint64_t{0} : (std::uint64_t{1} << rows) - 1;
+        return std::popcount(rises & mask) - std::popcount(falls & mask);
+    }
+};
+
+constexpr Carry kTopRow{1, 0};  // the top row goes up with every unit of the text
+
+// Takes a strip through the whole text and returns the sum of the steps down its last column. `carry`
+// tells and takes the carry at each unit of the text.
+template <unsigned kWords, unsigned kSlots, class CarryAt>
+long sumDownStrip(Run strip, Run text, CarryAt&& carryAt) {
+    RowMasks<kWords, kSlots> const rowsOf(strip);
+    std::array<Column, kWords> columns;
+    for (unsigned long j = 0; j < text.length; ++j) {
+        auto const& same = rowsOf.of(text.units[j]);
+        carryAt(j, [&](Carry carry) {
+            for (unsigned word = 0; word < kWords; ++word) {
+                carry = columns[word].step(same[word], carry);
+            }
+            return carry;
+        });
+    }
+    long sum = 0;
+    for (unsigned word = 0; word < kWords && strip.length > word * kRowsPerWord; ++word) {
+        sum += columns[word].sum(strip.length - word * kRowsPerWord);
+    }
+    return sum;
+}
+
+template <unsigned kWords, unsigned kSlots>
+unsigned long distanceInOneStrip(Run pattern, Run text) {
+    auto const fromTop = [](unsigned long, auto&& step) { step(kTopRow); };
+    long const sum = sumDownStrip<kWords, kSlots>(pattern, text, fromTop);
+    return text.length + static_cast<unsigned long>(sum);
+}
+
+constexpr unsigned kStripWords = 4;
+constexpr unsigned kStripRows = kStripWords * kRowsPerWord;
+
+unsigned long distanceInStrips(Run pattern, Run text) {
+    std::vector<unsigned char> carries(text.length, kTopRow.rises);  // bit 0 rises, bit 1 falls
+    auto const alongEdge = [&carries](unsigned long j, auto&& step) {
+        unsigned const above = carries[j];
+        Carry const below = step(Carry{above & 1U, above >> 1U});
+        carries[j] = static_cast<unsigned char>(below.rises | below.falls << 1U);
+    };
+    unsigned long distance = text.length;
+    for (unsigned long row = 0; row < pattern.length; row += kStripRows) {
+        Run const strip{pattern.units + row,
+                        std::min<unsigned long>(pattern.length - row, kStripRows)};
+        distance += static_cast<unsigned long>(
+            sumDownStrip<kStripWords, 2 * kStripRows>(strip, text, alongEdge));
+    }
+    return distance;
+}
+
+void stripCommonEnds(Run& a, Run& b) {
+    while (a.length > 0 && b.length > 0 && *a.units == *b.units) {
+        ++a.units, --a.length;
+        ++b.units, --b.length;
+    }
+    while (a.length > 0 && b.length > 0 && a.units[a.length - 1] == b.units[b.length - 1]) {
+        --a.length;
+        --b.length;
+    }
+}
+
+}  // namespace
+
+unsigned long bitParallelDistance(unsigned short const* first, unsigned long firstLength,
+                                  unsigned short const* second, unsigned long secondLength) {
+    Run pattern{first, firstLength};
+    Run text{second, secondLength};
+    stripCommonEnds(pattern, text);
+    if (text.length < pattern.length) std::swap(pattern, text);
+    if (pattern.length == 0) return text.length;
+    if (pattern.length <= 16) return distanceInOneStrip<1, 32>(pattern, text);
+    if (pattern.length <= 64) return distanceInOneStrip<1, 128>(pattern, text);
+    if (pattern.length <= 128) return distanceInOneStrip<2, 256>(pattern, text);
+    if (pattern.length <= kStripRows) return distanceInOneStrip<4, 512>(pattern, text);
+    return distanceInStrips(pattern, text);
+}

@@ -1,0 +1,42 @@
+// The program's commands. Each adds itself to the command line and tells what to run when it is
+// chosen.
+#pragma once
+
+#include <CLI/App.hpp>
+#include <CLI/Config.hpp>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "stand_in_host/component.h"
+#include "stand_in_host/output.h"
+
+namespace stand_in_host {
+
+enum Status { kFound = 0, kNotFound = 1, kError = 2 };
+
+struct Program {
+    CLI::App app;
+    std::filesystem::path library;
+    std::string locale;
+    Output output;
+    std::function<int()> command;  // of the chosen command; its result is the exit status
+
+    std::unique_ptr<Component> makeComponent(AddIn const& addIn) const;
+
+    // A command with the options that all have. `details` may span several sentences.
+    CLI::App& addCommand(std::string const& name, std::string const& summary,
+                         std::string const& details, std::string const& example);
+    void addCommonOptions(CLI::App& target);
+};
+
+void addDescribe(Program& program);
+void addCompare(Program& program);
+void addSearch(Program& program);
+void addMatch(Program& program);
+
+// A text of the command line as units. Throws std::runtime_error that calls it `name`.
+std::u16string argumentUnits(std::string const& name, std::string const& text);
+
+}  // namespace stand_in_host

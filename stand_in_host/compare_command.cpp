@@ -1,0 +1,60 @@
+#include "stand_in_host/commands.h"
+#include "stand_in_host/explanation_text.h"
+#include "stand_in_host/text_codec.h"
+
+namespace stand_in_host {
+
+namespace {
+
+struct CompareOptions {
+    std::string first;
+    std::string second;
+    int percent = 0;
+    bool isExplained = false;
+};
+
+int compare(Program& program, CompareOptions const& options) {
+    AddIn const addIn(program.library);
+    auto const component = program.makeComponent(addIn);
+    std::u16string const first = argumentUnits("FIRST", options.first);
+    std::u16string const second = argumentUnits("SECOND", options.second);
+    auto const isAlike = component->compare(first, second, options.percent);
+    if (!isAlike) throw std::runtime_error(component->lastReport());
+    program.output.write(*isAlike ? "alike\n" : "different\n");
+    if (options.isExplained) {
+        auto const sides =
+            explainCompare(first, second, static_cast<unsigned long>(options.percent));
+        requireAgreement(sides, *isAlike);
+        program.output.write(explanationText(sides, "first", "second"));
+    }
+    return *isAlike ? kFound : kNotFound;
+}
+
+}  // namespace
+
+void addCompare(Program& program) {
+    auto const options = std::make_shared<CompareOptions>();
+    CLI::App& command = program.addCommand(
+        "compare", "Tell whether two texts are alike",
+        "Prints alike (status 0) or different (status 1). A text that begins with a dash goes "
+        "behind "
+        "--, after the options.",
+        "near_text compare \"garden hose 20 m\" \"hose garden 25 m\" --percent 90 --explain");
+    command.add_option("FIRST", options->first, "A text, of at most 1000 UTF-16 units")
+        ->type_name("")
+        ->required();
+    command.add_option("SECOND", options->second, "Another")->type_name("")->required();
+    command
+        .add_option("--percent", options->percent,
+                    "How alike they must be, 0 to 100: 100 forgives nothing beyond the shared "
+                    "words, 0 everything")
+        ->type_name("PERCENT")
+        ->required();
+    command.add_flag("--explain", options->isExplained,
+                     "Show the words that cancelled, what was left, the limit and the distance");
+    command.callback([&program, options] {
+        program.command = [&program, options] { return compare(program, *options); };
+    });
+}
+
+}  // namespace stand_in_host

@@ -1,0 +1,111 @@
+#include <algorithm>
+
+#include "stand_in_host/commands.h"
+#include "stand_in_host/text_codec.h"
+
+namespace stand_in_host {
+
+namespace {
+
+using Cells = std::vector<std::string>;
+
+std::size_t shownWidth(std::string const& text) {
+    return toUnits(text).size();
+}
+
+std::string tableText(std::vector<Cells> const& rows) {
+    std::vector<std::size_t> widths(rows.front().size());
+    for (Cells const& cells : rows) {
+        for (std::size_t i = 0; i < cells.size(); ++i) {
+            widths[i] = std::max(widths[i], shownWidth(cells[i]));
+        }
+    }
+    std::string text;
+    for (Cells const& cells : rows) {
+        for (std::size_t i = 0; i + 1 < cells.size(); ++i) {
+            text += cells[i] + std::string(widths[i] + 2 - shownWidth(cells[i]), ' ');
+        }
+        text += cells.back() + '\n';
+    }
+    return text;
+}
+
+std::string shownDefault(_tVariant const& value) {
+    switch (value.tag) {
+        case TagEmpty:
+            return "empty";
+        case TagInt32:
+            return std::to_string(value.value.int32);
+        case TagBool:
+            return value.value.boolean != 0 ? "true" : "false";
+        case TagWideString:
+            return '"' + toUtf8(fromHost(value.value.wideString, value.length)) + '"';
+        default:
+            return "tag " + std::to_string(value.tag);
+    }
+}
+
+std::string shownDefaults(Component& component, long method) {
+    std::string text;
+    for (long i = 0; i < component->GetNParams(method); ++i) {
+        _tVariant value = garbageRecord();
+        if (!component->GetParamDefValue(method, i, &value)) continue;
+        text += (text.empty() ? "" : ", ") + std::string("parameter ") + std::to_string(i) + ": " +
+                shownDefault(value);
+    }
+    return text.empty() ? "-" : text;
+}
+
+std::string shownName(unsigned short const* name) {
+    std::string const text = toUtf8(fromHost(name));
+    return text.empty() ? "-" : text;
+}
+
+std::vector<Cells> methodRows(Component& component) {
+    std::vector<Cells> rows = {
+        {"index", "method", "second name", "parameters", "result", "defaults"}};
+    for (long i = 0; i < component->GetNMethods(); ++i) {
+        rows.push_back({std::to_string(i), shownName(component->GetMethodName(i, 0)),
+                        shownName(component->GetMethodName(i, 1)),
+                        std::to_string(component->GetNParams(i)),
+                        component->HasRetVal(i) ? "yes" : "no", shownDefaults(component, i)});
+    }
+    return rows;
+}
+
+std::vector<Cells> propertyRows(Component& component) {
+    std::vector<Cells> rows = {{"index", "property", "second name", "readable", "writable"}};
+    for (long i = 0; i < component->GetNProps(); ++i) {
+        rows.push_back({std::to_string(i), shownName(component->GetPropName(i, 0)),
+                        shownName(component->GetPropName(i, 1)),
+                        component->IsPropReadable(i) ? "yes" : "no",
+                        component->IsPropWritable(i) ? "yes" : "no"});
+    }
+    return rows;
+}
+
+int describe(Program& program) {
+    AddIn const addIn(program.library);
+    auto const component = program.makeComponent(addIn);
+    unsigned short* extension = nullptr;
+    (*component)->RegisterExtensionAs(&extension);
+    program.output.write(tableText({{"library", program.library.string()},
+                                    {"class", shownName(addIn.getClassNames())},
+                                    {"extension", shownName(extension)},
+                                    {"interface", std::to_string((*component)->GetInfo())}}));
+    program.output.write('\n' + tableText(methodRows(*component)));
+    program.output.write('\n' + tableText(propertyRows(*component)));
+    return kFound;
+}
+
+}  // namespace
+
+void addDescribe(Program& program) {
+    CLI::App& command =
+        program.addCommand("describe", "Show what the add-in says of itself",
+                           "Shows the add-in's names, methods and properties as a host finds them.",
+                           "near_text describe --library ./libNearTextComparerLin64.so");
+    command.callback([&program] { program.command = [&program] { return describe(program); }; });
+}
+
+}  // namespace stand_in_host

@@ -1,0 +1,17 @@
+// An explanation as people read it.
+#pragma once
+
+#include <string>
+
+#include "stand_in_host/explanation.h"
+
+namespace stand_in_host {
+
+// Several lines, indented. The names stand for the two sides.
+std::string explanationText(SideBySide const& sides, std::string const& firstName,
+                            std::string const& secondName);
+
+// Throws std::runtime_error when the add-in's own answer is another one.
+void requireAgreement(SideBySide const& sides, bool isAlike);
+
+}  // namespace stand_in_host

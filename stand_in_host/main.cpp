@@ -1,0 +1,104 @@
+// near_text: try the add-in on texts of one's own.
+#include <CLI/CLI.hpp>
+#include <csignal>
+#include <iostream>
+#include <sstream>
+
+#include "stand_in_host/commands.h"
+#include "stand_in_host/help_format.h"
+#include "stand_in_host/text_codec.h"
+
+namespace stand_in_host {
+
+namespace {
+
+constexpr char const* kLibraryFile = "libNearTextComparerLin64.so";
+
+// Beside the program, or else where an installation with this program has its libraries.
+std::filesystem::path defaultLibrary() {
+    auto const folder = std::filesystem::read_symlink("/proc/self/exe").parent_path();
+    auto const installed = folder.parent_path() / NEAR_TEXT_LIBRARY_FOLDER / kLibraryFile;
+    bool const isBeside = std::filesystem::exists(folder / kLibraryFile);
+    return isBeside || !std::filesystem::exists(installed) ? folder / kLibraryFile : installed;
+}
+
+int run(int argc, char** argv) {
+    Program program;
+    CLI::App& app = program.app;
+    app.name("near_text");
+    app.description("Tells which texts are alike, by way of the add-in " +
+                    std::string(kLibraryFile) + ".");
+    app.footer(
+        folded("Two texts are alike when little is left of them once the words that both hold "
+               "have cancelled, in whatever order. How much may be left follows from a "
+               "percentage and from the texts' lengths.\n\n"
+               "Exit status: 0 alike or found, 1 different or nothing found, 2 an error.\n\n"
+               "Example:\n  near_text compare \"red ball\" \"ball red\" --percent 100"));
+    app.formatter(std::make_shared<HelpFormat>());
+    app.set_version_flag("--version", "near_text " NEAR_TEXT_VERSION);
+    app.require_subcommand(1);
+    program.library = defaultLibrary();
+    program.addCommonOptions(app);
+    addDescribe(program);
+    addCompare(program);
+    addSearch(program);
+    addMatch(program);
+    try {
+        app.parse(argc, argv);
+    } catch (CLI::ParseError const& error) {
+        // Help and version come this way too, with the status 0.
+        std::ostringstream output;
+        bool const isError = app.exit(error, output, std::cerr) != 0;
+        program.output.write(output.str());
+        program.output.flush();
+        return isError ? kError : kFound;
+    }
+    int const status = program.command();
+    program.output.flush();
+    return status;
+}
+
+}  // namespace
+
+std::unique_ptr<Component> Program::makeComponent(AddIn const& addIn) const {
+    auto component = std::make_unique<Component>(addIn);
+    component->setLocale(argumentUnits("--locale", locale));
+    return component;
+}
+
+CLI::App& Program::addCommand(std::string const& name, std::string const& summary,
+                              std::string const& details, std::string const& example) {
+    CLI::App& added = *app.add_subcommand(name, summary);
+    added.footer(folded(details) + "\n\nExample:\n  " + example);
+    addCommonOptions(added);
+    return added;
+}
+
+void Program::addCommonOptions(CLI::App& target) {
+    target
+        .add_option("--library", library,
+                    "The add-in to load. Default: the one beside the program, or installed with it")
+        ->type_name("FILE");
+    target.add_option("--locale", locale, "The language of the add-in's reports: ru, else English")
+        ->type_name("NAME");
+}
+
+std::u16string argumentUnits(std::string const& name, std::string const& text) {
+    try {
+        return toUnits(text);
+    } catch (NotText const& error) {
+        throw std::runtime_error(name + ": " + error.what());
+    }
+}
+
+}  // namespace stand_in_host
+
+int main(int argc, char** argv) {
+    std::signal(SIGPIPE, SIG_IGN);  // a write that fails is told instead
+    try {
+        return stand_in_host::run(argc, argv);
+    } catch (std::exception const& error) {
+        stand_in_host::complain(error.what());
+        return stand_in_host::kError;
+    }
+}

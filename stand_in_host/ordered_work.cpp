@@ -1,0 +1,101 @@
+#include "stand_in_host/ordered_work.h"
+
+namespace stand_in_host {
+
+namespace {
+
+constexpr std::size_t kLinesPerWorker = 16;
+constexpr std::size_t kMostHeldBytes = std::size_t{64} << 20;
+
+}  // namespace
+
+OrderedWork::OrderedWork(std::size_t workers, Work doWork, Deliver deliverResult)
+    : work(std::move(doWork)),
+      deliver(std::move(deliverResult)),
+      windowSize(workers * kLinesPerWorker) {
+    try {
+        for (std::size_t i = 0; i < workers; ++i)
+            threads.emplace_back([this, i] { run(i); });
+    } catch (...) {
+        end(true);
+        throw;
+    }
+}
+
+OrderedWork::~OrderedWork() {
+    end(true);
+}
+
+bool OrderedWork::add(Line line) {
+    std::unique_lock lock(mutex);
+    forAdd.wait(lock, [&] { return isStopped || window.size() < windowSize; });
+    if (isStopped) return false;
+    window.push_back({std::move(line), {}});
+    forWorkers.notify_one();
+    return true;
+}
+
+void OrderedWork::finish() {
+    end(false);
+    if (failure) std::rethrow_exception(failure);
+}
+
+void OrderedWork::stop() {
+    end(true);
+    if (failure) std::rethrow_exception(failure);
+}
+
+void OrderedWork::end(bool isAtOnce) {
+    {
+        std::lock_guard const lock(mutex);
+        isComplete = true;
+        isStopped |= isAtOnce;
+    }
+    forWorkers.notify_all();
+    for (std::thread& thread : threads)
+        thread.join();
+    threads.clear();
+}
+
+// The oldest line may always begin: what the others hold can only leave after it.
+bool OrderedWork::mayBegin() const {
+    bool const isOldest = begun == delivered;
+    return begun < delivered + window.size() && (isOldest || heldBytes < kMostHeldBytes);
+}
+
+void OrderedWork::run(std::size_t worker) {
+    std::unique_lock lock(mutex);
+    while (true) {
+        auto const allBegun = [&] { return isComplete && begun == delivered + window.size(); };
+        forWorkers.wait(lock, [&] { return isStopped || mayBegin() || allBegun(); });
+        if (isStopped || !mayBegin()) return;
+        std::size_t const number = begun++;
+        Line const line = std::move(window[number - delivered].line);
+        try {
+            lock.unlock();
+            LineResult result = work(worker, line);
+            lock.lock();
+            heldBytes += result.output.size();
+            window[number - delivered].result = std::move(result);
+            window[number - delivered].isDone = true;
+            deliverReady();
+        } catch (...) {
+            if (!lock.owns_lock()) lock.lock();
+            if (!failure) failure = std::current_exception();
+            isStopped = isBroken = true;
+        }
+        forWorkers.notify_all();
+        forAdd.notify_one();
+    }
+}
+
+void OrderedWork::deliverReady() {
+    while (!isBroken && !window.empty() && window.front().isDone) {
+        if (!deliver(window.front().result)) isStopped = true;
+        heldBytes -= window.front().result.output.size();
+        window.pop_front();
+        ++delivered;
+    }
+}
+
+}  // namespace stand_in_host

@@ -1,0 +1,31 @@
+// The switches that every search has.
+#pragma once
+
+#include <CLI/App.hpp>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "stand_in_host/component.h"
+#include "stand_in_host/entry_list.h"
+
+namespace stand_in_host {
+
+struct SearchOptions {
+    int threshold = 0;
+    int percentShort = 80;
+    std::optional<int> percentLong;
+    std::string exclude;
+    std::string exclusionsFile;
+
+    void addTo(CLI::App& command);
+
+    // The words of both switches. Throws std::runtime_error.
+    std::u16string exclusions() const;
+
+    // The texts are the caller's and outlive the result.
+    SearchArguments arguments(std::u16string_view text, EntryList const& list,
+                              std::u16string_view exclusions) const;
+};
+
+}  // namespace stand_in_host

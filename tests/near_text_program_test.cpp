@@ -1,0 +1,306 @@
+// The program as its users meet it: what it answers, prints and returns.
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <nlohmann/json.hpp>
+#include <sstream>
+
+#include "stand_in_host/component.h"
+#include "stand_in_host/text_codec.h"
+
+namespace {
+
+using namespace std::string_literals;
+using Json = nlohmann::ordered_json;
+using Lines = std::vector<std::string>;
+
+// A file in a folder that goes when the tests have run.
+std::string fileOf(std::string const& name, std::string const& content) {
+    static struct Folder {
+        std::string path = testing::TempDir() + "near_text_" + std::to_string(getpid()) + '/';
+        Folder() { std::filesystem::create_directories(path); }
+        ~Folder() { std::filesystem::remove_all(path); }
+    } const folder;
+    std::ofstream(folder.path + name, std::ios::binary) << content;
+    return folder.path + name;
+}
+
+std::string contentOf(std::string const& file) {
+    std::ostringstream content;
+    content << std::ifstream(file, std::ios::binary).rdbuf();
+    return content.str();
+}
+
+Lines linesOf(std::string const& text) {
+    Lines lines;
+    std::istringstream stream(text);
+    for (std::string line; std::getline(stream, line);)
+        lines.push_back(line);
+    return lines;
+}
+
+struct Outcome {
+    int status;
+    std::string output;
+    std::string errors;
+};
+
+// `arguments` as a shell reads them.
+Outcome run(std::string const& arguments, std::string const& input = {},
+            std::string output = fileOf("out", {})) {
+    std::string const errors = fileOf("err", {});
+    std::string const command = NEAR_TEXT_PROGRAM " " + arguments + " <" + fileOf("in", input) +
+                                " >" + output + " 2>" + errors;
+    int const status = std::system(command.c_str());
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1,
+            output.starts_with("/dev") ? "" : contentOf(output), contentOf(errors)};
+}
+
+// A match that runs while the test talks to it. The shell tells its number and becomes the program.
+class RunningMatch {
+public:
+    explicit RunningMatch(std::string const& arguments)
+        : output(
+              popen(("echo $$; exec " NEAR_TEXT_PROGRAM " match --format tsv " + arguments).c_str(),
+                    "r")),
+          process(std::stoi(line())) {}
+
+    std::string line() const {
+        std::string text;
+        for (int c = 0; c != '\n' && (c = fgetc(output)) != EOF;)
+            text += static_cast<char>(c);
+        return text;
+    }
+    // What it still writes, and its exit status.
+    std::pair<std::string, int> interrupt(int signal) const {
+        kill(process, signal);
+        std::string rest;
+        for (std::string text; !(text = line()).empty();)
+            rest += text;
+        return {rest, WEXITSTATUS(pclose(output))};
+    }
+
+private:
+    FILE* output;
+    pid_t process;
+};
+
+TEST(Program, AnswersAndReturnsAsGrepDoes) {
+    std::string const list = fileOf("list", "red ball;;  ;ball\tred;blue cup\n");
+    std::string const large(1001, 'x');
+    struct Case {
+        std::string arguments;
+        int status;
+        std::string output;
+        std::string errors;  // a part
+    } const cases[] = {
+        {"compare 'red ball' 'ball red' --percent 100", 0, "alike\n", ""},
+        {"compare '' abc --percent 16", 0, "alike\n", ""},
+        {"compare '' abc --percent 17", 1, "different\n", ""},
+        {"compare --percent 100 -- -a -b", 1, "different\n", ""},
+        {"compare a b --percent 101", 2, "", "Input parameters error"},
+        {"compare a b --percent -1 --locale ru", 2, "", "Ошибка входных параметров"},
+        {"compare a " + large + " --percent 0", 2, "", "no longer 1000 characters"},
+        {"compare a b", 2, "", "--percent is required"},
+        {"compare a \"$(printf 'b\\377')\" --percent 0", 2, "",
+         "SECOND: not valid UTF-8 at byte 2"},
+        {"compare a b --percent 0 --library /none.so", 2, "", "/none.so"},
+        {"search 'red bal' --dictionary " + list + " --separator ';'", 0, "0,1\n", ""},
+        {"search red --dictionary " + list + " --separator ' ' --short 0", 0, "0\n", "whitespace"},
+        {"search red --dictionary " + list + " --separator ';;'", 2, "", "not one UTF-16 unit"},
+        {"search green --dictionary " + list + " --separator ';'", 1, "", ""},
+        {"search red --entries " + list + " --long 5", 2, "", "--threshold"},
+        {"search red", 2, "", "--entries or --dictionary"},
+        {"search red --entries /none", 2, "", "/none: No such file"},
+        {"search red --entries - --exclusions -", 2, "", "read once"},
+        {"match --texts - --entries " + list + " --short 101", 2, "", "Input parameters error"},
+        {"", 2, "", "subcommand"},
+    };
+    for (Case const& c : cases) {
+        Outcome const outcome = run(c.arguments);
+        EXPECT_EQ(outcome.status, c.status) << c.arguments;
+        EXPECT_EQ(outcome.output, c.output) << c.arguments;
+        EXPECT_NE(outcome.errors.find(c.errors), std::string::npos) << outcome.errors;
+        EXPECT_EQ(outcome.errors.empty(), c.errors.empty()) << c.arguments << outcome.errors;
+    }
+}
+
+// What one text finds at 0 percent: every entry, as index, line and entry.
+TEST(Program, MapsIndicesToLines) {
+    std::string units = "\u0080\u2028\uE000\uFFFD\uFFFE\U0001F600";  // that might join the lines
+    for (char c = 1; c < '\\'; ++c)
+        units += std::string("\t\n\r").find(c) == std::string::npos ? c : ' ';
+    std::pair<std::string, std::string> const cases[] = {
+        {"a\nb", "\t0:1:a\t1:2:b"},
+        {"\n \nc\n\ne\n\n", "\t0:3:c\t1:5:e"},
+        {"a\r\n\r\nc\r\n\t\r\ne", "\t0:1:a\t1:3:c\t2:5:e"},
+        {"\xEF\xBB\xBF\nb\n", "\t0:2:b"},
+        {"a\n" + units + "\nc", "\t0:1:a\t1:2:" + units + "\t2:3:c"},
+        {"", ""},
+    };
+    for (auto const& [content, matches] : cases) {
+        Outcome const found = run(
+            "match --texts - --format tsv --short 0 --entries " + fileOf("entries", content), "x");
+        EXPECT_EQ(found.output, "1\tx" + matches + '\n');
+        EXPECT_EQ(found.status, matches.empty() ? 1 : 0);
+    }
+}
+
+TEST(Program, NamesTheLineThatIsNoText) {
+    std::string const good = fileOf("good", "a\n");
+    for (std::string const& bad : {"a\nb\xC3(\n"s, "a\nb\0c\n"s, "a\nb\xED\xA0\x80"s}) {
+        std::string const file = fileOf("bad", bad);
+        for (std::string const& arguments :
+             {"search a --entries " + file, "search a --entries " + good + " --exclusions " + file,
+              "match --texts " + good + " --entries " + file,
+              "match --strict --texts " + file + " --entries " + good}) {
+            Outcome const outcome = run(arguments);
+            EXPECT_EQ(outcome.status, 2) << arguments;
+            EXPECT_NE(outcome.errors.find(file + ":2: "), std::string::npos) << outcome.errors;
+        }
+    }
+    Outcome const list = run("search a --separator ';' --dictionary " + fileOf("bad", "a;\nb\xFF"));
+    EXPECT_NE(list.errors.find("bad:2: "), std::string::npos) << list.errors;
+}
+
+TEST(Program, ExplainsMatchesAndMisses) {
+    std::string const search = "search 'red ball' --short 75 --exclude ltd --entries " +
+                               fileOf("entries", "blue cup\n\nred big ball ltd\n");
+    std::string const match =
+        "index   line  entry\n"
+        "    1      3  red big ball ltd\n"
+        "    words cancelled   red ball\n"
+        "    words excluded    ltd\n"
+        "    left of text      \"\"\n"
+        "    left of entry     \"big\"\n"
+        "    limit             4 (what 75 percent leaves of 17 units)\n"
+        "    distance          3 (alike)\n";
+    EXPECT_EQ(run(search + " --explain").output, match);
+    EXPECT_EQ(run(search + " --explain-line 3").output, match);
+    EXPECT_NE(run(search + " --explain-line 1").output.find("7 (different)"), std::string::npos);
+    EXPECT_NE(run(search + " --explain-line 2").errors.find("holds no word"), std::string::npos);
+    EXPECT_EQ(run(search + " --explain-line 4").status, 2);
+}
+
+// The single searches are the add-in's own.
+TEST(Program, MatchesInOrderAsSingleSearchesDo) {
+    using stand_in_host::toUnits;
+    std::string const samples = NEAR_TEXT_SAMPLES "/";
+    Lines texts = linesOf(contentOf(samples + "supplier.txt"));
+    texts.resize(80);
+    std::string input;
+    for (std::string const& text : texts)
+        input += text + '\n';
+    std::string const command = "match --texts - --short 70 --threshold 40 --long 60 --entries " +
+                                samples + "catalogue.txt --exclusions " + samples +
+                                "exclusions.txt --format json --jobs ";
+    Lines const lines = linesOf(run(command + '4', input).output);
+    EXPECT_EQ(lines, linesOf(run(command + '1', input).output));
+
+    std::u16string dictionary = toUnits(contentOf(samples + "catalogue.txt"));
+    std::replace(dictionary.begin(), dictionary.end(), u'\n', u'\1');
+    std::u16string const exclusions = toUnits(contentOf(samples + "exclusions.txt"));
+    stand_in_host::AddIn const addIn(NEAR_TEXT_LIBRARY);
+    stand_in_host::Component component(addIn);
+    ASSERT_EQ(lines.size(), texts.size());
+    std::size_t matches = 0;
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        Json const line = Json::parse(lines[i]);
+        EXPECT_EQ(line["line"], i + 1);
+        EXPECT_EQ(line["text"], texts[i]);
+        std::vector<unsigned long> indices;
+        for (Json const& match : line["matches"])
+            indices.push_back(match["index"]);
+        std::u16string const text = toUnits(texts[i]);
+        auto const list = component.search({text, dictionary, u'\1', 40, 70, 60, exclusions});
+        EXPECT_EQ(indices, stand_in_host::parseIndexList(*list)) << texts[i];
+        matches += indices.size();
+    }
+    EXPECT_GT(matches, 20u);
+}
+
+// Parts of a stream, each by a program of its own, give the whole's lines; a line that fails gives
+// a line too.
+TEST(Program, WritesALineForALine) {
+    std::string const match = "match --texts - --no-numbers --entries " +
+                              fileOf("entries", "a\\b\tc \"d\"\n") + " --short 0 --format ";
+    std::string const part1 = "\"x\\\ty\n\n";
+    std::string const part2 = "\xFF\n" + std::string(100000, 'x') + "\nz";
+    struct Case {
+        char const* format;
+        Lines lines;
+    } const cases[] = {
+        {"tsv",
+         {R"("x\\\ty	0:1:a\\b\tc "d")", "", "\terror: not valid UTF-8 at byte 1",
+          "\terror: String length must be no longer 1000 characters", R"(z	0:1:a\\b\tc "d")"}},
+        {"text",
+         {R"("x\ y  =>  0:1:a\b c "d")", "  =>  -", "error: not valid UTF-8 at byte 1",
+          "error: String length must be no longer 1000 characters", R"(z  =>  0:1:a\b c "d")"}},
+        {"json",
+         {R"({"text":"\"x\\\ty","matches":[{"index":0,"line":1,"entry":"a\\b\tc \"d\""}]})",
+          R"({"text":"","matches":[]})", R"({"error":"not valid UTF-8 at byte 1"})",
+          R"({"error":"String length must be no longer 1000 characters"})",
+          R"({"text":"z","matches":[{"index":0,"line":1,"entry":"a\\b\tc \"d\""}]})"}},
+    };
+    for (Case const& c : cases) {
+        Outcome const whole = run(match + c.format, part1 + part2);
+        EXPECT_EQ(linesOf(whole.output), c.lines);
+        EXPECT_EQ(whole.status, 2);
+        EXPECT_NE(whole.errors.find("2 of 5 lines failed"), std::string::npos) << whole.errors;
+        EXPECT_EQ(run(match + c.format, part1).output + run(match + c.format, part2).output,
+                  whole.output);
+        EXPECT_EQ(linesOf(run(match + c.format + " --strict", part1 + part2).output),
+                  Lines(c.lines.begin(), c.lines.begin() + 2));
+    }
+}
+
+TEST(Program, AnswersEachLineBeforeTheNextComes) {
+    std::string const pipe = fileOf("entries", "red ball\n") + ".pipe";
+    ASSERT_EQ(mkfifo(pipe.c_str(), S_IRWXU), 0);
+    RunningMatch const match("--texts - --entries " + fileOf("entries", "red ball\n") + " <" +
+                             pipe);
+    std::ofstream texts(pipe);
+    texts << "ball red\n" << std::flush;
+    EXPECT_EQ(match.line(), "1\tball red\t0:1:red ball\n");
+    texts << "blue\nred" << std::flush;
+    EXPECT_EQ(match.line(), "2\tblue\n");
+    EXPECT_EQ(match.interrupt(SIGTERM), std::pair(""s, 128 + SIGTERM));
+}
+
+TEST(Program, LeavesWholeLinesWhenInterrupted) {
+    std::string texts, all;
+    for (int i = 1; i <= 100000; ++i) {
+        texts += "text\n";
+        all += std::to_string(i) + "\ttext\n";
+    }
+    RunningMatch const match("--jobs 3 --texts " + fileOf("texts", texts) + " --entries " +
+                             NEAR_TEXT_SAMPLES "/catalogue.txt");
+    std::string first;
+    for (int i = 0; i < 50; ++i)
+        first += match.line();
+    auto const [rest, status] = match.interrupt(SIGINT);
+    EXPECT_EQ(status, 128 + SIGINT);
+    EXPECT_LT(rest.size(), all.size() / 2);
+    EXPECT_TRUE(rest.ends_with('\n'));
+    EXPECT_TRUE(all.starts_with(first + rest));
+}
+
+TEST(Program, NoticesThatItCannotWrite) {
+    std::string const entries = NEAR_TEXT_SAMPLES "/catalogue.txt";
+    for (std::string const& arguments : {"--help"s, "describe"s, "compare a a --percent 1"s,
+                                         "search a --short 0 --entries " + entries,
+                                         "match --texts " + entries + " --entries " + entries}) {
+        Outcome const outcome = run(arguments, {}, "/dev/full");
+        EXPECT_EQ(outcome.status, 2) << arguments;
+        EXPECT_NE(outcome.errors.find("cannot write"), std::string::npos) << arguments;
+    }
+}
+
+}  // namespace
