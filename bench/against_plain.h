@@ -23,14 +23,15 @@ double nanosecondsOf(Call&& call) {
            static_cast<double>(calls);
 }
 
-// Times `ours` as the benchmark; counts `plain_ns`, one call of the plain form, and `ratio`, how many
-// times as long that takes. Both give the answer, which must be the same.
+// Times `ours` as the benchmark; counts `plain_ns`, one call of the plain form, and `ratio`, how
+// many times as long that takes. Both give the answer, which must be the same.
 template <class Ours, class Plain>
 void againstPlain(benchmark::State& state, Ours&& ours, Plain&& plain) {
     if (ours() != plain()) throw std::logic_error("the plain form answers otherwise");
     double const plainTime = nanosecondsOf([&] { benchmark::DoNotOptimize(plain()); });
     double const ourTime = nanosecondsOf([&] { benchmark::DoNotOptimize(ours()); });
-    for (auto _ : state) benchmark::DoNotOptimize(ours());
+    for (auto _ : state)
+        benchmark::DoNotOptimize(ours());
     state.counters["plain_ns"] = plainTime;
     state.counters["ours_ns"] = ourTime;
     state.counters["ratio"] = plainTime / ourTime;

@@ -11,17 +11,20 @@ namespace bench {
 
 namespace {
 
-constexpr std::u16string_view kLatin[] = {
-    u"a",  u"be", u"con", u"de",  u"e",  u"for", u"gra", u"in", u"ker", u"la", u"le",  u"men", u"mi",
-    u"no", u"o",  u"per", u"pro", u"ra", u"re",  u"ri",  u"s",  u"ste", u"ta", u"ter", u"ti",  u"un",
-    u"va", u"y"};
-constexpr std::u16string_view kCyrillic[] = {
-    u"а",  u"бо", u"ва", u"го", u"де", u"ени", u"за", u"и",  u"ка", u"ко", u"ла", u"ли", u"ма", u"на",
-    u"не", u"о",  u"пер", u"по", u"при", u"ра", u"ро", u"ск", u"ста", u"та", u"то", u"у",  u"ция", u"ы"};
+constexpr std::u16string_view kLatin[] = {u"a",   u"be",  u"con", u"de", u"e",   u"for", u"gra",
+                                          u"in",  u"ker", u"la",  u"le", u"men", u"mi",  u"no",
+                                          u"o",   u"per", u"pro", u"ra", u"re",  u"ri",  u"s",
+                                          u"ste", u"ta",  u"ter", u"ti", u"un",  u"va",  u"y"};
+constexpr std::u16string_view kCyrillic[] = {u"а",  u"бо",  u"ва",  u"го", u"де",  u"ени", u"за",
+                                             u"и",  u"ка",  u"ко",  u"ла", u"ли",  u"ма",  u"на",
+                                             u"не", u"о",   u"пер", u"по", u"при", u"ра",  u"ро",
+                                             u"ск", u"ста", u"та",  u"то", u"у",   u"ция", u"ы"};
 
 using Engine = std::mt19937;
 
-std::size_t below(Engine& engine, std::size_t end) { return engine() % end; }
+std::size_t below(Engine& engine, std::size_t end) {
+    return engine() % end;
+}
 
 std::u16string makeWord(Engine& engine, bool isCyrillic) {
     std::u16string word;
@@ -95,7 +98,8 @@ std::vector<std::u16string> entries(std::size_t count) {
     static auto const all = file != nullptr ? readEntries(file) : makeEntries(1'000'000);
     std::vector<std::u16string> some;
     some.reserve(count);
-    while (some.size() < count) some.push_back(all[some.size() % all.size()]);
+    while (some.size() < count)
+        some.push_back(all[some.size() % all.size()]);
     return some;
 }
 
@@ -111,14 +115,16 @@ std::u16string join(std::vector<std::u16string> const& entries) {
 std::u16string text(std::size_t length, bool isCyrillic, unsigned seed) {
     Vocabulary vocabulary(isCyrillic, seed);
     std::u16string text;
-    while (text.size() < length) text += vocabulary.next() + u' ';
+    while (text.size() < length)
+        text += vocabulary.next() + u' ';
     text.resize(length);
     return text;
 }
 
 std::u16string nearTo(std::u16string text, std::size_t every, unsigned seed) {
     Engine engine(seed);
-    for (std::size_t i = text.size() / every + 1; i > 0; --i) text[below(engine, text.size())] = u'#';
+    for (std::size_t i = text.size() / every + 1; i > 0; --i)
+        text[below(engine, text.size())] = u'#';
     return text;
 }
 

@@ -1,5 +1,5 @@
-// The edit distance alone, by length. Where edlib is installed, it is measured on the same texts, cut
-// to 8 bits a unit.
+// The edit distance alone, by length. Where edlib is installed, it is measured on the same texts,
+// cut to 8 bits a unit.
 #include "bench/against_plain.h"
 #include "bench/bench_texts.h"
 #include "bench/plain_form.h"
@@ -17,13 +17,13 @@ struct Pair {
 
 Pair pairOf(std::size_t length, bool isNear, bool isCyrillic) {
     auto const first = bench::text(length, isCyrillic, 3);
-    auto const second =
-        isNear ? bench::nearTo(first, 20, 5) : bench::text(length, isCyrillic, 4);
+    auto const second = isNear ? bench::nearTo(first, 20, 5) : bench::text(length, isCyrillic, 4);
     return {Utf16String(first.begin(), first.end()), Utf16String(second.begin(), second.end())};
 }
 
 void distance(benchmark::State& state, bool isNear, bool isCyrillic) {
-    auto const [first, second] = pairOf(static_cast<std::size_t>(state.range(0)), isNear, isCyrillic);
+    auto const [first, second] =
+        pairOf(static_cast<std::size_t>(state.range(0)), isNear, isCyrillic);
     bench::againstPlain(
         state, [&] { return GeneralizedLevensteinDistance(first, second, 1, 1, 1); },
         [&] { return plain::distance(first, second); });

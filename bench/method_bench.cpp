@@ -56,9 +56,8 @@ void compare(benchmark::State& state, std::u16string const& first, std::u16strin
 
 void search(benchmark::State& state, std::u16string const& text, std::u16string const& dictionary,
             std::u16string const& exclusions, int percent, double entryCount) {
-    _tVariant params[] = {textRecord(text),      textRecord(dictionary),
-                          textRecord(u";"),      numberRecord(50),
-                          numberRecord(percent), numberRecord(percent),
+    _tVariant params[] = {textRecord(text),      textRecord(dictionary), textRecord(u";"),
+                          numberRecord(50),      numberRecord(percent),  numberRecord(percent),
                           textRecord(exclusions)};
     callAgainstPlain(state, 1, params);
     state.counters["entries"] = entryCount;
@@ -99,14 +98,24 @@ void searchBySize(benchmark::State& state) {
     search(state, mistypedEntry(777), bench::join(bench::entries(count)), u"", 85,
            static_cast<double>(count));
 }
-BENCHMARK(searchBySize)->RangeMultiplier(10)->Range(1'000, 1'000'000)->Unit(benchmark::kMillisecond);
+BENCHMARK(searchBySize)
+    ->RangeMultiplier(10)
+    ->Range(1'000, 1'000'000)
+    ->Unit(benchmark::kMillisecond);
 
 void searchByPercent(benchmark::State& state) {
     search(state, mistypedEntry(777), bench::join(bench::entries(kEntries)), u"",
            static_cast<int>(state.range(0)), kEntries);
 }
 BENCHMARK(searchByPercent)
-    ->Arg(100)->Arg(95)->Arg(85)->Arg(75)->Arg(60)->Arg(40)->Arg(20)->Arg(0)
+    ->Arg(100)
+    ->Arg(95)
+    ->Arg(85)
+    ->Arg(75)
+    ->Arg(60)
+    ->Arg(40)
+    ->Arg(20)
+    ->Arg(0)
     ->Unit(benchmark::kMillisecond);
 
 // The corners: exclusions, search texts short and long, everything excluded.
@@ -115,8 +124,11 @@ void searchCorner(benchmark::State& state, std::u16string const& text,
     search(state, text, bench::join(bench::entries(kEntries)), exclusions,
            static_cast<int>(state.range(0)), kEntries);
 }
-#define CORNER(name, ...) \
-    BENCHMARK_CAPTURE(searchCorner, name, __VA_ARGS__)->Arg(85)->Arg(60)->Unit(benchmark::kMillisecond)
+#define CORNER(name, ...)                              \
+    BENCHMARK_CAPTURE(searchCorner, name, __VA_ARGS__) \
+        ->Arg(85)                                      \
+        ->Arg(60)                                      \
+        ->Unit(benchmark::kMillisecond)
 CORNER(exclusions, mistypedEntry(777), bench::entries(2).back() + u";" + bench::entries(9).back());
 CORNER(three_units, u"pro", u"");
 CORNER(three_units_exclusions, u"pro", bench::entries(2).back());
@@ -125,18 +137,26 @@ CORNER(thousand_units_exclusions, bench::text(1000, false, 9), bench::entries(2)
 CORNER(all_excluded, mistypedEntry(5), mistypedEntry(5));
 
 // One entry of a million units: of words, of a single word, of one repeated word.
-void searchMillion(benchmark::State& state, std::u16string const& entry, std::u16string const& text) {
+void searchMillion(benchmark::State& state, std::u16string const& entry,
+                   std::u16string const& text) {
     search(state, text, entry, u"", static_cast<int>(state.range(0)), 1);
 }
-#define MILLION(name, ...) \
-    BENCHMARK_CAPTURE(searchMillion, name, __VA_ARGS__)->Arg(85)->Arg(0)->Unit(benchmark::kMillisecond)
+#define MILLION(name, ...)                              \
+    BENCHMARK_CAPTURE(searchMillion, name, __VA_ARGS__) \
+        ->Arg(85)                                       \
+        ->Arg(0)                                        \
+        ->Unit(benchmark::kMillisecond)
 MILLION(words, bench::text(1'000'000, false, 21), bench::text(1000, false, 22));
 MILLION(one_word, std::u16string(1'000'000, u'a'), u"bab");
-MILLION(repeated, [] {
-    std::u16string entry;
-    while (entry.size() < 1'000'000) entry += u"ball ";
-    return entry;
-}(), u"ball red");
+MILLION(
+    repeated,
+    [] {
+        std::u16string entry;
+        while (entry.size() < 1'000'000)
+            entry += u"ball ";
+        return entry;
+    }(),
+    u"ball red");
 
 void makeComponent(benchmark::State& state) {
     static stand_in_host::AddIn library(NEAR_TEXT_LIBRARY);

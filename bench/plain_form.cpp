@@ -74,7 +74,8 @@ std::vector<std::shared_ptr<Section>> mark(unsigned short const* text, unsigned 
 }
 
 void removeBy(WordSet& words, WordSet const& gone) {
-    for (WordRef const& word : gone) words.erase(word);
+    for (WordRef const& word : gone)
+        words.erase(word);
 }
 
 void removeSame(WordSet& first, WordSet& second) {
@@ -96,9 +97,11 @@ void removeSame(WordSet& first, WordSet& second) {
 
 Utf16String join(WordSet const& words) {
     std::map<int, WordRef> byOrdinal;
-    for (WordRef const& ref : words) byOrdinal[ref.word->ordinal] = ref;
+    for (WordRef const& ref : words)
+        byOrdinal[ref.word->ordinal] = ref;
     Utf16String joined;
-    for (auto const& [ordinal, ref] : byOrdinal) joined.append(ref.word->text, ref.word->length);
+    for (auto const& [ordinal, ref] : byOrdinal)
+        joined.append(ref.word->text, ref.word->length);
     return joined;
 }
 
@@ -132,7 +135,8 @@ Words splitAndCount(unsigned short const* text, unsigned long length) {
             continue;
         }
         unsigned long const start = at;
-        while (at < length && text[at] != 0 && !isWhiteSpaceUnit(text[at])) ++at;
+        while (at < length && text[at] != 0 && !isWhiteSpaceUnit(text[at]))
+            ++at;
         words.inOrder.emplace_back(text + start, at - start);
         isInRun = false;
     }
@@ -185,9 +189,9 @@ void Comparer::compareString(_tVariant const* params, _tVariant* ret) {
     Words first = splitAndCount(params[0].value.wideString, params[0].length);
     Words second = splitAndCount(params[1].value.wideString, params[1].length);
     cancel(first, second);
-    unsigned long const limit = distanceLimit(params[2].value.uint32,
-                                              std::max(params[0].length - first.surplusSpace,
-                                                       params[1].length - second.surplusSpace));
+    unsigned long const limit = distanceLimit(
+        params[2].value.uint32,
+        std::max(params[0].length - first.surplusSpace, params[1].length - second.surplusSpace));
     ret->value.boolean = distance(joinLeft(first), joinLeft(second)) <= limit ? 1 : 0;
     ret->tag = TagBool;
 }

@@ -1,5 +1,6 @@
 // Both methods in their plain form: each step done for every entry, in order, with nothing judged
-// early and nothing shared. What the add-in does faster is measured against it, with the same answers.
+// early and nothing shared. What the add-in does faster is measured against it, with the same
+// answers.
 #pragma once
 
 #include <sstream>

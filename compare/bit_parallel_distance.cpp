@@ -1,7 +1,8 @@
-// Myers 1999 in the form of Hyyrö 2003. Down a column of the matrix neighbouring cells differ by -1, 0
-// or 1, so a column is two bits a row: `rises` (the cell is one more than the one above it) and `falls`
-// (one less). A machine word holds 64 rows, and a dozen operations turn the column of one unit of the
-// text into the next one's. Between words a column passes on the difference along its last row.
+// Myers 1999 in the form of Hyyrö 2003. Down a column of the matrix neighbouring cells differ by
+// -1, 0 or 1, so a column is two bits a row: `rises` (the cell is one more than the one above it)
+// and `falls` (one less). A machine word holds 64 rows, and a dozen operations turn the column of
+// one unit of the text into the next one's. Between words a column passes on the difference along
+// its last row.
 //
 //   first  =  beginning | pattern | end        the common beginning and end cost nothing
 //   second =  beginning |   text    | end      the shorter one becomes the pattern
@@ -30,9 +31,9 @@ struct Run {
     unsigned long length;
 };
 
-// For each unit of a strip of the pattern, the rows in which it stands. A small open table: any of the
-// 65,536 units finds its place in a step or two, and a call clears some hundred bytes. At most half of
-// the slots are ever taken.
+// For each unit of a strip of the pattern, the rows in which it stands. A small open table: any of
+// the 65,536 units finds its place in a step or two, and a call clears some hundred bytes. At most
+// half of the slots are ever taken.
 template <unsigned kWords, unsigned kSlots>
 class RowMasks {
 public:
@@ -61,7 +62,8 @@ private:
 
     unsigned find(unsigned short unit) const {
         unsigned slot = unit % kSlots;
-        while (keys[slot] != unit && keys[slot] != kFree) slot = (slot + 1) % kSlots;
+        while (keys[slot] != unit && keys[slot] != kFree)
+            slot = (slot + 1) % kSlots;
         return slot;
     }
 
@@ -105,8 +107,8 @@ struct Column {
 
 constexpr Carry kTopRow{1, 0};  // the top row goes up with every unit of the text
 
-// Takes a strip through the whole text and returns the sum of the steps down its last column. `carry`
-// tells and takes the carry at each unit of the text.
+// Takes a strip through the whole text and returns the sum of the steps down its last column.
+// `carry` tells and takes the carry at each unit of the text.
 template <unsigned kWords, unsigned kSlots, class CarryAt>
 long sumDownStrip(Run strip, Run text, CarryAt&& carryAt) {
     RowMasks<kWords, kSlots> const rowsOf(strip);

@@ -1,18 +1,18 @@
-// The units of one side, counted, against those of another text: a bound on a distance that costs one
-// look at the text.
+// The units of one side, counted, against those of another text: a bound on a distance that costs
+// one look at the text.
 //
 // An edit takes one unit out, puts one in, or both. So the distance of two strings is at least the
 // number of units that the first has and the second lacks, counted with repeats and wherever they
 // stand, and at least the number that the second has beyond the first.
 //
 // A word that both sides hold takes the same units out of both and so leaves these numbers alone:
-// they may be taken before any word is cut. What else leaves the second side alone (a repeated or an
-// excluded word) makes it lack more of the first, never less, so units missing from the whole text are
-// missing from what is left of it. The other way about, that word counts as surplus and is none: the
-// surplus holds only less the units of such words.
+// they may be taken before any word is cut. What else leaves the second side alone (a repeated or
+// an excluded word) makes it lack more of the first, never less, so units missing from the whole
+// text are missing from what is left of it. The other way about, that word counts as surplus and is
+// none: the surplus holds only less the units of such words.
 //
-// Units are folded into a few counters. Two units in one counter can hide a difference and never make
-// one, so the bound gets lower and stays a bound.
+// Units are folded into a few counters. Two units in one counter can hide a difference and never
+// make one, so the bound gets lower and stays a bound.
 #pragma once
 
 #include <array>
@@ -25,15 +25,16 @@ public:
 
     // Adds a stretch of the side that is counted. Whitespace counts as any unit does.
     void add(unsigned short const* text, unsigned long length) {
-        for (unsigned long i = 0; i < length; ++i) ++counts[fold(text[i])];
+        for (unsigned long i = 0; i < length; ++i)
+            ++counts[fold(text[i])];
         units += length;
     }
 
     // Units of the counted side.
     unsigned long total() const { return units; }
 
-    // Units of the counted side that `text` lacks, at least so many. `text` may hold whitespace: that
-    // too can only lower the number.
+    // Units of the counted side that `text` lacks, at least so many. `text` may hold whitespace:
+    // that too can only lower the number.
     unsigned long missingIn(unsigned short const* text, unsigned long length) const {
         auto left = counts;
         unsigned long missing = units;

@@ -13,9 +13,9 @@
 
 template <class String>
 typename String::size_type weightedDistance(String const& first, String const& second,
-                                                         typename String::size_type insertCost,
-                                                         typename String::size_type deleteCost,
-                                                         typename String::size_type replaceCost) {
+                                            typename String::size_type insertCost,
+                                            typename String::size_type deleteCost,
+                                            typename String::size_type replaceCost) {
     using Size = typename String::size_type;
     // The transpose of the matrix has the same value, and the row stays as short as the shorter.
     if (second.size() < first.size()) {

@@ -1,4 +1,5 @@
-// The one answer to which units part words: for one unit, for eight at once, and for where a word ends.
+// The one answer to which units part words: for one unit, for eight at once, and for where a word
+// ends.
 #pragma once
 
 #include <bit>
@@ -6,8 +7,8 @@
 #include <emmintrin.h>
 #endif
 
-// Tab, line feed, carriage return and space, and no other: a no-break space or a form feed belongs to a
-// word.
+// Tab, line feed, carriage return and space, and no other: a no-break space or a form feed belongs
+// to a word.
 inline constexpr unsigned short kWhiteSpaceUnits[] = {9, 10, 13, 32};
 
 constexpr bool isWhiteSpaceUnit(unsigned short unit) {
@@ -15,7 +16,8 @@ constexpr bool isWhiteSpaceUnit(unsigned short unit) {
     constexpr unsigned kLast = kWhiteSpaceUnits[3];
     constexpr unsigned kMask = [] {
         unsigned mask = 0;
-        for (unsigned const white : kWhiteSpaceUnits) mask |= 1U << (white - kFirst);
+        for (unsigned const white : kWhiteSpaceUnits)
+            mask |= 1U << (white - kFirst);
         return mask;
     }();
     unsigned const place = unit - kFirst;
@@ -43,6 +45,7 @@ inline unsigned short const* findWhiteSpace(unsigned short const* at, unsigned s
         if (bits != 0) return at + std::countr_zero(bits) / 2;  // two bits a unit
     }
 #endif
-    while (at != end && !isWhiteSpaceUnit(*at)) ++at;
+    while (at != end && !isWhiteSpaceUnit(*at))
+        ++at;
     return at;
 }

@@ -4,22 +4,74 @@
 //        -> what is left, joined in text order -> distance, against the limit
 //
 // The limit comes from the whole lengths less surplus whitespace, the distance from the left-overs
-// alone: the more two texts share, the more the rest may differ.
+// alone: the more two texts share, the more the rest may differ. Lengths and units alone settle
+// many pairs before a word is copied.
 #include <algorithm>
 #include <iterator>
+#include <optional>
 
 #include "compare/damerau_levenshtein_distance.h"
+#include "compare/few_words.h"
 #include "compare/generalized_levenstein_distance.h"
 #include "compare/limit.h"
-#include "compare/white_space.h"
+#include "compare/text_shape.h"
+#include "compare/unit_balance.h"
+#include "compare/words.h"
+
+namespace {
+
+void appendWords(TextShape const& shape, std::vector<Utf16String>& words) {
+    words.reserve(words.size() + shape.words);
+    forEachWord(shape.text, shape.units, [&words](auto const* word, unsigned long length) {
+        words.emplace_back(word, length);
+    });
+}
+
+// True when the left-overs of the two texts must be further apart than `limit`. Words cancel one
+// for one here, so without exclusions both sides keep what they have beyond the other.
+bool isTooFar(TextShape const& first, TextShape const& second, unsigned long limit) {
+    auto const [fewer, more] = std::minmax(first.wordUnits, second.wordUnits);
+    if (more - fewer > limit) return true;
+    if (first.wordUnits > UnitBalance::kMostUnits) return false;
+    UnitBalance balance;
+    forEachWord(first.text, first.units,
+                [&](auto const* word, unsigned long length) { balance.add(word, length); });
+    unsigned long const missing = balance.missingIn(second.text, second.units);
+    return missing > limit || second.wordUnits + missing > first.wordUnits + limit;
+}
+
+// The answer for short texts, unless a word that both hold comes more than once: which of its
+// occurrences cancel is for the maps to tell.
+std::optional<bool> compareFewWords(TextShape const& firstShape, TextShape const& secondShape,
+                                    unsigned long limit) {
+    if (std::max(firstShape.words, secondShape.words) > FewWords::kMost) return {};
+    FewWords first(firstShape);
+    FewWords second(secondShape);
+    FewWords::cancelSingles(first, second);
+    if (std::max(first.units(), second.units()) <= limit) return true;
+    if (first.sharesWordWith(second)) return {};
+    return GeneralizedLevensteinDistance(first.joined(), second.joined(), 1, 1, 1) <= limit;
+}
+
+}  // namespace
 
 bool DamerauLevenshteinDistance::wordInsansitiveCompareStrings(
     unsigned short const* first, unsigned long firstLength, unsigned short const* second,
     unsigned long secondLength, unsigned long percent, std::vector<Utf16String> const& exclusions) {
+    TextShape const firstShape(first, firstLength);
+    TextShape const secondShape(second, secondLength);
+    unsigned long const limit = distanceLimit(
+        percent, std::max(firstShape.effectiveLength(), secondShape.effectiveLength()));
+    if (std::max(firstShape.wordUnits, secondShape.wordUnits) <= limit) return true;
+    if (exclusions.empty()) {
+        if (isTooFar(firstShape, secondShape, limit)) return false;
+        if (auto const isAlike = compareFewWords(firstShape, secondShape, limit)) return *isAlike;
+    }
+
     std::vector<Utf16String> firstWords;
     std::vector<Utf16String> secondWords;
-    unsigned long const firstSpaces = spaceSplit(first, firstLength, firstWords);
-    unsigned long const secondSpaces = spaceSplit(second, secondLength, secondWords);
+    appendWords(firstShape, firstWords);
+    appendWords(secondShape, secondWords);
 
     WordMap firstMap;
     WordMap secondMap;
@@ -35,32 +87,15 @@ bool DamerauLevenshteinDistance::wordInsansitiveCompareStrings(
     Utf16String secondLeft;
     makeAcceptibleString(firstMap, firstWords, firstLeft);
     makeAcceptibleString(secondMap, secondWords, secondLeft);
-
-    unsigned long const limit =
-        distanceLimit(percent, std::max(firstLength - firstSpaces, secondLength - secondSpaces));
     return GeneralizedLevensteinDistance(firstLeft, secondLeft, 1, 1, 1) <= limit;
 }
 
 unsigned long DamerauLevenshteinDistance::spaceSplit(unsigned short const* text,
                                                      unsigned long length,
                                                      std::vector<Utf16String>& words) {
-    unsigned long surplus = 0;
-    bool isInRun = false;
-    unsigned long at = 0;
-    while (at < length && text[at] != 0) {
-        if (isWhiteSpaceUnit(text[at])) {
-            if (isInRun) ++surplus;
-            isInRun = true;
-            ++at;
-            continue;
-        }
-        unsigned long const start = at;
-        while (at < length && text[at] != 0 && !isWhiteSpaceUnit(text[at]))
-            ++at;
-        words.emplace_back(text + start, at - start);
-        isInRun = false;
-    }
-    return surplus;
+    TextShape const shape(text, length);
+    appendWords(shape, words);
+    return shape.surplus;
 }
 
 bool DamerauLevenshteinDistance::isWhiteSpace(unsigned short unit) {

@@ -7,16 +7,21 @@
 
 #include <algorithm>
 
+#include "compare/words.h"
+
 EntryBound::EntryBound(WordSet const& searchWords, WordSet const& exclusions) {
-    for (auto const& word : searchWords) balance.add(word.text(), word.length());
-    for (auto const& word : exclusions) excluded.set(markOf(word.text(), word.length()));
+    for (auto const& word : searchWords)
+        balance.add(word.text(), word.length());
+    for (auto const& word : exclusions)
+        excluded.set(markOf(word.text(), word.length()));
 }
 
 EntryBound::Verdict EntryBound::judge(Stretch const& entry, unsigned long limit) const {
     unsigned long const searchUnits = balance.total();
     if (std::max(searchUnits, entry.wordUnits) <= limit) return Verdict::Near;
     if (searchUnits > entry.wordUnits + limit) return Verdict::TooFar;
-    // A long entry is likely to hold every unit that a short text has, so its units are not counted.
+    // A long entry is likely to hold every unit that a short text has, so its units are not
+    // counted.
     constexpr unsigned long kMuchLonger = 4;
     bool const isMuchLonger = entry.wordUnits > kMuchLonger * (searchUnits + limit);
     unsigned long const missing = isMuchLonger ? 0 : balance.missingIn(entry.text, entry.units);
@@ -36,7 +41,7 @@ unsigned EntryBound::markOf(unsigned short const* text, unsigned long length) {
 unsigned long EntryBound::unitsThatMayGo(Stretch const& entry) const {
     auto gone = excluded;
     unsigned long units = 0;
-    forEachWord(entry, [&](unsigned short const* text, unsigned long length) {
+    forEachWord(entry.text, entry.units, [&](unsigned short const* text, unsigned long length) {
         unsigned const mark = markOf(text, length);
         if (gone.test(mark)) units += length;
         gone.set(mark);

@@ -1,5 +1,5 @@
-// Judges an entry by its units alone, before it is cut into words. Most entries of a list are too far
-// from the text, or at a low percentage near enough, for any closer look.
+// Judges an entry by its units alone, before it is cut into words. Most entries of a list are too
+// far from the text, or at a low percentage near enough, for any closer look.
 #pragma once
 
 #include <bitset>
@@ -26,7 +26,8 @@ private:
     // A few bits of a word. Equal words have equal marks.
     static unsigned markOf(unsigned short const* text, unsigned long length);
 
-    // Units of words of the entry that may be repeats or excluded, and so no surplus; at least so many.
+    // Units of words of the entry that may be repeats or excluded, and so no surplus; at least so
+    // many.
     unsigned long unitsThatMayGo(Stretch const& entry) const;
 
     static constexpr unsigned kMarks = 512;

@@ -3,10 +3,12 @@
 //   " one two,b b"  at ','  ->  (length 8: one/0 two/1)  (length 5: b/0)
 #include "search/mark_input.h"
 
+#include "compare/words.h"
+
 WordSet markWords(Stretch const& stretch) {
     WordSet words;
     int ordinal = 0;
-    forEachWord(stretch, [&](unsigned short const* text, unsigned long length) {
+    forEachWord(stretch.text, stretch.units, [&](unsigned short const* text, unsigned long length) {
         words.insert({text, length, ordinal++});
     });
     return words;
@@ -19,7 +21,8 @@ std::vector<PStringRefSection> markInput(PStringRef<unsigned short> const& input
     for (Stretch stretch; reader.next(stretch);) {
         if (stretch.wordUnits == 0) continue;
         unsigned short const* firstWord = stretch.text;
-        while (isWhiteSpaceUnit(*firstWord)) ++firstWord;
+        while (isWhiteSpaceUnit(*firstWord))
+            ++firstWord;
         PStringRefSection section;
         section.setReference({firstWord, stretch.length});
         section.setWords(markWords(stretch));

@@ -71,9 +71,12 @@ public:
     bool isMatch(Stretch const& entry) const {
         unsigned long const limit = limitOf(entry);
         switch (bound.judge(entry, limit)) {
-            case EntryBound::Verdict::Near: return true;
-            case EntryBound::Verdict::TooFar: return false;
-            default: break;
+            case EntryBound::Verdict::Near:
+                return true;
+            case EntryBound::Verdict::TooFar:
+                return false;
+            default:
+                break;
         }
         WordSet candidate = markWords(entry);
         return compareStrings(searchWords, candidate, exclusions, limit);

@@ -1,7 +1,9 @@
 #include "search/stretch_reader.h"
 
 #include <bit>
+#include <cstddef>
 
+#include "compare/white_space.h"
 
 StretchReader::StretchReader(PStringRef<unsigned short> const& input, unsigned short sectionEnd)
     : position(input.text()),
@@ -35,15 +37,16 @@ unsigned long StretchReader::passToSectionEnd() {
     bool isAtEnd = false;
     while (!isAtEnd && end - position >= kLanes) {
         __m128i const units = _mm_loadu_si128(reinterpret_cast<__m128i const*>(position));
-        __m128i const endLanes = _mm_or_si128(_mm_cmpeq_epi16(units, ends),
-                                              _mm_cmpeq_epi16(units, _mm_setzero_si128()));
+        __m128i const endLanes =
+            _mm_or_si128(_mm_cmpeq_epi16(units, ends), _mm_cmpeq_epi16(units, _mm_setzero_si128()));
         auto const endBits = static_cast<unsigned>(_mm_movemask_epi8(endLanes));
         if (endBits == 0) {
             count(whiteSpaceLanes(units));
             position += kLanes;
         } else {
             int const place = std::countr_zero(endBits) / 2;
-            __m128i const before = _mm_cmplt_epi16(places, _mm_set1_epi16(static_cast<short>(place)));
+            __m128i const before =
+                _mm_cmplt_epi16(places, _mm_set1_epi16(static_cast<short>(place)));
             count(_mm_and_si128(whiteSpaceLanes(units), before));
             position += place;
             isAtEnd = true;

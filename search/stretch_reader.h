@@ -1,7 +1,7 @@
-// Walks through a text from one section end to the next, a stretch at a time, at the speed of memory.
+// Walks through a text from one section end to the next, a stretch at a time, at the speed of
+// memory.
 #pragma once
 
-#include "compare/white_space.h"
 #include "search/pstring_ref.h"
 
 // What lies between two section ends, with or without a word in it.
@@ -14,17 +14,17 @@ struct Stretch {
 
 class StretchReader {
 public:
-    // The text of `input` is not copied. Whitespace is tested before the separator, so a separator that
-    // is whitespace separates nothing; NUL ends a section whatever the separator is.
+    // The text of `input` is not copied. Whitespace is tested before the separator, so a separator
+    // that is whitespace separates nothing; NUL ends a section whatever the separator is.
     StretchReader(PStringRef<unsigned short> const& input, unsigned short separator);
 
-    // Reads the next stretch. False when there is none; the text behind the last section end is one,
-    // be it empty.
+    // Reads the next stretch. False when there is none; the text behind the last section end is
+    // one, be it empty.
     bool next(Stretch& stretch);
 
 private:
-    // Moves `position` to the next section end, or the end of the text, and returns how many units of
-    // whitespace it passed.
+    // Moves `position` to the next section end, or the end of the text, and returns how many units
+    // of whitespace it passed.
     unsigned long passToSectionEnd();
 
     unsigned short const* position;
@@ -33,18 +33,3 @@ private:
     unsigned long opening = 0;  // 1 behind a section end: the unit that ended the section counts
     bool isDone = false;
 };
-
-// Calls `use(text, length)` for each word of the stretch, in text order, repeats included.
-template <class Use>
-void forEachWord(Stretch const& stretch, Use&& use) {
-    unsigned short const* const end = stretch.text + stretch.units;
-    for (unsigned short const* at = stretch.text; at != end;) {
-        if (isWhiteSpaceUnit(*at)) {
-            ++at;
-            continue;
-        }
-        unsigned short const* const start = at;
-        at = findWhiteSpace(at, end);
-        use(start, static_cast<unsigned long>(at - start));
-    }
-}

@@ -14,13 +14,15 @@ using WordRefs = std::vector<PStringRef<unsigned short> const*>;
 WordRefs refsTo(WordSet const& words) {
     WordRefs refs;
     refs.reserve(words.size());
-    for (auto const& word : words) refs.push_back(&word);
+    for (auto const& word : words)
+        refs.push_back(&word);
     return refs;
 }
 
 unsigned long unitsOf(WordRefs const& words) {
     unsigned long units = 0;
-    for (auto const* word : words) units += word->length();
+    for (auto const* word : words)
+        units += word->length();
     return units;
 }
 
@@ -29,7 +31,8 @@ Utf16String joinInTextOrder(WordRefs words) {
               [](auto const* a, auto const* b) { return a->ordinal() < b->ordinal(); });
     Utf16String joined;
     joined.reserve(unitsOf(words));
-    for (auto const* word : words) joined.append(word->text(), word->length());
+    for (auto const* word : words)
+        joined.append(word->text(), word->length());
     return joined;
 }
 

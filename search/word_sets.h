@@ -15,11 +15,12 @@ void removeBy(std::set<Word>& words, std::set<Word> const& gone) {
         std::erase_if(words, [&gone](Word const& word) { return gone.count(word) != 0; });
         return;
     }
-    for (Word const& word : gone) words.erase(word);
+    for (Word const& word : gone)
+        words.erase(word);
 }
 
-// Walks both sets together. A word of `first` alone goes to `useFirst`; for a shared word `first` gives
-// `nextFirst(place)`, the place behind it, and `second` loses it.
+// Walks both sets together. A word of `first` alone goes to `useFirst`; for a shared word `first`
+// gives `nextFirst(place)`, the place behind it, and `second` loses it.
 template <class FirstSet, class Word, class UseFirst, class NextFirst>
 void cancelShared(FirstSet& first, std::set<Word>& second, UseFirst&& useFirst,
                   NextFirst&& nextFirst) {
@@ -35,7 +36,8 @@ void cancelShared(FirstSet& first, std::set<Word>& second, UseFirst&& useFirst,
             b = second.erase(b);
         }
     }
-    while (a != first.end()) useFirst(*a++);
+    while (a != first.end())
+        useFirst(*a++);
 }
 
 // Takes out of both sets the words that they have in common.
@@ -48,8 +50,8 @@ void removeSame(std::set<Word>& first, std::set<Word>& second) {
 // The words in text order, with nothing between them.
 Utf16String makeStringForComparison(WordSet const& words);
 
-// True when what is left of the two sides, once the words of `exclusions` are gone from the candidate
-// and shared words from both, is within `limit` edits. `searchWords` must be rid of the exclusions
-// already. The candidate is cut to its left-over words.
+// True when what is left of the two sides, once the words of `exclusions` are gone from the
+// candidate and shared words from both, is within `limit` edits. `searchWords` must be rid of the
+// exclusions already. The candidate is cut to its left-over words.
 bool compareStrings(WordSet const& searchWords, WordSet& candidate, WordSet const& exclusions,
                     unsigned long limit);

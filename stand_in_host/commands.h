@@ -23,7 +23,10 @@ struct Program {
     Output output;
     std::function<int()> command;  // of the chosen command; its result is the exit status
 
-    std::unique_ptr<Component> makeComponent(AddIn const& addIn) const;
+    // Loaded at the first call and for good: the add-in keeps a text for as long as its process
+    // lives.
+    AddIn const& addIn() const;
+    std::unique_ptr<Component> makeComponent() const;
 
     // A command with the options that all have. `details` may span several sentences.
     CLI::App& addCommand(std::string const& name, std::string const& summary,

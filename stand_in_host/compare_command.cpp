@@ -14,8 +14,7 @@ struct CompareOptions {
 };
 
 int compare(Program& program, CompareOptions const& options) {
-    AddIn const addIn(program.library);
-    auto const component = program.makeComponent(addIn);
+    auto const component = program.makeComponent();
     std::u16string const first = argumentUnits("FIRST", options.first);
     std::u16string const second = argumentUnits("SECOND", options.second);
     auto const isAlike = component->compare(first, second, options.percent);
@@ -37,8 +36,7 @@ void addCompare(Program& program) {
     CLI::App& command = program.addCommand(
         "compare", "Tell whether two texts are alike",
         "Prints alike (status 0) or different (status 1). A text that begins with a dash goes "
-        "behind "
-        "--, after the options.",
+        "behind --, after the options.",
         "near_text compare \"garden hose 20 m\" \"hose garden 25 m\" --percent 90 --explain");
     command.add_option("FIRST", options->first, "A text, of at most 1000 UTF-16 units")
         ->type_name("")

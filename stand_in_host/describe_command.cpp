@@ -85,12 +85,11 @@ std::vector<Cells> propertyRows(Component& component) {
 }
 
 int describe(Program& program) {
-    AddIn const addIn(program.library);
-    auto const component = program.makeComponent(addIn);
+    auto const component = program.makeComponent();
     unsigned short* extension = nullptr;
     (*component)->RegisterExtensionAs(&extension);
     program.output.write(tableText({{"library", program.library.string()},
-                                    {"class", shownName(addIn.getClassNames())},
+                                    {"class", shownName(program.addIn().getClassNames())},
                                     {"extension", shownName(extension)},
                                     {"interface", std::to_string((*component)->GetInfo())}}));
     program.output.write('\n' + tableText(methodRows(*component)));

@@ -60,8 +60,13 @@ int run(int argc, char** argv) {
 
 }  // namespace
 
-std::unique_ptr<Component> Program::makeComponent(AddIn const& addIn) const {
-    auto component = std::make_unique<Component>(addIn);
+AddIn const& Program::addIn() const {
+    static AddIn const& loaded = *new AddIn(library);
+    return loaded;
+}
+
+std::unique_ptr<Component> Program::makeComponent() const {
+    auto component = std::make_unique<Component>(addIn());
     component->setLocale(argumentUnits("--locale", locale));
     return component;
 }

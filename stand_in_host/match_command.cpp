@@ -38,7 +38,11 @@ struct Matching {
         try {
             std::u16string const text = lineUnits(line.text);
             auto const answer = component.search(options.arguments(text, list, exclusions));
-            if (!answer) return failed(line, component.lastReport());
+            if (!answer) {
+                std::string const report = component.lastReport();
+                component.connection.reports.clear();  // they would heap up over a long run
+                return failed(line, report);
+            }
             auto const indices = parseIndexList(*answer);
             return {formatMatches(how, line, list, indices), {}, !indices.empty()};
         } catch (NotText const& error) {
@@ -63,11 +67,10 @@ Matching prepare(MatchCommand const& options) {
 }
 
 int match(Program& program, MatchCommand const& options) {
-    AddIn const addIn(program.library);
     Matching const matching = prepare(options);
     std::vector<std::unique_ptr<Component>> components;
     for (unsigned i = 0; i < options.jobs; ++i)
-        components.push_back(program.makeComponent(addIn));
+        components.push_back(program.makeComponent());
 
     // What is wrong with the switches is wrong for every line, so it is told before the first.
     EntryList const anything{u"-", u',', {}, 0};
@@ -123,7 +126,7 @@ void addMatch(Program& program) {
         "lines as the whole");
     command.add_option("--jobs", options->jobs, "Threads to search with. Default: one a processor")
         ->type_name("N")
-        ->check(CLI::Range(1U, 1024U));
+        ->check(CLI::Range(1U, 256U));
     command.add_flag("--strict", options->isStrict,
                      "Stop at the first line that is too long or no text, instead of going on");
     command.callback([&program, options] {

@@ -103,8 +103,7 @@ private:
 };
 
 int search(Program& program, SearchCommand const& options) {
-    AddIn const addIn(program.library);
-    auto const component = program.makeComponent(addIn);
+    auto const component = program.makeComponent();
     std::u16string const text = argumentUnits("TEXT", options.text);
     std::u16string const exclusions = options.search.exclusions();
     EntryList const list = readList(options, exclusions);
@@ -127,10 +126,8 @@ void addSearch(Program& program) {
     CLI::App& command = program.addCommand(
         "search", "Find the entries of a list that are alike to a text",
         "Prints the indices of the matching entries as the add-in gives them (status 0), or "
-        "nothing "
-        "(status 1). They count from 0, and only entries that hold a word; --show maps them to "
-        "line "
-        "numbers.",
+        "nothing (status 1). They count from 0, and only entries that hold a word; --show maps "
+        "them to line numbers.",
         "near_text search \"claw hammer\" --entries catalogue.txt --short 60 --show");
     command.add_option("TEXT", options->text, "What to look for, of at most 1000 UTF-16 units")
         ->type_name("")

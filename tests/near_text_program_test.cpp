@@ -232,7 +232,10 @@ TEST(Program, WritesALineForALine) {
     std::string const match = "match --texts - --no-numbers --entries " +
                               fileOf("entries", "a\\b\tc \"d\"\n") + " --short 0 --format ";
     std::string const part1 = "\"x\\\ty\n\n";
-    std::string const part2 = "\xFF\n" + std::string(100000, 'x') + "\nz";
+    std::string part2 = "\xFF\nx";
+    for (int i = 0; i < 100000; ++i)
+        part2 += "я";  // two bytes each, from an odd place on
+    part2 += "\nz";
     struct Case {
         char const* format;
         Lines lines;
