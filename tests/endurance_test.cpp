@@ -1,0 +1,94 @@
+// Extreme calls, and calls without end.
+#include <malloc.h>
+
+#include "tests/test_support.h"
+
+namespace {
+
+using stand_in_host::Component;
+
+// Bytes that this process has allocated and not freed.
+std::size_t bytesInUse() {
+    auto const info = mallinfo2();
+    return info.uordblks + info.hblkhd;
+}
+
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+constexpr int kRounds = 5'000;
+#else
+constexpr int kRounds = 500'000;
+#endif
+
+TEST(Endurance, AMillionCallsTakeNoMemory) {
+    Component component(addIn());
+    std::size_t atStart = 0;
+    for (int round = 0; round < kRounds; ++round) {
+        // Every search answers with numbers, and one comparison in two with a report.
+        ASSERT_EQ(component.search({u"red ball", u"a;b;ball red;c;red bal", u';', 9, 80, 80, u"x"}),
+                  "2,4");
+        ASSERT_EQ(component.compare(u"ab", u"ba", round % 2 == 0 ? 101 : 25).has_value(),
+                  round % 2 != 0);
+        component.connection.reports.clear();
+        if (round == kRounds / 10) atStart = bytesInUse();
+    }
+    EXPECT_LE(bytesInUse(), atStart + 1024);
+}
+
+TEST(Endurance, AMillionMatchesLeaveNothingBehind) {
+    std::u16string dictionary;
+    for (int i = 0; i < 1'000'000; ++i)
+        dictionary += u"ab;";
+    Component component(addIn());
+    auto const search = [&] {
+        return component.search({u"ab", dictionary, u';', 0, 100, 100, u""}).value();
+    };
+    auto const list = search();
+    EXPECT_EQ(list.substr(list.size() - 13), "999998,999999");
+    std::size_t const before = bytesInUse();
+    for (int round = 0; round < 5; ++round)
+        ASSERT_EQ(search().size(), list.size());
+    EXPECT_LE(bytesInUse(), before + 1024);
+}
+
+TEST(ExtremeInput, IsAnsweredAsAnyOther) {
+    Component component(addIn());
+    auto const search = [&](std::u16string_view text, std::u16string_view dictionary, int percent,
+                            std::u16string_view exclusions = {}) {
+        return component.search({text, dictionary, u';', 0, percent, percent, exclusions});
+    };
+    std::u16string const oneWord(10'000'000, u'a');
+    EXPECT_EQ(search(u"ab", oneWord, 0), "0");
+    EXPECT_EQ(search(u"ab", oneWord, 1), "");  // 1 unit too many: limit 9,900,000
+    std::u16string repeated;
+    while (repeated.size() < 10'000'000)
+        repeated += u"ball ";
+    EXPECT_EQ(search(u"ball", repeated, 100), "0");
+    EXPECT_EQ(search(u"ball", std::u16string(1'000'000, u';'), 0), "");
+
+    // A thousand words of one unit, in both directions.
+    std::u16string words;
+    std::u16string backwards;
+    for (char16_t unit = 0x4E00; words.size() < 1000; ++unit) {
+        words += std::u16string{unit, u' '};
+        backwards.insert(0, std::u16string{u' ', unit});
+    }
+    EXPECT_EQ(search(words, backwards, 100), "0");
+    EXPECT_EQ(search(words, backwards, 100, words), "0");
+    EXPECT_EQ(component.compare(words, backwards, 100), true);
+}
+
+TEST(Hosts, MayTakeTheirObjectsAwayBetweenCalls) {
+    Component component(addIn());
+    for (int round = 0; round < 100; ++round) {
+        bool const isConnected = round % 3 != 0;
+        component->Init(isConnected ? static_cast<HostConnection*>(&component.connection)
+                                    : nullptr);
+        component.connection.reports.clear();
+        EXPECT_FALSE(component.compare(u"", u"", -1));
+        EXPECT_EQ(component.connection.reports.size(), isConnected ? 1U : 0U);
+        Component other(addIn());
+        EXPECT_EQ(other.compare(u"a", u"a", 100), true);
+    }
+}
+
+}  // namespace
