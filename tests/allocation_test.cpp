@@ -73,6 +73,7 @@ public:
 class Allocations : public testing::Test {
 protected:
     Allocations() {
+        addIn();  // loaded before anything is counted
         for (int i = 0; i < 1000; ++i)
             dictionary += u"z;";
         for (int i = 0; i < 50; ++i)
