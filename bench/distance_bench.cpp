@@ -22,11 +22,10 @@ Pair pairOf(std::size_t length, bool isNear, bool isCyrillic) {
 }
 
 void distance(benchmark::State& state, bool isNear, bool isCyrillic) {
-    auto const [first, second] =
-        pairOf(static_cast<std::size_t>(state.range(0)), isNear, isCyrillic);
+    Pair const pair = pairOf(static_cast<std::size_t>(state.range(0)), isNear, isCyrillic);
     bench::againstPlain(
-        state, [&] { return GeneralizedLevensteinDistance(first, second, 1, 1, 1); },
-        [&] { return plain::distance(first, second); });
+        state, [&] { return GeneralizedLevensteinDistance(pair.first, pair.second, 1, 1, 1); },
+        [&] { return plain::distance(pair.first, pair.second); });
 }
 
 #define LENGTHS Arg(8)->Arg(16)->Arg(32)->Arg(64)->Arg(128)->Arg(250)->Arg(500)->Arg(1000)
@@ -37,9 +36,9 @@ BENCHMARK_CAPTURE(distance, near_cyrillic, true, true)->LENGTHS;
 
 #ifdef NEAR_TEXT_EDLIB
 void edlib(benchmark::State& state, bool isNear) {
-    auto const [first, second] = pairOf(static_cast<std::size_t>(state.range(0)), isNear, false);
-    std::string const a(first.begin(), first.end());
-    std::string const b(second.begin(), second.end());
+    Pair const pair = pairOf(static_cast<std::size_t>(state.range(0)), isNear, false);
+    std::string const a(pair.first.begin(), pair.first.end());
+    std::string const b(pair.second.begin(), pair.second.end());
     auto const config = edlibNewAlignConfig(-1, EDLIB_MODE_NW, EDLIB_TASK_DISTANCE, nullptr, 0);
     for (auto _ : state) {
         auto const result = edlibAlign(a.data(), static_cast<int>(a.size()), b.data(),

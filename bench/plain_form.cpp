@@ -45,14 +45,14 @@ std::vector<std::shared_ptr<Section>> mark(unsigned short const* text, unsigned 
     int ordinal = 0;
     auto const endWord = [&](unsigned long end) {
         if (wordLength == 0) return;
-        current.words.insert({std::shared_ptr<Word const>(
-            new Word{text + end - wordLength, wordLength, ordinal++})});
+        current.words.insert(
+            {std::make_shared<Word const>(Word{text + end - wordLength, wordLength, ordinal++})});
         wordLength = 0;
     };
     auto const endSection = [&](unsigned long end) {
         endWord(end);
         if (!current.words.empty()) {
-            sections.push_back(std::shared_ptr<Section>(new Section(current)));
+            sections.push_back(std::make_shared<Section>(current));
         }
         current.words.clear();
         current.length = 1;

@@ -123,7 +123,7 @@ long sumDownStrip(Run strip, Run text, CarryAt&& carryAt) {
         });
     }
     long sum = 0;
-    for (unsigned word = 0; word < kWords && strip.length > word * kRowsPerWord; ++word) {
+    for (unsigned long word = 0; word < kWords && strip.length > word * kRowsPerWord; ++word) {
         sum += columns[word].sum(strip.length - word * kRowsPerWord);
     }
     return sum;
