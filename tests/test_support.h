@@ -12,7 +12,8 @@
 #include "stand_in_host/text_codec.h"
 
 inline stand_in_host::AddIn& addIn() {
-    // Never unloaded: its class name is for the life of the process, and else would count as a leak.
+    // Never unloaded: its class name is for the life of the process, and else would count as a
+    // leak.
     static auto& library = *new stand_in_host::AddIn(NEAR_TEXT_LIBRARY);
     return library;
 }
