@@ -12,7 +12,7 @@
 //                        ...
 //
 // A strip is at most four words, so that all of its column stays in registers. The distance is the
-// length of the text (the top row's last cell) and all steps down the last column.
+// last cell of a row and all steps down the last column below it.
 #include "compare/bit_parallel_distance.h"
 
 #include <algorithm>
@@ -137,23 +137,80 @@ unsigned long distanceInOneStrip(Run pattern, Run text) {
 }
 
 constexpr unsigned kStripWords = 4;
-constexpr unsigned kStripRows = kStripWords * kRowsPerWord;
+constexpr unsigned long kStripRows = kStripWords * kRowsPerWord;
 
-unsigned long distanceInStrips(Run pattern, Run text) {
-    std::vector<unsigned char> carries(text.length, kTopRow.rises);  // bit 0 rises, bit 1 falls
-    auto const alongEdge = [&carries](unsigned long j, auto&& step) {
-        unsigned const above = carries[j];
-        Carry const below = step(Carry{above & 1U, above >> 1U});
-        carries[j] = static_cast<unsigned char>(below.rises | below.falls << 1U);
-    };
-    unsigned long distance = text.length;
-    for (unsigned long row = 0; row < pattern.length; row += kStripRows) {
-        Run const strip{pattern.units + row,
-                        std::min<unsigned long>(pattern.length - row, kStripRows)};
-        distance += static_cast<unsigned long>(
-            sumDownStrip<kStripWords, 2 * kStripRows>(strip, text, alongEdge));
+// The differences along the row between two strips, one byte for each unit of the text: bit 0
+// rises, bit 1 falls. Where no strip has written, the row goes up, as the top row does.
+class Edge {
+public:
+    explicit Edge(unsigned long length) : bytes(length, kTopRow.rises) {}
+
+    Carry at(unsigned long j) const {
+        unsigned const byte = bytes[j];
+        return {byte & 1U, byte >> 1U};
     }
-    return distance;
+    void set(unsigned long j, Carry carry) {
+        bytes[j] = static_cast<unsigned char>(carry.rises | carry.falls << 1U);
+    }
+
+    // Walks from `from` to below `to` and tells `use` the value after each unit; returns the last.
+    template <class Use>
+    long walk(long value, unsigned long from, unsigned long to, Use&& use) const {
+        for (unsigned long j = from; j < to; ++j) {
+            value += (bytes[j] & 1) - (bytes[j] >> 1);
+            use(value);
+        }
+        return value;
+    }
+    long walk(long value, unsigned long from, unsigned long to) const {
+        return walk(value, from, to, [](long) {});
+    }
+
+private:
+    std::vector<unsigned char> bytes;
+};
+
+// The distance, if it is at most `reach`; else a number above it. `reach` is at least the
+// difference of the lengths. Cells further than `reach` off the diagonal take no part in a distance
+// as small as that, so each strip goes only through the units of the text that lie within it, and
+// what it would have to know of the cells outside is taken to be as high as it can be.
+unsigned long distanceWithin(unsigned long reach, Run pattern, Run text) {
+    Edge edge(text.length);
+    unsigned long begin = 0;
+    long corner = 0;  // the cell above the strip's first row, before its first unit
+    for (unsigned long row = 0;; row += kStripRows) {
+        unsigned long const rows = std::min(pattern.length - row, kStripRows);
+        unsigned long const end = std::min(text.length, row + rows + reach);
+        bool const isLast = row + rows == pattern.length;
+        long const lastCellAbove = isLast ? edge.walk(corner, begin, end) : 0;
+        long const sum = sumDownStrip<kStripWords, 2 * kStripRows>(
+            {pattern.units + row, rows}, {text.units + begin, end - begin},
+            [&edge, begin](unsigned long j, auto&& step) {
+                edge.set(begin + j, step(edge.at(begin + j)));
+            });
+        if (isLast) return static_cast<unsigned long>(lastCellAbove + sum);
+
+        corner += static_cast<long>(rows);
+        if (reach < text.length) {
+            long least = corner;
+            edge.walk(corner, begin, end, [&least](long cell) { least = std::min(least, cell); });
+            if (least > static_cast<long>(reach)) return reach + 1;  // no later row holds less
+        }
+        unsigned long const next = row + rows > reach ? row + rows - reach : 0;
+        corner = edge.walk(corner, begin, next);
+        begin = next;
+    }
+}
+
+// Long texts that are near are done when a narrow band was; unlike ones leave it after the first
+// strip.
+unsigned long distanceInStrips(Run pattern, Run text) {
+    unsigned long const narrow = text.length / 8;
+    if (pattern.length > 2 * kStripRows && text.length - pattern.length <= narrow) {
+        unsigned long const distance = distanceWithin(narrow, pattern, text);
+        if (distance <= narrow) return distance;
+    }
+    return distanceWithin(text.length, pattern, text);
 }
 
 void stripCommonEnds(Run& a, Run& b) {
