@@ -58,10 +58,11 @@ public:
 
 private:
     static constexpr std::uint32_t kFree = 0x10000;  // no unit
+    static constexpr unsigned kSpread = 37;          // parts units with the same low bits
     static constexpr Masks kNowhere{};
 
     unsigned find(unsigned short unit) const {
-        unsigned slot = unit % kSlots;
+        unsigned slot = (unit + kSpread * (unsigned{unit} >> 8U)) % kSlots;
         while (keys[slot] != unit && keys[slot] != kFree)
             slot = (slot + 1) % kSlots;
         return slot;

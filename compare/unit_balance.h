@@ -6,10 +6,10 @@
 // stand, and at least the number that the second has beyond the first.
 //
 // A word that both sides hold takes the same units out of both and so leaves these numbers alone:
-// they may be taken before any word is cut. What else leaves the second side alone (a repeated or
-// an excluded word) makes it lack more of the first, never less, so units missing from the whole
-// text are missing from what is left of it. The other way about, that word counts as surplus and is
-// none: the surplus holds only less the units of such words.
+// they may be taken before any word is cut. A word that goes from the second side alone (a repeated
+// or an excluded one) makes that side lack more of the first, never less: units missing from the
+// whole text are missing from what is left of it. The other way about, such a word counts as
+// surplus and is none: the surplus is a bound only less the units of words that go so.
 //
 // Units are folded into a few counters. Two units in one counter can hide a difference and never
 // make one, so the bound gets lower and stays a bound.
@@ -23,7 +23,7 @@ public:
     // The most units that the counted side may have.
     static constexpr unsigned long kMostUnits = 65535;
 
-    // Adds a stretch of the side that is counted. Whitespace counts as any unit does.
+    // Adds a word of the side that is counted.
     void add(unsigned short const* text, unsigned long length) {
         for (unsigned long i = 0; i < length; ++i)
             ++counts[fold(text[i])];

@@ -1,10 +1,6 @@
-// The edit distance of two strings in a single row, as long as the shorter string, at any costs.
-// What runs when the costs differ, and the reference for the kernel that runs when they do not.
-//
-// `insertCost` prices a unit of `second` without a partner in `first`, `deleteCost` a unit of
-// `first` without a partner in `second`, `replaceCost` two differing units set against each other.
-// Two neighbours that changed places are two edits. Works in a single row, as long as the shorter
-// string.
+// The edit distance of two strings at any costs, in a single row as long as the shorter string:
+// what runs when the costs differ, and the reference for the kernel that runs when they do not. The
+// costs are those of generalized_levenstein_distance.h.
 #pragma once
 
 #include <algorithm>

@@ -16,7 +16,8 @@ public:
         Unknown,  // only the words can tell
     };
 
-    // `searchWords` are those that count: without the exclusions.
+    // `searchWords` are those that count, without the exclusions, of a text that is no longer than
+    // UnitBalance::kMostUnits.
     EntryBound(WordSet const& searchWords, WordSet const& exclusions);
 
     // `entry` holds a word. The verdict is always right, and allocates nothing.
@@ -26,8 +27,8 @@ private:
     // A few bits of a word. Equal words have equal marks.
     static unsigned markOf(unsigned short const* text, unsigned long length);
 
-    // Units of words of the entry that may be repeats or excluded, and so no surplus; at least so
-    // many.
+    // Units of words of the entry that may be repeats or excluded, and so no surplus: never too
+    // few, and at times too many.
     unsigned long unitsThatMayGo(Stretch const& entry) const;
 
     static constexpr unsigned kMarks = 512;

@@ -1,6 +1,6 @@
 // Each unit is whitespace, the end of a section or part of a word, tested in that order:
 //
-//   " one two,b b"  at ','  ->  (length 8: one/0 two/1)  (length 5: b/0)
+//   " one two,b b"  at ','  ->  (length 8: one/0 two/1)  (length 4: b/0)
 #include "search/mark_input.h"
 
 #include "compare/words.h"

@@ -5,7 +5,8 @@
 // text stays the host's, which keeps it alive and unchanged while any reference into it exists.
 // Handles belong to one call on one thread.
 //
-// A record is filled when it is made and never written again, so sharing one shares a constant.
+// The record of a reference is filled when it is made and never written again, so sharing one
+// shares a constant; a section is filled before its handle is copied.
 #pragma once
 
 #include <memory>

@@ -75,7 +75,7 @@ public:
                 return true;
             case EntryBound::Verdict::TooFar:
                 return false;
-            default:
+            case EntryBound::Verdict::Unknown:
                 break;
         }
         WordSet candidate = markWords(entry);

@@ -47,7 +47,7 @@ void removeSame(std::set<Word>& first, std::set<Word>& second) {
         first, second, [](Word const&) {}, [&first](auto place) { return first.erase(place); });
 }
 
-// The words in text order, with nothing between them.
+// The words in text order, with nothing between them. No two of them have the same ordinal.
 Utf16String makeStringForComparison(WordSet const& words);
 
 // True when what is left of the two sides, once the words of `exclusions` are gone from the

@@ -2,6 +2,7 @@
 
 #include <charconv>
 #include <cstring>
+#include <limits>
 #include <stdexcept>
 
 namespace stand_in_host {
@@ -20,6 +21,9 @@ _tVariant garbageRecord() {
 }
 
 _tVariant textRecord(std::u16string_view text) {
+    if (text.size() > std::numeric_limits<std::uint32_t>::max()) {
+        throw std::runtime_error("a text is longer than a record can tell");
+    }
     _tVariant record = garbageRecord();
     record.value.wideString = hostUnits(text.data());
     record.length = static_cast<std::uint32_t>(text.size());

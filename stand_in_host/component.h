@@ -12,7 +12,8 @@
 
 namespace stand_in_host {
 
-// Records as a host fills them. Bytes that are not part of a value hold garbage.
+// Records as a host fills them. Bytes that are not part of a value hold garbage. A text stays the
+// caller's and must outlive the record; one of 2^32 units or more throws std::runtime_error.
 _tVariant textRecord(std::u16string_view text);
 _tVariant numberRecord(int number);
 _tVariant garbageRecord();
@@ -30,7 +31,7 @@ struct SearchArguments {
 
 class Component {
 public:
-    // `addIn` must outlive the component. Throws std::runtime_error when none can be made.
+    // `library` must outlive the component. Throws std::runtime_error when none can be made.
     explicit Component(AddIn const& library);
     ~Component();
     Component(Component const&) = delete;

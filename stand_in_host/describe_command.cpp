@@ -56,7 +56,7 @@ std::string shownDefaults(Component& component, long method) {
     return text.empty() ? "-" : text;
 }
 
-std::string shownName(unsigned short const* name) {
+std::string orDash(unsigned short const* name) {
     std::string const text = toUtf8(fromHost(name));
     return text.empty() ? "-" : text;
 }
@@ -65,8 +65,8 @@ std::vector<Cells> methodRows(Component& component) {
     std::vector<Cells> rows = {
         {"index", "method", "second name", "parameters", "result", "defaults"}};
     for (long i = 0; i < component->GetNMethods(); ++i) {
-        rows.push_back({std::to_string(i), shownName(component->GetMethodName(i, 0)),
-                        shownName(component->GetMethodName(i, 1)),
+        rows.push_back({std::to_string(i), orDash(component->GetMethodName(i, 0)),
+                        orDash(component->GetMethodName(i, 1)),
                         std::to_string(component->GetNParams(i)),
                         component->HasRetVal(i) ? "yes" : "no", shownDefaults(component, i)});
     }
@@ -76,8 +76,8 @@ std::vector<Cells> methodRows(Component& component) {
 std::vector<Cells> propertyRows(Component& component) {
     std::vector<Cells> rows = {{"index", "property", "second name", "readable", "writable"}};
     for (long i = 0; i < component->GetNProps(); ++i) {
-        rows.push_back({std::to_string(i), shownName(component->GetPropName(i, 0)),
-                        shownName(component->GetPropName(i, 1)),
+        rows.push_back({std::to_string(i), orDash(component->GetPropName(i, 0)),
+                        orDash(component->GetPropName(i, 1)),
                         component->IsPropReadable(i) ? "yes" : "no",
                         component->IsPropWritable(i) ? "yes" : "no"});
     }
@@ -89,8 +89,8 @@ int describe(Program& program) {
     unsigned short* extension = nullptr;
     (*component)->RegisterExtensionAs(&extension);
     program.output.write(tableText({{"library", program.library.string()},
-                                    {"class", shownName(program.addIn().getClassNames())},
-                                    {"extension", shownName(extension)},
+                                    {"class", orDash(program.addIn().getClassNames())},
+                                    {"extension", orDash(extension)},
                                     {"interface", std::to_string((*component)->GetInfo())}}));
     program.output.write('\n' + tableText(methodRows(*component)));
     program.output.write('\n' + tableText(propertyRows(*component)));

@@ -52,9 +52,11 @@ EntryList entriesFromFile(std::string const& file, char16_t separator) {
     try {
         return entriesFromList(toUnits(text), separator);
     } catch (NotUtf8 const& error) {
-        auto const end = text.begin() + static_cast<std::ptrdiff_t>(error.byte);
-        auto const line = std::count(text.begin(), end, '\n') + 1;
-        throw std::runtime_error(file + ':' + std::to_string(line) + ": " + error.what());
+        auto const wrong = text.begin() + static_cast<std::ptrdiff_t>(error.byte) - 1;
+        auto const line = std::count(text.begin(), wrong, '\n') + 1;
+        auto const start = std::find(std::reverse_iterator(wrong), text.rend(), '\n').base();
+        throw std::runtime_error(shownName(file) + ':' + std::to_string(line) + ": " +
+                                 NotUtf8(static_cast<std::size_t>(wrong - start) + 1).what());
     }
 }
 

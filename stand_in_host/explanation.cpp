@@ -1,10 +1,11 @@
-// Slow and plain on purpose: words in vectors that are searched from end to end, a whole matrix for
-// the distance. What is fast in the add-in must agree with what is obvious here.
+// Slow and plain on purpose: words in vectors that are searched from end to end, a matrix row by
+// row for the distance. What is fast in the add-in must agree with what is obvious here.
 #include "stand_in_host/explanation.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <utility>
 
 #include "stand_in_host/whitespace.h"
 
@@ -34,20 +35,17 @@ std::u16string joined(Words const& words) {
 }
 
 unsigned long distanceBetween(std::u16string_view first, std::u16string_view second) {
-    std::vector<std::vector<std::uint32_t>> matrix(first.size() + 1,
-                                                   std::vector<std::uint32_t>(second.size() + 1));
-    for (std::size_t i = 0; i <= first.size(); ++i) {
-        for (std::size_t j = 0; j <= second.size(); ++j) {
-            if (i == 0 || j == 0) {
-                matrix[i][j] = static_cast<std::uint32_t>(i + j);
-                continue;
-            }
-            std::uint32_t const replaced =
-                matrix[i - 1][j - 1] + (first[i - 1] == second[j - 1] ? 0 : 1);
-            matrix[i][j] = std::min({matrix[i - 1][j] + 1, matrix[i][j - 1] + 1, replaced});
+    std::vector<unsigned long> row(second.size() + 1);
+    for (std::size_t j = 0; j <= second.size(); ++j)
+        row[j] = j;
+    for (std::size_t i = 1; i <= first.size(); ++i) {
+        std::vector<unsigned long> const above = std::exchange(row, {i});
+        for (std::size_t j = 1; j <= second.size(); ++j) {
+            unsigned long const replaced = above[j - 1] + (first[i - 1] == second[j - 1] ? 0 : 1);
+            row.push_back(std::min({above[j] + 1, row[j - 1] + 1, replaced}));
         }
     }
-    return matrix[first.size()][second.size()];
+    return row.back();
 }
 
 unsigned long limitFor(unsigned long percent, unsigned long length) {

@@ -106,8 +106,11 @@ bool LineReader::next(Line& line) {
     if (number == 1 && line.text.starts_with(kByteOrderMark)) line.text.erase(0, 3);
     if (line.text.ends_with('\r')) line.text.pop_back();
     if (line.text.size() > longest) {
+        // A character is four bytes at the most; what goes on longer is none, and stays to be
+        // found.
+        constexpr std::size_t kLongestTail = 3;
         std::size_t end = longest;
-        while (end > 0 && continuesCharacter(line.text[end]))
+        while (end > 0 && longest - end < kLongestTail && continuesCharacter(line.text[end]))
             --end;
         line.text.resize(end);
     }

@@ -102,6 +102,9 @@ int main(int argc, char** argv) {
     std::signal(SIGPIPE, SIG_IGN);  // a write that fails is told instead
     try {
         return stand_in_host::run(argc, argv);
+    } catch (std::bad_alloc const&) {
+        stand_in_host::complain("out of memory");
+        return stand_in_host::kError;
     } catch (std::exception const& error) {
         stand_in_host::complain(error.what());
         return stand_in_host::kError;

@@ -1,4 +1,6 @@
 #include <algorithm>
+#include <limits>
+#include <optional>
 
 #include "stand_in_host/commands.h"
 #include "stand_in_host/explanation_text.h"
@@ -44,7 +46,7 @@ public:
           options(shownOptions),
           list(entryList),
           matches(matching),
-          explanation(arguments),
+          searchArguments(arguments),
           placeName(options.entriesFile.empty() ? "place" : "line") {}
 
     void write() {
@@ -86,7 +88,8 @@ private:
                              rightAligned(std::to_string(entry.place), kPlaceWidth) + "  " +
                              onOneLine(entry.text) + '\n');
         if (!isExplained) return;
-        SideBySide const sides = explanation.entry(index);
+        if (!explanation) explanation.emplace(searchArguments);
+        SideBySide const sides = explanation->entry(index);
         requireAgreement(sides, std::binary_search(matches.begin(), matches.end(), index));
         program.output.write(explanationText(sides, "text", "entry"));
     }
@@ -98,7 +101,8 @@ private:
     SearchCommand const& options;
     EntryList const& list;
     std::vector<unsigned long> const& matches;
-    SearchExplanation const explanation;
+    SearchArguments const& searchArguments;
+    std::optional<SearchExplanation> explanation;  // reads the whole list, so only when asked
     std::string const placeName;
 };
 
@@ -129,7 +133,9 @@ void addSearch(Program& program) {
         "nothing (status 1). They count from 0, and only entries that hold a word; --show maps "
         "them to line numbers.",
         "near_text search \"claw hammer\" --entries catalogue.txt --short 60 --show");
-    command.add_option("TEXT", options->text, "What to look for, of at most 1000 UTF-16 units")
+    command
+        .add_option("TEXT", options->text,
+                    "What to look for, of at most 1000 UTF-16 units; behind -- if it begins with -")
         ->type_name("")
         ->required();
     CLI::Option* const entries =
@@ -158,6 +164,7 @@ void addSearch(Program& program) {
                     "Explain the entry in this line (or place), match or not; may be given again")
         ->type_name("N")
         ->expected(1)
+        ->check(CLI::Range(1, std::numeric_limits<int>::max()).description(""))
         ->take_all();
     command.callback([&program, options, entries, dictionary] {
         if (entries->empty() && dictionary->empty()) {

@@ -19,8 +19,9 @@ void SearchOptions::addTo(CLI::App& command) {
             ->type_name("UNITS");
     command
         .add_option("--long", percentLong,
-                    "How alike an entry above --threshold must be. Default: as --short")
+                    "How alike an entry above --threshold must be, 0 to 100. Default: as --short")
         ->type_name("PERCENT")
+        ->check(CLI::Range(0, 100).description(""))
         ->needs(thresholdOption);
     command
         .add_option("--exclude", exclude,
