@@ -108,8 +108,9 @@ struct Column {
 
 constexpr Carry kTopRow{1, 0};  // the top row goes up with every unit of the text
 
-// Takes a strip through the whole text and returns the sum of the steps down its last column.
-// `carry` tells and takes the carry at each unit of the text.
+// Takes a strip through a text and returns the sum of the steps down its last column. For each unit
+// of the text `carryAt(index, step)` is called, which gives `step` the difference above the strip
+// and gets from it that along the strip's last row.
 template <unsigned kWords, unsigned kSlots, class CarryAt>
 long sumDownStrip(Run strip, Run text, CarryAt&& carryAt) {
     RowMasks<kWords, kSlots> const rowsOf(strip);

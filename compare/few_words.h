@@ -1,4 +1,8 @@
 // The words of a short text, told apart where they stand: no copy, no allocation.
+//
+// Counting words in maps costs more than all the rest of a short comparison, and few texts need it:
+// a word that comes once in each of the two simply goes from both. Only where a shared word repeats
+// does it matter which of its occurrences go, and that rule stays with the maps.
 #pragma once
 
 #include <array>

@@ -20,13 +20,6 @@
 
 namespace {
 
-void appendWords(TextShape const& shape, std::vector<Utf16String>& words) {
-    words.reserve(words.size() + shape.words);
-    forEachWord(shape.text, shape.units, [&words](auto const* word, unsigned long length) {
-        words.emplace_back(word, length);
-    });
-}
-
 // True when the left-overs of the two texts must be further apart than `limit`. Words cancel one
 // for one here, so without exclusions both sides keep what they have beyond the other.
 bool isTooFar(TextShape const& first, TextShape const& second, unsigned long limit) {
@@ -70,8 +63,8 @@ bool DamerauLevenshteinDistance::wordInsansitiveCompareStrings(
 
     std::vector<Utf16String> firstWords;
     std::vector<Utf16String> secondWords;
-    appendWords(firstShape, firstWords);
-    appendWords(secondShape, secondWords);
+    spaceSplit(first, firstLength, firstWords);
+    spaceSplit(second, secondLength, secondWords);
 
     WordMap firstMap;
     WordMap secondMap;
@@ -94,7 +87,10 @@ unsigned long DamerauLevenshteinDistance::spaceSplit(unsigned short const* text,
                                                      unsigned long length,
                                                      std::vector<Utf16String>& words) {
     TextShape const shape(text, length);
-    appendWords(shape, words);
+    words.reserve(words.size() + shape.words);
+    forEachWord(text, shape.units, [&words](auto const* word, unsigned long wordLength) {
+        words.emplace_back(word, wordLength);
+    });
     return shape.surplus;
 }
 

@@ -29,11 +29,12 @@ wchar_t const* pickName(wchar_t const* const* english, wchar_t const* const* rus
     return nullptr;
 }
 
-constexpr unsigned long kUnitBytes = sizeof(unsigned short);
-
-// Fills the host's block with `text`. A manager may claim success and leave no block; the text then
-// goes out in an array of the library's own, so that the host still finds the name.
-void fillBlock(void** block, wchar_t const* text, std::size_t units) {
+// Gives `text` out in a block from the manager, as far as that gives one. A manager may claim
+// success and leave no block; the text then goes out in an array of the library's own, so that the
+// host still finds the name. After a refusal nothing is written.
+void giveOut(HostMemoryManager& manager, void** block, wchar_t const* text) {
+    std::size_t const units = wideLength(text) + 1;
+    if (!manager.allocate(block, units * sizeof(unsigned short))) return;
     if (*block == nullptr) *block = new unsigned short[units];
     narrowWithTerminator(static_cast<unsigned short*>(*block), text);
 }
@@ -42,18 +43,15 @@ void fillBlock(void** block, wchar_t const* text, std::size_t units) {
 
 bool NearTextComparer::RegisterExtensionAs(unsigned short** out) {
     if (memManager == nullptr) return false;
-    constexpr std::size_t kUnits = sizeof(kExtensionName) / sizeof(wchar_t);
-    void** const block = reinterpret_cast<void**>(out);
     // A refusal leaves the host without the name, yet the extension is registered.
-    if (memManager->allocate(block, kUnits * kUnitBytes)) fillBlock(block, kExtensionName, kUnits);
+    giveOut(*memManager, reinterpret_cast<void**>(out), kExtensionName);
     return true;
 }
 
 unsigned short const* NearTextComparer::nameForHost(wchar_t const* name) {
     if (name == nullptr || memManager == nullptr) return nullptr;
-    std::size_t const units = narrowedLength(name) + 1;
     void* block = nullptr;
-    if (memManager->allocate(&block, units * kUnitBytes)) fillBlock(&block, name, units);
+    giveOut(*memManager, &block, name);
     return static_cast<unsigned short const*>(block);
 }
 
@@ -107,7 +105,7 @@ long NearTextComparer::GetNParams(long method) {
 
 bool NearTextComparer::GetParamDefValue(long method, long param, _tVariant* value) {
     value->tag = TagEmpty;
-    bool const isExclusions = method == 1 && param == 6;
+    bool const isExclusions = method == StringSearch && param == kExclusionsParam;
     if (!isExclusions) return false;
     value->value.whole = 0;
     value->length = 0;

@@ -12,8 +12,6 @@ namespace {
 constexpr wchar_t const* kLocaleNames[] = {L"ru",  L"ru_ru",   L"ru_RU",
                                            L"rus", L"rus_rus", L"rus_RUS"};
 
-enum MethodIndex : long { StringCompare = 0, StringSearch = 1 };
-
 }  // namespace
 
 NearTextComparer::NearTextComparer()

@@ -21,6 +21,10 @@ inline constexpr wchar_t kExtensionName[] = L"NearTextComparerExtension";
 
 class NearTextComparer : public IComponentBase {
 public:
+    // The methods by their place in the catalogue, and the one parameter with a default.
+    enum MethodIndex : long { StringCompare = 0, StringSearch = 1 };
+    static constexpr long kExclusionsParam = 6;
+
     // Thrown by value within a search and caught there; none ever reaches the host.
     enum Error : int {
         StringTooLong = 0,

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cwchar>
 
-std::size_t narrowedLength(wchar_t const* text) {
+std::size_t wideLength(wchar_t const* text) {
     return std::wcslen(text);
 }
 
@@ -13,11 +13,11 @@ void narrowInto(unsigned short* out, wchar_t const* text, std::size_t length) {
 }
 
 void narrowWithTerminator(unsigned short* out, wchar_t const* text) {
-    narrowInto(out, text, narrowedLength(text) + 1);
+    narrowInto(out, text, wideLength(text) + 1);
 }
 
 std::unique_ptr<unsigned short[]> narrow(wchar_t const* text) {
-    auto units = std::make_unique<unsigned short[]>(narrowedLength(text) + 1);
+    auto units = std::make_unique<unsigned short[]>(wideLength(text) + 1);
     narrowWithTerminator(units.get(), text);
     return units;
 }

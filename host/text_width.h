@@ -6,13 +6,13 @@
 #include <cstddef>
 #include <memory>
 
-// Units of `text` up to its terminator.
-std::size_t narrowedLength(wchar_t const* text);
+// Characters of `text` up to its terminator; as many units when it is narrowed.
+std::size_t wideLength(wchar_t const* text);
 
 // Writes `length` characters of `text` to `out`, which has room for as many units.
 void narrowInto(unsigned short* out, wchar_t const* text, std::size_t length);
 
-// Writes `text` and its terminator to `out`, which has room for narrowedLength(text) + 1 units.
+// Writes `text` and its terminator to `out`, which has room for wideLength(text) + 1 units.
 void narrowWithTerminator(unsigned short* out, wchar_t const* text);
 
 // `text` with its terminator, in an array of its own.

@@ -1,4 +1,6 @@
-// The units that part words. No other unit does, no-break and other wide spaces included.
+// The units that part words. No other unit does, no-break and other wide spaces included. A host
+// has no part in the add-in's own test, and what is worked out to check the add-in must not lean on
+// it.
 #pragma once
 
 #include <algorithm>
