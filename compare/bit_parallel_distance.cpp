@@ -204,11 +204,13 @@ unsigned long distanceWithin(unsigned long reach, Run pattern, Run text) {
     }
 }
 
-// Long texts that are near are done when a narrow band was; unlike ones leave it after the first
-// strip.
+// Long texts that are near are done when a narrow band was. Texts that are unlike at their
+// beginning are not tried that way.
 unsigned long distanceInStrips(Run pattern, Run text) {
+    constexpr unsigned long kSample = kRowsPerWord;
     unsigned long const narrow = text.length / 8;
-    if (pattern.length > 2 * kStripRows && text.length - pattern.length <= narrow) {
+    if (pattern.length > 2 * kStripRows && text.length - pattern.length <= narrow &&
+        distanceInOneStrip<1, 128>({pattern.units, kSample}, {text.units, kSample}) < kSample / 2) {
         unsigned long const distance = distanceWithin(narrow, pattern, text);
         if (distance <= narrow) return distance;
     }

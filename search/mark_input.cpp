@@ -9,7 +9,12 @@ WordSet markWords(Stretch const& stretch) {
     WordSet words;
     int ordinal = 0;
     forEachWord(stretch.text, stretch.units, [&](unsigned short const* text, unsigned long length) {
-        words.insert({text, length, ordinal++});
+        // Made only for a new word: a long section may repeat few words without end.
+        PStringRefPrivate<unsigned short, unsigned long> const word{text, length, ordinal++};
+        auto const key = PStringRef<unsigned short>::borrowing(word);
+        auto const place = words.lower_bound(key);
+        if (place == words.end() || key < *place)
+            words.emplace_hint(place, text, length, word.ordinal);
     });
     return words;
 }
