@@ -15,128 +15,118 @@ extern "C" long DestroyObject(IComponentBase** slot);
 
 namespace {
 
-using stand_in_host::fromHost;
-
 void require(bool isTrue) {
     if (!isTrue) __builtin_trap();
 }
 
-// A record and its text, in a block of exactly its size: one unit read too far is one too many.
-struct Record {
-    _tVariant variant = stand_in_host::garbageRecord();
-    std::unique_ptr<char16_t[]> block;
-
-    std::u16string_view text() const { return {block.get(), variant.length}; }
-};
-
-Record makeText(FuzzedDataProvider& data, std::size_t longest) {
-    Record record;
-    std::size_t const length = data.ConsumeIntegralInRange<std::size_t>(0, longest);
-    std::u16string text;
-    while (text.size() < length && data.remaining_bytes() > 0) {
-        // Mostly a few letters and separators, so that words repeat; at times any unit.
-        constexpr char16_t kUnits[] = u"aab \t\n\r;,\0\u0431\u0461\xD83D";
-        auto const byte = data.ConsumeIntegral<unsigned char>();
-        text +=
-            byte < 250 ? kUnits[byte % (std::size(kUnits) - 1)] : data.ConsumeIntegral<char16_t>();
-    }
-    if (!text.empty() || data.ConsumeBool()) record.block.reset(new char16_t[text.size()]);
-    std::copy(text.begin(), text.end(), record.block.get());
-    record.variant.value.wideString = stand_in_host::hostUnits(record.block.get());
-    record.variant.length = static_cast<std::uint32_t>(text.size());
-    record.variant.tag = data.ConsumeProbability<float>() < 0.98F
-                             ? TagWideString
-                             : data.ConsumeIntegral<std::uint16_t>();
-    return record;
-}
-
-Record makeNumber(FuzzedDataProvider& data) {
-    Record record;
-    record.variant.value.int32 = data.ConsumeProbability<float>() < 0.9F
-                                     ? data.ConsumeIntegralInRange<int>(0, 100)
-                                     : data.ConsumeIntegral<int>();
-    record.variant.tag =
-        data.ConsumeProbability<float>() < 0.98F ? TagInt32 : data.ConsumeIntegral<std::uint16_t>();
-    return record;
-}
+// A record's index, and what to make it: a text of up to so many units, or a number.
+using Wish = std::pair<std::size_t, std::size_t>;
+constexpr std::size_t kNumber = ~std::size_t{0};
 
 struct Call {
-    Call() {
+    // Makes the records in the order of the wishes, nearly always of the type that each must be.
+    Call(FuzzedDataProvider& data, std::vector<Wish> const& wishes)
+        : params(wishes.size(), stand_in_host::garbageRecord()), blocks(wishes.size()) {
+        for (auto const& [index, longest] : wishes) {
+            _tVariant& record = params[index];
+            if (longest != kNumber) {
+                makeText(data, longest, record, blocks[index]);
+            } else if (data.ConsumeProbability<float>() < 0.9F) {
+                record.value.int32 = data.ConsumeIntegralInRange<int>(0, 100);
+            } else {
+                record.value.int32 = data.ConsumeIntegral<int>();
+            }
+            std::uint16_t const tag = longest == kNumber ? TagInt32 : TagWideString;
+            bool const isKept = data.ConsumeProbability<float>() < 0.98F;
+            record.tag = isKept ? tag : data.ConsumeIntegral<std::uint16_t>();
+            isTyped = isTyped && record.tag == tag;
+        }
         GetClassObject(nullptr, &component);
         component->Init(static_cast<HostConnection*>(&connection));
         component->setMemManager(static_cast<HostMemoryManager*>(&memory));
     }
     ~Call() { DestroyObject(&component); }
 
-    bool run(long method, std::vector<Record> const& records) {
-        std::vector<_tVariant> params;
-        for (Record const& record : records)
-            params.push_back(record.variant);
-        return component->CallAsFunc(method, &result, params.data(), std::ssize(params));
+    // Into a block of exactly its size: one unit read too far is one too many.
+    static void makeText(FuzzedDataProvider& data, std::size_t longest, _tVariant& record,
+                         std::unique_ptr<char16_t[]>& block) {
+        std::size_t const length = data.ConsumeIntegralInRange<std::size_t>(0, longest);
+        std::u16string text;
+        while (text.size() < length && data.remaining_bytes() > 0) {
+            // Mostly a few letters and separators, so that words repeat; at times any unit.
+            constexpr char16_t kUnits[] = u"aab \t\n\r;,\0\u0431\u0461\xD83D";
+            auto const byte = data.ConsumeIntegral<unsigned char>();
+            text += byte < 250 ? kUnits[byte % (std::size(kUnits) - 1)]
+                               : data.ConsumeIntegral<char16_t>();
+        }
+        if (!text.empty() || data.ConsumeBool()) block.reset(new char16_t[text.size()]);
+        std::copy(text.begin(), text.end(), block.get());
+        record.value.wideString = stand_in_host::hostUnits(block.get());
+        record.length = static_cast<std::uint32_t>(text.size());
     }
 
-    void requireReportAlone() {
-        _tVariant const untouched = stand_in_host::garbageRecord();
-        require(connection.reports.size() == 1);
-        require(std::memcmp(&result, &untouched, sizeof result) == 0);
+    std::u16string_view text(std::size_t index) const {
+        return {blocks[index].get(), params[index].length};
+    }
+    int number(std::size_t index) const { return params[index].value.int32; }
+
+    // False when a report was due, and came alone.
+    bool isAnswered(long method, bool isInRange) {
+        _tVariant const untouched = result;
+        bool const isDone =
+            component->CallAsFunc(method, &result, params.data(), std::ssize(params));
+        require(isDone == (isTyped && isInRange));
+        require(connection.reports.size() == (isDone ? 0 : 1));
+        require(isDone || std::memcmp(&result, &untouched, sizeof result) == 0);
+        return isDone;
     }
 
+    std::vector<_tVariant> params;
+    std::vector<std::unique_ptr<char16_t[]>> blocks;
+    bool isTyped = true;
     stand_in_host::Connection connection;
     stand_in_host::Memory memory;
-    _tVariant result = stand_in_host::garbageRecord();
     IComponentBase* component = nullptr;
+    _tVariant result = stand_in_host::garbageRecord();
 };
 
 void fuzzCompare(FuzzedDataProvider& data) {
-    std::vector<Record> in;
-    in.push_back(makeNumber(data));
-    for (int i = 0; i < 2; ++i)
-        in.insert(in.begin() + i, makeText(data, 1010));
-    bool const isGood = in[0].variant.tag == TagWideString && in[1].variant.tag == TagWideString &&
-                        in[2].variant.tag == TagInt32 && in[2].variant.value.uint32 <= 100 &&
-                        in[0].variant.length <= 1000 && in[1].variant.length <= 1000;
-    Call call;
-    require(call.run(0, in) == isGood);
-    if (!isGood) return call.requireReportAlone();
-    auto const plain =
-        stand_in_host::explainCompare(in[0].text(), in[1].text(), in[2].variant.value.uint32);
+    Call call(data, {{2, kNumber}, {1, 1010}, {0, 1010}});
+    auto const percent = call.params[2].value.uint32;
+    bool const isShort = std::max(call.text(0).size(), call.text(1).size()) <= 1000;
+    if (!call.isAnswered(0, percent <= 100 && isShort)) return;
+    auto const plain = stand_in_host::explainCompare(call.text(0), call.text(1), percent);
     require(call.result.tag == TagBool && call.result.value.boolean == (plain.isAlike ? 1 : 0));
 }
 
 void fuzzSearch(FuzzedDataProvider& data) {
-    std::vector<Record> in(7);
-    for (std::size_t const i : {3U, 4U, 5U})
-        in[i] = makeNumber(data);
-    in[2] = makeText(data, data.ConsumeProbability<float>() < 0.98F ? 1 : 3);
-    in[0] = makeText(data, data.ConsumeBool() ? 40 : 1010);
-    in[6] = makeText(data, data.ConsumeBool() ? 0 : 30);
-    in[1] = makeText(data, 3000);
-    bool isGood = in[2].variant.length == 1 && in[4].variant.value.uint32 <= 100 &&
-                  in[0].variant.length <= 1000;
-    for (std::size_t const i : {0U, 1U, 2U, 6U})
-        isGood = isGood && in[i].variant.tag == TagWideString;
-    for (std::size_t const i : {3U, 4U, 5U})
-        isGood = isGood && in[i].variant.tag == TagInt32;
-    Call call;
-    require(call.run(1, in) == isGood);
-    if (!isGood) return call.requireReportAlone();
-    auto const plain = stand_in_host::explainSearch(
-        {in[0].text(), in[1].text(), in[2].text()[0], in[3].variant.value.int32,
-         in[4].variant.value.int32, in[5].variant.value.int32, in[6].text()});
+    std::size_t const separators = data.ConsumeProbability<float>() < 0.98F ? 1 : 3;
+    std::size_t const longest = data.ConsumeBool() ? 40 : 1010;
+    std::size_t const exclusions = data.ConsumeBool() ? 0 : 30;
+    Call call(data, {{3, kNumber},
+                     {4, kNumber},
+                     {5, kNumber},
+                     {2, separators},
+                     {0, longest},
+                     {6, exclusions},
+                     {1, 3000}});
+    bool const isInRange = call.text(2).size() == 1 && call.params[4].value.uint32 <= 100 &&
+                           call.text(0).size() <= 1000;
+    if (!call.isAnswered(1, isInRange)) return;
     std::u16string expected;
+    auto const plain =
+        stand_in_host::explainSearch({call.text(0), call.text(1), call.text(2)[0], call.number(3),
+                                      call.number(4), call.number(5), call.text(6)});
     for (std::size_t i = 0; i < plain.size(); ++i) {
-        if (!plain[i].isAlike) continue;
-        if (!expected.empty()) expected += u',';
-        expected += stand_in_host::toUnits(std::to_string(i));
+        if (plain[i].isAlike) expected += stand_in_host::toUnits(std::to_string(i)) + u',';
     }
     require(call.result.tag == TagWideString);
-    if (!expected.empty()) {
-        require(call.memory.lastSize == 2 * (expected.size() + 1));
-        require(fromHost(call.result.value.wideString, call.result.length) == expected);
-        require(call.result.value.wideString[expected.size()] == 0);
-    } else {
-        require(call.memory.requests == 0);
-    }
+    require(call.memory.requests == (expected.empty() ? 0 : 1));
+    if (expected.empty()) return;
+    require(call.memory.lastSize == 2 * expected.size());
+    expected.back() = 0;
+    require(call.result.length == expected.size() - 1);
+    require(stand_in_host::fromHost(call.result.value.wideString, expected.size()) == expected);
 }
 
 }  // namespace

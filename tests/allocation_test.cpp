@@ -11,64 +11,57 @@ namespace {
 long failAt = -1;  // how many allocations are still to succeed before one fails; below 0 none does
 long liveBlocks = 0;
 
-void* allocate(std::size_t size) {
-    if (failAt >= 0 && failAt-- == 0) throw std::bad_alloc();
-    void* const block = std::malloc(size);
+}  // namespace
+
+void* operator new(std::size_t size) {
+    void* const block = failAt >= 0 && failAt-- == 0 ? nullptr : std::malloc(size);
     if (block == nullptr) throw std::bad_alloc();
     ++liveBlocks;
     return block;
 }
-
-void release(void* block) {
-    if (block == nullptr) return;
-    --liveBlocks;
-    std::free(block);
-}
-
-}  // namespace
-
-void* operator new(std::size_t size) {
-    return allocate(size);
-}
 void* operator new[](std::size_t size) {
-    return allocate(size);
+    return operator new(size);
 }
 void operator delete(void* block) noexcept {
-    release(block);
+    if (block != nullptr) --liveBlocks;
+    std::free(block);
 }
 void operator delete[](void* block) noexcept {
-    release(block);
+    operator delete(block);
 }
 void operator delete(void* block, std::size_t) noexcept {
-    release(block);
+    operator delete(block);
 }
 void operator delete[](void* block, std::size_t) noexcept {
-    release(block);
+    operator delete(block);
 }
 
 namespace {
 
-using stand_in_host::hostUnits;
-
-// Lends no memory of its own making, so that every block counted is the library's.
-class FixedHost final : public HostConnection, public HostMemoryManager {
-public:
+// Lends one block and makes none.
+struct FixedMemory final : HostMemoryManager {
     void notCalled0() override { std::abort(); }
     void notCalled1() override { std::abort(); }
-    bool reportError(unsigned short, unsigned short const*, unsigned short const*, long) override {
-        ++reports;
-        return true;
-    }
     bool allocate(void** out, unsigned long size) override {
-        if (!hasBlock) return true;
         *out = size <= sizeof block ? block : nullptr;
         return *out != nullptr;
     }
 
-    bool hasBlock = true;
     unsigned short block[1 << 14];
-    long reports = 0;
 };
+
+// Lets the n-th allocation of `call` fail. False when there are not so many.
+template <class Call>
+bool failNth(long n, Call const& call) {
+    failAt = n;
+    try {
+        call();
+    } catch (std::bad_alloc const&) {
+    }
+    bool const hasFailed = failAt < 0;
+    failAt = -1;
+    return hasFailed;
+}
 
 class Allocations : public testing::Test {
 protected:
@@ -79,64 +72,36 @@ protected:
         for (int i = 0; i < 50; ++i)
             dictionary += u"red ball number;";
     }
-    ~Allocations() override { addIn().destroyObject(&component); }
-
-    void makeComponent() {
-        addIn().destroyObject(&component);
-        addIn().getClassObject(nullptr, &component);
-        component->Init(static_cast<HostConnection*>(&host));
-        component->setMemManager(static_cast<HostMemoryManager*>(&host));
-    }
-
-    bool compare(std::u16string_view first, std::u16string_view second, int percent) {
-        _tVariant params[] = {stand_in_host::textRecord(first), stand_in_host::textRecord(second),
-                              stand_in_host::numberRecord(percent)};
-        if (!component->CallAsFunc(0, &result, params, 3)) return false;
-        return result.value.boolean != 0;
-    }
 
     // Entries beyond the thousandth match: their numbers need memory of their own.
-    bool search() {
-        _tVariant params[] = {stand_in_host::textRecord(u"number red ballx"),
-                              stand_in_host::textRecord(dictionary),
-                              stand_in_host::textRecord(u";"),
-                              stand_in_host::numberRecord(90),
-                              stand_in_host::numberRecord(85),
-                              stand_in_host::numberRecord(85),
-                              stand_in_host::textRecord(u"ltd;inc co")};
-        if (!component->CallAsFunc(1, &result, params, 7)) return false;
-        auto const list = stand_in_host::fromHost(host.block, result.length);
-        return list.size() == 50 * 5 - 1 && list.substr(0, 10) == u"1000,1001," &&
-               list.substr(list.size() - 5) == u",1049";
+    bool search(Component& component) const {
+        auto const list =
+            component.search({u"number red ballx", dictionary, u';', 90, 85, 85, u"ltd;inc co"});
+        return list && list->size() == 50 * 5 - 1 && list->starts_with("1000,1001,") &&
+               list->ends_with(",1049");
     }
 
     // Lets each allocation of `call` fail in turn, each time on a new component. The call either
     // throws, or it was done already and answers rightly; the component then answers again, and
     // when it is gone no block is left behind.
-    void expectSafe(char const* what, std::function<bool()> const& call) {
-        bool isAnyLeft = true;
-        for (long n = 0; isAnyLeft; ++n) {
-            addIn().destroyObject(&component);
+    void expectSafe(char const* what, std::function<bool(Component&)> const& call) {
+        bool hasFailed = true;
+        for (long n = 0; hasFailed; ++n) {
             long const before = liveBlocks;
-            makeComponent();
-            failAt = n;
-            bool isRightOrThrown = true;
-            try {
-                isRightOrThrown = call();
-            } catch (std::bad_alloc const&) {
+            {
+                Component component(addIn());
+                component->setMemManager(static_cast<HostMemoryManager*>(&memory));
+                bool isRightOrThrown = true;
+                hasFailed = failNth(n, [&] { isRightOrThrown = call(component); });
+                EXPECT_TRUE(isRightOrThrown) << what << ", allocation " << n;
+                ASSERT_TRUE(search(component)) << what << ", allocation " << n;
+                ASSERT_EQ(component.compare(u"red red ball", u"ball red red", 100), true) << n;
             }
-            isAnyLeft = failAt < 0;
-            failAt = -1;
-            EXPECT_TRUE(isRightOrThrown) << what << ", allocation " << n;
-            ASSERT_TRUE(search() && compare(u"red red ball", u"ball red red", 100)) << what << n;
-            addIn().destroyObject(&component);
             ASSERT_EQ(liveBlocks, before) << what << ", allocation " << n;
         }
     }
 
-    FixedHost host;
-    IComponentBase* component = nullptr;
-    _tVariant result{};
+    FixedMemory memory;
     std::u16string dictionary;
 };
 
@@ -147,36 +112,34 @@ TEST_F(Allocations, FailInEveryPlaceWithoutHarm) {
         many += std::u16string{unit, unit, u'x', u'x', u' '};
         other += std::u16string{u'y', unit, u'y', unit, u' '};
     }
-    makeComponent();
-    ASSERT_TRUE(search());
-    expectSafe("short comparison",
-               [&] { return compare(u"red car steelframe", u"car red steelframes", 85); });
-    expectSafe("repeated words", [&] { return compare(u"red red carriage", u"red carriage", 60); });
-    expectSafe("long comparison", [&] { return compare(many, other, 30); });
-    expectSafe("search", [&] { return search(); });
-    expectSafe("report", [&] {
-        long const before = host.reports;
-        return !compare(u"", u"", 101) && host.reports == before + 1;
+    auto const compare = [&](char const* what, std::u16string_view first,
+                             std::u16string_view second, int percent) {
+        expectSafe(what, [=](Component& c) { return c.compare(first, second, percent) == true; });
+    };
+    compare("short comparison", u"red car steelframe", u"car red steelframes", 85);
+    compare("repeated words", u"red red carriage", u"red carriage", 60);
+    compare("long comparison", many, other, 30);
+    expectSafe("search", [&](Component& c) { return search(c); });
+    expectSafe("report", [](Component& c) {
+        return !c.compare(u"", u"", 101) && c.connection.reports.size() == 1;
     });
-    expectSafe("look-up", [&] { return component->FindMethod(hostUnits(u"НайтиСтроки")) == 1; });
-    expectSafe("property", [&] { return component->FindProp(hostUnits(u"x")) == -1; });
-    expectSafe("locale", [&] { return component->SetLocale(hostUnits(u"ru")), true; });
+    expectSafe("look-up", [](Component& c) {
+        return c->FindMethod(hostUnits(u"НайтиСтроки")) == 1 && c->FindProp(hostUnits(u"x")) == -1;
+    });
+    expectSafe("locale", [](Component& c) { return c->SetLocale(hostUnits(u"ru")), true; });
 }
 
 TEST_F(Allocations, FailWhenNamesComeFromTheLibrary) {
+    Component component(addIn());
+    component.memory.answer = stand_in_host::Memory::Answer::EmptyClaim;
     for (long n = 0; n < 3; ++n) {
-        makeComponent();
-        host.hasBlock = false;
         long const before = liveBlocks;
         unsigned short* name = nullptr;
         unsigned short const* method = nullptr;
-        failAt = n;
-        try {
+        failNth(n, [&] {
             component->RegisterExtensionAs(&name);
             method = component->GetMethodName(0, 0);
-        } catch (std::bad_alloc const&) {
-        }
-        failAt = -1;
+        });
         EXPECT_EQ(name != nullptr, n > 0);
         EXPECT_EQ(method != nullptr, n > 1);
         delete[] name;
@@ -186,21 +149,14 @@ TEST_F(Allocations, FailWhenNamesComeFromTheLibrary) {
 }
 
 TEST_F(Allocations, FailWhenAComponentIsMade) {
-    for (long n = 0;; ++n) {
+    bool hasFailed = true;
+    for (long n = 0; hasFailed; ++n) {
         long const before = liveBlocks;
         IComponentBase* slot = nullptr;
-        failAt = n;
-        bool isThrown = false;
-        try {
-            addIn().getClassObject(nullptr, &slot);
-        } catch (std::bad_alloc const&) {
-            isThrown = true;
-        }
-        failAt = -1;
-        EXPECT_EQ(slot == nullptr, isThrown);
+        hasFailed = failNth(n, [&] { addIn().getClassObject(nullptr, &slot); });
+        EXPECT_EQ(slot == nullptr, hasFailed);
         addIn().destroyObject(&slot);
         EXPECT_EQ(liveBlocks, before);
-        if (!isThrown) break;
     }
 }
 

@@ -5,8 +5,6 @@
 
 namespace {
 
-using stand_in_host::Component;
-
 // Bytes that this process has allocated and not freed.
 std::size_t bytesInUse() {
     auto const info = mallinfo2();
@@ -50,8 +48,9 @@ TEST(Endurance, AMillionMatchesLeaveNothingBehind) {
     EXPECT_LE(bytesInUse(), before + 1024);
 }
 
-TEST(ExtremeInput, IsAnsweredAsAnyOther) {
-    Component component(addIn());
+class ExtremeInput : public WithComponent {};
+
+TEST_F(ExtremeInput, IsAnsweredAsAnyOther) {
     auto const search = [&](std::u16string_view text, std::u16string_view dictionary, int percent,
                             std::u16string_view exclusions = {}) {
         return component.search({text, dictionary, u';', 0, percent, percent, exclusions});
@@ -65,7 +64,7 @@ TEST(ExtremeInput, IsAnsweredAsAnyOther) {
     EXPECT_EQ(search(u"ball", repeated, 100), "0");
     EXPECT_EQ(search(u"ball", std::u16string(1'000'000, u';'), 0), "");
 
-    // A thousand words of one unit, in both directions.
+    // Five hundred words of one unit, in both directions.
     std::u16string words;
     std::u16string backwards;
     for (char16_t unit = 0x4E00; words.size() < 1000; ++unit) {
@@ -75,20 +74,6 @@ TEST(ExtremeInput, IsAnsweredAsAnyOther) {
     EXPECT_EQ(search(words, backwards, 100), "0");
     EXPECT_EQ(search(words, backwards, 100, words), "0");
     EXPECT_EQ(component.compare(words, backwards, 100), true);
-}
-
-TEST(Hosts, MayTakeTheirObjectsAwayBetweenCalls) {
-    Component component(addIn());
-    for (int round = 0; round < 100; ++round) {
-        bool const isConnected = round % 3 != 0;
-        component->Init(isConnected ? static_cast<HostConnection*>(&component.connection)
-                                    : nullptr);
-        component.connection.reports.clear();
-        EXPECT_FALSE(component.compare(u"", u"", -1));
-        EXPECT_EQ(component.connection.reports.size(), isConnected ? 1U : 0U);
-        Component other(addIn());
-        EXPECT_EQ(other.compare(u"a", u"a", 100), true);
-    }
 }
 
 }  // namespace

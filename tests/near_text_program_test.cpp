@@ -1,42 +1,18 @@
 // The program as its users meet it: what it answers, prints and returns.
-#include <gtest/gtest.h>
 #include <signal.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <nlohmann/json.hpp>
-#include <sstream>
 
-#include "stand_in_host/component.h"
-#include "stand_in_host/text_codec.h"
+#include "tests/test_support.h"
 
 namespace {
 
 using namespace std::string_literals;
-using Json = nlohmann::ordered_json;
 using Lines = std::vector<std::string>;
-
-// A file in a folder that goes when the tests have run.
-std::string fileOf(std::string const& name, std::string const& content) {
-    static struct Folder {
-        std::string path = testing::TempDir() + "near_text_" + std::to_string(getpid()) + '/';
-        Folder() { std::filesystem::create_directories(path); }
-        ~Folder() { std::filesystem::remove_all(path); }
-    } const folder;
-    std::ofstream(folder.path + name, std::ios::binary) << content;
-    return folder.path + name;
-}
-
-std::string contentOf(std::string const& file) {
-    std::ostringstream content;
-    content << std::ifstream(file, std::ios::binary).rdbuf();
-    return content.str();
-}
 
 Lines linesOf(std::string const& text) {
     Lines lines;
@@ -48,8 +24,7 @@ Lines linesOf(std::string const& text) {
 
 struct Outcome {
     int status;
-    std::string output;
-    std::string errors;
+    std::string output, errors;
 };
 
 // `arguments` as a shell reads them.
@@ -61,6 +36,12 @@ Outcome run(std::string const& arguments, std::string const& input = {},
     int const status = std::system(command.c_str());
     return {WIFEXITED(status) ? WEXITSTATUS(status) : -1,
             output.starts_with("/dev") ? "" : contentOf(output), contentOf(errors)};
+}
+
+// Expects a failure that tells `part`.
+void expectFailure(std::string const& part, Outcome const& outcome) {
+    EXPECT_EQ(outcome.status, 2) << part;
+    EXPECT_NE(outcome.errors.find(part), std::string::npos) << part << " in " << outcome.errors;
 }
 
 // A match that runs while the test talks to it. The shell tells its number and becomes the program.
@@ -93,42 +74,42 @@ private:
 };
 
 TEST(Program, AnswersAndReturnsAsGrepDoes) {
-    std::string const list = fileOf("list", "red ball;;  ;ball\tred;blue cup\n");
-    std::string const large(1001, 'x');
-    struct Case {
-        std::string arguments;
-        int status;
-        std::string output;
-        std::string errors;  // a part
-    } const cases[] = {
-        {"compare 'red ball' 'ball red' --percent 100", 0, "alike\n", ""},
-        {"compare '' abc --percent 16", 0, "alike\n", ""},
-        {"compare '' abc --percent 17", 1, "different\n", ""},
-        {"compare --percent 100 -- -a -b", 1, "different\n", ""},
-        {"compare a b --percent 101", 2, "", "Input parameters error"},
-        {"compare a b --percent -1 --locale ru", 2, "", "Ошибка входных параметров"},
-        {"compare a " + large + " --percent 0", 2, "", "no longer 1000 characters"},
-        {"compare a b", 2, "", "--percent is required"},
-        {"compare a \"$(printf 'b\\377')\" --percent 0", 2, "",
-         "SECOND: not valid UTF-8 at byte 2"},
-        {"compare a b --percent 0 --library /none.so", 2, "", "/none.so"},
-        {"search 'red bal' --dictionary " + list + " --separator ';'", 0, "0,1\n", ""},
-        {"search red --dictionary " + list + " --separator ' ' --short 0", 0, "0\n", "whitespace"},
-        {"search red --dictionary " + list + " --separator ';;'", 2, "", "not one UTF-16 unit"},
-        {"search green --dictionary " + list + " --separator ';'", 1, "", ""},
-        {"search red --entries " + list + " --long 5", 2, "", "--threshold"},
-        {"search red", 2, "", "--entries or --dictionary"},
-        {"search red --entries /none", 2, "", "/none: No such file"},
-        {"search red --entries - --exclusions -", 2, "", "read once"},
-        {"match --texts - --entries " + list + " --short 101", 2, "", "Input parameters error"},
-        {"", 2, "", "subcommand"},
-    };
-    for (Case const& c : cases) {
-        Outcome const outcome = run(c.arguments);
-        EXPECT_EQ(outcome.status, c.status) << c.arguments;
-        EXPECT_EQ(outcome.output, c.output) << c.arguments;
-        EXPECT_NE(outcome.errors.find(c.errors), std::string::npos) << outcome.errors;
-        EXPECT_EQ(outcome.errors.empty(), c.errors.empty()) << c.arguments << outcome.errors;
+    std::string const list = " --dictionary " + fileOf("list", "red ball;;  ;ball\tred;blue cup\n");
+    std::tuple<std::string, int, std::string> const cases[] = {
+        {"compare 'red ball' 'ball red' --percent 100", 0, "alike\n"},
+        {"compare '' abc --percent 16", 0, "alike\n"},
+        {"compare '' abc --percent 17", 1, "different\n"},
+        {"compare --percent 100 -- -a -b", 1, "different\n"},
+        {"search 'red bal' --separator ';'" + list, 0, "0,1\n"},
+        {"search green --separator ';'" + list, 1, ""}};
+    for (auto const& [arguments, status, output] : cases) {
+        Outcome const outcome = run(arguments);
+        EXPECT_EQ(outcome.status, status) << arguments;
+        EXPECT_EQ(outcome.output, output) << arguments;
+        EXPECT_EQ(outcome.errors, "") << arguments;
+    }
+    Outcome const noted = run("search red --separator ' ' --short 0" + list);
+    EXPECT_EQ(noted.output, "0\n");
+    EXPECT_NE(noted.errors.find("whitespace"), std::string::npos);
+
+    std::pair<std::string, std::string> const failures[] = {
+        {"compare a b --percent 101", "Input parameters error"},
+        {"compare a b --percent -1 --locale ru", "Ошибка входных параметров"},
+        {"compare a " + std::string(1001, 'x') + " --percent 0", "no longer 1000 characters"},
+        {"compare a b", "--percent is required"},
+        {"compare a \"$(printf 'b\\377')\" --percent 0", "SECOND: not valid UTF-8 at byte 2"},
+        {"compare a b --percent 0 --library /none.so", "/none.so"},
+        {"search red --separator ';;'" + list, "not one UTF-16 unit"},
+        {"search red --entries x --long 5", "--threshold"},
+        {"search red", "--entries or --dictionary"},
+        {"search red --entries /none", "/none: No such file"},
+        {"search red --entries - --exclusions -", "read once"},
+        {"match --texts - --entries /dev/null --short 101", "Input parameters error"},
+        {"", "subcommand"}};
+    for (auto const& [arguments, part] : failures) {
+        Outcome const outcome = run(arguments);
+        expectFailure(part, outcome);
+        EXPECT_EQ(outcome.output, "") << arguments;
     }
 }
 
@@ -138,13 +119,11 @@ TEST(Program, MapsIndicesToLines) {
     for (char c = 1; c < '\\'; ++c)
         units += std::string("\t\n\r").find(c) == std::string::npos ? c : ' ';
     std::pair<std::string, std::string> const cases[] = {
-        {"a\nb", "\t0:1:a\t1:2:b"},
         {"\n \nc\n\ne\n\n", "\t0:3:c\t1:5:e"},
         {"a\r\n\r\nc\r\n\t\r\ne", "\t0:1:a\t1:3:c\t2:5:e"},
         {"\xEF\xBB\xBF\nb\n", "\t0:2:b"},
         {"a\n" + units + "\nc", "\t0:1:a\t1:2:" + units + "\t2:3:c"},
-        {"", ""},
-    };
+        {"", ""}};
     for (auto const& [content, matches] : cases) {
         Outcome const found = run(
             "match --texts - --format tsv --short 0 --entries " + fileOf("entries", content), "x");
@@ -155,19 +134,16 @@ TEST(Program, MapsIndicesToLines) {
 
 TEST(Program, NamesTheLineThatIsNoText) {
     std::string const good = fileOf("good", "a\n");
-    for (std::string const& bad : {"a\nb\xC3(\n"s, "a\nb\0c\n"s, "a\nb\xED\xA0\x80"s}) {
-        std::string const file = fileOf("bad", bad);
+    for (std::string const& content : {"a\nb\xC3(\n"s, "a\nb\0c\n"s, "a\nb\xED\xA0\x80"s}) {
+        std::string const bad = fileOf("bad", content);
         for (std::string const& arguments :
-             {"search a --entries " + file, "search a --entries " + good + " --exclusions " + file,
-              "match --texts " + good + " --entries " + file,
-              "match --strict --texts " + file + " --entries " + good}) {
-            Outcome const outcome = run(arguments);
-            EXPECT_EQ(outcome.status, 2) << arguments;
-            EXPECT_NE(outcome.errors.find(file + ":2: "), std::string::npos) << outcome.errors;
-        }
+             {"search a --entries " + bad, "search a --entries " + good + " --exclusions " + bad,
+              "match --texts " + good + " --entries " + bad,
+              "match --strict --texts " + bad + " --entries " + good})
+            expectFailure(bad + ":2: ", run(arguments));
     }
-    Outcome const list = run("search a --separator ';' --dictionary " + fileOf("bad", "a;\nb\xFF"));
-    EXPECT_NE(list.errors.find("bad:2: "), std::string::npos) << list.errors;
+    std::string const list = fileOf("bad", "a;\nb\xFF");
+    expectFailure(list + ":2: ", run("search a --separator ';' --dictionary " + list));
 }
 
 TEST(Program, ExplainsMatchesAndMisses) {
@@ -193,11 +169,7 @@ TEST(Program, ExplainsMatchesAndMisses) {
 TEST(Program, MatchesInOrderAsSingleSearchesDo) {
     using stand_in_host::toUnits;
     std::string const samples = NEAR_TEXT_SAMPLES "/";
-    Lines texts = linesOf(contentOf(samples + "supplier.txt"));
-    texts.resize(80);
-    std::string input;
-    for (std::string const& text : texts)
-        input += text + '\n';
+    std::string const input = contentOf(samples + "supplier.txt");
     std::string const command = "match --texts - --short 70 --threshold 40 --long 60 --entries " +
                                 samples + "catalogue.txt --exclusions " + samples +
                                 "exclusions.txt --format json --jobs ";
@@ -207,21 +179,20 @@ TEST(Program, MatchesInOrderAsSingleSearchesDo) {
     std::u16string dictionary = toUnits(contentOf(samples + "catalogue.txt"));
     std::replace(dictionary.begin(), dictionary.end(), u'\n', u'\1');
     std::u16string const exclusions = toUnits(contentOf(samples + "exclusions.txt"));
-    stand_in_host::AddIn const addIn(NEAR_TEXT_LIBRARY);
-    stand_in_host::Component component(addIn);
+    Component component(addIn());
+    Lines const texts = linesOf(input);
     ASSERT_EQ(lines.size(), texts.size());
     std::size_t matches = 0;
     for (std::size_t i = 0; i < texts.size(); ++i) {
-        Json const line = Json::parse(lines[i]);
+        auto const line = nlohmann::json::parse(lines[i]);
         EXPECT_EQ(line["line"], i + 1);
         EXPECT_EQ(line["text"], texts[i]);
-        std::vector<unsigned long> indices;
-        for (Json const& match : line["matches"])
-            indices.push_back(match["index"]);
+        std::string indices;
+        for (auto const& match : line["matches"])
+            indices += (indices.empty() ? "" : ",") + match["index"].dump();
         std::u16string const text = toUnits(texts[i]);
-        auto const list = component.search({text, dictionary, u'\1', 40, 70, 60, exclusions});
-        EXPECT_EQ(indices, stand_in_host::parseIndexList(*list)) << texts[i];
-        matches += indices.size();
+        EXPECT_EQ(component.search({text, dictionary, u'\1', 40, 70, 60, exclusions}), indices);
+        matches += line["matches"].size();
     }
     EXPECT_GT(matches, 20u);
 }
@@ -236,10 +207,7 @@ TEST(Program, WritesALineForALine) {
     for (int i = 0; i < 100000; ++i)
         part2 += "я";  // two bytes each, from an odd place on
     part2 += "\nz";
-    struct Case {
-        char const* format;
-        Lines lines;
-    } const cases[] = {
+    std::pair<std::string, Lines> const cases[] = {
         {"tsv",
          {R"("x\\\ty	0:1:a\\b\tc "d")", "", "\terror: not valid UTF-8 at byte 1",
           "\terror: String length must be no longer 1000 characters", R"(z	0:1:a\\b\tc "d")"}},
@@ -252,15 +220,14 @@ TEST(Program, WritesALineForALine) {
           R"({"error":"String length must be no longer 1000 characters"})",
           R"({"text":"z","matches":[{"index":0,"line":1,"entry":"a\\b\tc \"d\""}]})"}},
     };
-    for (Case const& c : cases) {
-        Outcome const whole = run(match + c.format, part1 + part2);
-        EXPECT_EQ(linesOf(whole.output), c.lines);
-        EXPECT_EQ(whole.status, 2);
-        EXPECT_NE(whole.errors.find("2 of 5 lines failed"), std::string::npos) << whole.errors;
-        EXPECT_EQ(run(match + c.format, part1).output + run(match + c.format, part2).output,
+    for (auto const& [format, lines] : cases) {
+        Outcome const whole = run(match + format, part1 + part2);
+        EXPECT_EQ(linesOf(whole.output), lines);
+        expectFailure("2 of 5 lines failed", whole);
+        EXPECT_EQ(run(match + format, part1).output + run(match + format, part2).output,
                   whole.output);
-        EXPECT_EQ(linesOf(run(match + c.format + " --strict", part1 + part2).output),
-                  Lines(c.lines.begin(), c.lines.begin() + 2));
+        EXPECT_EQ(linesOf(run(match + format + " --strict", part1 + part2).output),
+                  Lines(lines.begin(), lines.begin() + 2));
     }
 }
 
@@ -300,9 +267,7 @@ TEST(Program, NoticesThatItCannotWrite) {
     for (std::string const& arguments : {"--help"s, "describe"s, "compare a a --percent 1"s,
                                          "search a --short 0 --entries " + entries,
                                          "match --texts " + entries + " --entries " + entries}) {
-        Outcome const outcome = run(arguments, {}, "/dev/full");
-        EXPECT_EQ(outcome.status, 2) << arguments;
-        EXPECT_NE(outcome.errors.find("cannot write"), std::string::npos) << arguments;
+        expectFailure("cannot write", run(arguments, {}, "/dev/full"));
     }
 }
 

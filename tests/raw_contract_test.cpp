@@ -2,14 +2,12 @@
 // has a say here.
 #include <array>
 #include <cstring>
-#include <fstream>
-#include <sstream>
 
 #include "tests/test_support.h"
 
 namespace {
 
-using Table = void* const*;
+// Places of the operations in the tables of the three views.
 constexpr std::size_t kInit = 2, kSetMemManager = 3, kGetInfo = 4, kDone = 5;
 constexpr std::size_t kRegister = 2, kNProps = 3, kFindProp = 4, kPropName = 5, kGetProp = 6,
                       kSetProp = 7, kReadable = 8, kWritable = 9, kNMethods = 10, kFindMethod = 11,
@@ -17,11 +15,16 @@ constexpr std::size_t kRegister = 2, kNProps = 3, kFindProp = 4, kPropName = 5, 
                       kFunc = 17;
 constexpr std::size_t kSetLocale = 2;
 
+template <class Function>
+Function* symbol(char const* name) {
+    return reinterpret_cast<Function*>(addIn().symbol(name));
+}
+
 // Calls operation `slot` of the view that is `view` words into the object.
 template <class Result, class... Arguments>
 Result callSlot(void* object, std::size_t view, std::size_t slot, Arguments... arguments) {
     void* self = static_cast<void**>(object) + view;
-    Table const table = *static_cast<Table*>(self);
+    auto* const* const table = *static_cast<void* const**>(self);
     return reinterpret_cast<Result (*)(void*, Arguments...)>(table[slot])(self, arguments...);
 }
 
@@ -53,33 +56,30 @@ struct RawHost {
 
 struct RawRecord {
     alignas(8) std::array<unsigned char, 64> bytes;
-    explicit RawRecord(unsigned char filling = 0xA5) { bytes.fill(filling); }
+
+    RawRecord() { bytes.fill(0xA5); }
     template <class Field>
-    void put(std::size_t offset, Field field) {
-        std::memcpy(bytes.data() + offset, &field, sizeof field);
+    RawRecord with(std::size_t offset, Field field) const {
+        RawRecord record = *this;
+        std::memcpy(record.bytes.data() + offset, &field, sizeof field);
+        return record;
     }
+    RawRecord tagged(std::uint16_t tag) const { return with(60, tag); }
 };
 
 RawRecord rawText(std::u16string_view text) {
-    RawRecord record;
-    record.put(0, text.data());
-    record.put(8, static_cast<std::uint32_t>(text.size()));
-    record.put(60, std::uint16_t{22});
-    return record;
+    auto const length = static_cast<std::uint32_t>(text.size());
+    return RawRecord().with(0, text.data()).with(8, length).tagged(22);
 }
 
 RawRecord rawNumber(std::int32_t number) {
-    RawRecord record;
-    record.put(0, number);
-    record.put(60, std::uint16_t{3});
-    return record;
+    return RawRecord().with(0, number).tagged(3);
 }
 
 class RawContract : public testing::Test {
 protected:
     RawContract() {
-        auto const make =
-            reinterpret_cast<std::intptr_t (*)(void*, void**)>(addIn().symbol("GetClassObject"));
+        auto* const make = symbol<std::intptr_t(void*, void**)>("GetClassObject");
         std::intptr_t const made = make(nullptr, &object);
         EXPECT_EQ(made, reinterpret_cast<std::intptr_t>(object));
         EXPECT_EQ(make(nullptr, &object), 0);  // the slot is taken
@@ -87,7 +87,7 @@ protected:
         EXPECT_TRUE(callSlot<bool>(object, 0, kSetMemManager, static_cast<void*>(&host.manager)));
     }
     ~RawContract() override {
-        auto const destroy = reinterpret_cast<long (*)(void**)>(addIn().symbol("DestroyObject"));
+        auto* const destroy = symbol<long(void**)>("DestroyObject");
         EXPECT_EQ(destroy(&object), 0);
         EXPECT_EQ(object, nullptr);
         EXPECT_EQ(destroy(&object), -1);
@@ -119,11 +119,7 @@ TEST_F(RawContract, EveryOperationStandsAtItsPlace) {
     EXPECT_TRUE(callSlot<bool>(object, 1, kHasRet, 1L));
     RawRecord record;
     EXPECT_TRUE(callSlot<bool>(object, 1, kDefault, 1L, 6L, &record));
-    RawRecord expected;
-    expected.put(0, std::uint64_t{0});
-    expected.put(8, std::uint32_t{0});
-    expected.put(60, std::uint16_t{22});
-    EXPECT_EQ(record.bytes, expected.bytes);
+    EXPECT_EQ(record.bytes, rawText({}).bytes);
     EXPECT_FALSE(callSlot<bool>(object, 1, kProc, 0L, &record, 3L));
     char16_t* name = nullptr;
     EXPECT_TRUE(callSlot<bool>(object, 1, kRegister, &name));
@@ -135,10 +131,7 @@ TEST_F(RawContract, AComparisonWritesOneByteAndTheTag) {
     RawRecord params[] = {rawText(u"alpha beta"), rawText(u"beta alpha"), rawNumber(100)};
     RawRecord result;
     EXPECT_TRUE(callSlot<bool>(object, 1, kFunc, 0L, &result, params, 3L));
-    RawRecord expected;
-    expected.put(0, std::uint8_t{1});
-    expected.put(60, std::uint16_t{11});
-    EXPECT_EQ(result.bytes, expected.bytes);
+    EXPECT_EQ(result.bytes, RawRecord().with(0, std::uint8_t{1}).tagged(11).bytes);
 }
 
 TEST_F(RawContract, ASearchWritesPointerLengthAndTag) {
@@ -148,21 +141,16 @@ TEST_F(RawContract, ASearchWritesPointerLengthAndTag) {
                           rawText({})};
     RawRecord result;
     EXPECT_TRUE(callSlot<bool>(object, 1, kFunc, 1L, &result, params, 7L));
-    RawRecord expected;
-    expected.put(0, RawHost::block.data());
-    expected.put(8, std::uint32_t{3});
-    expected.put(60, std::uint16_t{22});
-    EXPECT_EQ(result.bytes, expected.bytes);
-    EXPECT_EQ(std::memcmp(RawHost::block.data(), u"0,2", 8), 0);
+    auto const* const text = reinterpret_cast<char16_t const*>(RawHost::block.data());
+    EXPECT_EQ(result.bytes, rawText({text, 3}).bytes);
+    EXPECT_EQ(std::memcmp(text, u"0,2", 8), 0);
     EXPECT_EQ(RawHost::size, 8U);
 
     // Nothing found: the tag and no more.
     params[0] = rawText(u"green");
     RawRecord nothing;
     EXPECT_TRUE(callSlot<bool>(object, 1, kFunc, 1L, &nothing, params, 7L));
-    RawRecord tagOnly;
-    tagOnly.put(60, std::uint16_t{22});
-    EXPECT_EQ(nothing.bytes, tagOnly.bytes);
+    EXPECT_EQ(nothing.bytes, RawRecord().tagged(22).bytes);
 }
 
 TEST_F(RawContract, AFaultIsReportedInTheLanguageThatWasSet) {
@@ -179,56 +167,48 @@ TEST_F(RawContract, AFaultIsReportedInTheLanguageThatWasSet) {
 
 // Exported members that no method of the host's reaches, by the names that a linker gives them.
 TEST(ExportedOperations, AnswerThroughTheDynamicSymbols) {
-    std::vector<unsigned long> distance(1001 * 1001 + 1, 77);
-    auto const construct =
-        reinterpret_cast<void (*)(void*)>(addIn().symbol("_ZN26DamerauLevenshteinDistanceC1Ev"));
-    construct(distance.data());
+    using Size = unsigned long;
+    using Texts = std::vector<Utf16String>;
+    std::vector<Size> distance(1001 * 1001 + 1, 77);
+    symbol<void(void*)>("_ZN26DamerauLevenshteinDistanceC1Ev")(distance.data());
     EXPECT_EQ(distance[1000 * 1001], 1000U);
     EXPECT_EQ(distance[1000], 1000U);
     EXPECT_EQ(distance[1002], 77U);
     EXPECT_EQ(distance.back(), 77U);
 
-    auto const compare =
-        reinterpret_cast<bool (*)(void*, char16_t const*, unsigned long, unsigned long,
-                                  char16_t const*, unsigned long, unsigned long, unsigned long)>(
-            addIn().symbol("_ZN26DamerauLevenshteinDistance14compareStringsEPKtmmS1_mmm"));
+    auto* const compare =
+        symbol<bool(void*, char16_t const*, Size, Size, char16_t const*, Size, Size, Size)>(
+            "_ZN26DamerauLevenshteinDistance14compareStringsEPKtmmS1_mmm");
     EXPECT_TRUE(compare(distance.data(), u"abcd", 4, 4, u"badc", 4, 4, 50));
     EXPECT_FALSE(compare(distance.data(), u"abcd", 4, 4, u"badc", 4, 4, 51));
 
-    using Texts = std::vector<Utf16String>;
-    auto const scan = reinterpret_cast<void (*)(void*, std::vector<unsigned long>&, char16_t const*,
-                                                unsigned long, Texts const&, unsigned long,
-                                                unsigned long, unsigned long, Texts const&)>(
-        addIn().symbol("_ZN26DamerauLevenshteinDistance15serchDuplicatesERSt6vectorImSaImEEPKtmRKS0"
-                       "_INSt7__cxx1112basic_stringItSt11char_traitsItESaItEEESaISB_EEmmmSF_"));
-    std::vector<unsigned long> found = {9};
-    scan(distance.data(), found, u"abcd", 4,
-         {units(u"abcx"), units(u"abcdefgh"), units(u"abcdxyz"), units(u"qrst")}, 4, 70, 40, {});
-    EXPECT_EQ(found, (std::vector<unsigned long>{9, 0, 1, 2}));
+    std::vector<Size> found = {9};
+    symbol<void(void*, std::vector<Size>&, char16_t const*, Size, Texts const&, Size, Size, Size,
+                Texts const&)>(
+        "_ZN26DamerauLevenshteinDistance15serchDuplicatesERSt6vectorImSaImEEPKtmRKS0"
+        "_INSt7__cxx1112basic_stringItSt11char_traitsItESaItEEESaISB_EEmmmSF_")(
+        distance.data(), found, u"abcd", 4,
+        {units(u"abcx"), units(u"abcdefgh"), units(u"abcdxyz"), units(u"abyx")}, 4, 70, 40, {});
+    EXPECT_EQ(found, (std::vector<Size>{9, 0, 1, 2}));
 
-    auto const split = reinterpret_cast<void (*)(void*, char16_t const*, char16_t, Texts&)>(
-        addIn().symbol("_ZN16NearTextComparer5splitEPKttRSt6vectorINSt7__cxx1112basic_stringItSt11c"
-                       "har_traitsItESaItEEESaIS8_EE"));
     Texts parts;
     for (auto const* text : {u";a;;b;", u";", u"", u"abc"})
-        split(nullptr, text, u';', parts);
+        symbol<void(void*, char16_t const*, char16_t, Texts&)>(
+            "_ZN16NearTextComparer5splitEPKttRSt6vectorINSt7__cxx1112basic_stringItSt11char_"
+            "traitsItESaItEEESaIS8_EE")(nullptr, text, u';', parts);
     EXPECT_EQ(parts, (Texts{units(u"a"), units(u"b"), units(u"abc")}));
 }
 
 TEST(Unloading, TakesTheLibraryOutOfTheProcess) {
-    auto const isMapped = [] {
-        std::ostringstream maps;
-        maps << std::ifstream("/proc/self/maps").rdbuf();
-        return maps.str().find("libNearTextComparerUnloading.so") != std::string::npos;
-    };
     // A copy under another name, since other tests hold the library itself.
-    auto const copy = std::filesystem::temp_directory_path() /
-                      std::to_string(getpid()).append(".libNearTextComparerUnloading.so");
-    std::filesystem::copy_file(NEAR_TEXT_LIBRARY, copy);
+    auto const copy = fileOf("libUnloading.so", contentOf(NEAR_TEXT_LIBRARY));
+    auto const isMapped = [&] {
+        return contentOf("/proc/self/maps").find(copy) != std::string::npos;
+    };
     for (int round = 0; round < 100; ++round) {
         {
             stand_in_host::AddIn library(copy);
-            stand_in_host::Component component(library);
+            Component component(library);
             EXPECT_EQ(component.search({u"ab", u"ab;b", u';', 9, 0, 0, {}}), "0,1");
             EXPECT_FALSE(component.compare(u"a", u"b", 101));
             EXPECT_EQ(component.connection.reports.size(), 1U);
@@ -236,7 +216,6 @@ TEST(Unloading, TakesTheLibraryOutOfTheProcess) {
         }
         ASSERT_FALSE(isMapped());
     }
-    std::filesystem::remove(copy);
 }
 
 }  // namespace

@@ -1,9 +1,13 @@
-// What the tests share: the add-in loaded once, and text written shortly.
+// What the tests share: the add-in loaded once, components to call with raw records, files that go
+// when the tests have run, and text written shortly.
 #pragma once
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
-#include <ostream>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
 #include <string>
 #include <string_view>
 
@@ -11,12 +15,25 @@
 #include "stand_in_host/component.h"
 #include "stand_in_host/text_codec.h"
 
+using stand_in_host::Component;
+using stand_in_host::fromHost;
+using stand_in_host::hostUnits;
+using stand_in_host::numberRecord;
+using stand_in_host::SearchArguments;
+using stand_in_host::textRecord;
+using Text = std::u16string_view;
+
 inline stand_in_host::AddIn& addIn() {
     // Never unloaded: its class name is for the life of the process, and else would count as a
     // leak.
     static auto& library = *new stand_in_host::AddIn(NEAR_TEXT_LIBRARY);
     return library;
 }
+
+class WithComponent : public testing::Test {
+protected:
+    Component component{addIn()};
+};
 
 inline Utf16String units(std::u16string_view text) {
     return {text.begin(), text.end()};
@@ -26,4 +43,21 @@ inline Utf16String units(std::u16string_view text) {
 template <std::size_t N>
 constexpr std::u16string_view whole(char16_t const (&text)[N]) {
     return {text, N - 1};
+}
+
+// The path of a file with this content, in a folder of this process.
+inline std::string fileOf(std::string const& name, std::string const& content) {
+    static struct Folder {
+        std::string path = testing::TempDir() + "near_text_" + std::to_string(getpid()) + '/';
+        Folder() { std::filesystem::create_directories(path); }
+        ~Folder() { std::filesystem::remove_all(path); }
+    } const folder;
+    std::ofstream(folder.path + name, std::ios::binary) << content;
+    return folder.path + name;
+}
+
+inline std::string contentOf(std::string const& file) {
+    std::ostringstream content;
+    content << std::ifstream(file, std::ios::binary).rdbuf();
+    return content.str();
 }
