@@ -24,7 +24,7 @@
 
 namespace {
 
-constexpr unsigned kRowsPerWord = 64;
+constexpr unsigned long kRowsPerWord = 64;
 
 struct Run {
     unsigned short const* units;
