@@ -60,9 +60,7 @@ long NearTextComparer::GetNProps() {
 }
 
 long NearTextComparer::FindProp(unsigned short const* name) {
-    auto const wide = widen(name);
-    long const found = findName(kPropNamesRu, wide.get(), kPropCount);
-    return found != -1 ? found : findName(kPropNamesEn, wide.get(), kPropCount);
+    return findInEitherTable(kPropNamesRu, kPropNamesEn, name, kPropCount);
 }
 
 unsigned short const* NearTextComparer::GetPropName(long index, long alias) {
@@ -90,9 +88,7 @@ long NearTextComparer::GetNMethods() {
 }
 
 long NearTextComparer::FindMethod(unsigned short const* name) {
-    auto const wide = widen(name);
-    long const found = findName(kMethodNamesRu, wide.get(), kMethodCount);
-    return found != -1 ? found : findName(kMethodNamesEn, wide.get(), kMethodCount);
+    return findInEitherTable(kMethodNamesRu, kMethodNamesEn, name, kMethodCount);
 }
 
 unsigned short const* NearTextComparer::GetMethodName(long index, long alias) {
@@ -115,6 +111,14 @@ bool NearTextComparer::GetParamDefValue(long method, long param, _tVariant* valu
 
 bool NearTextComparer::HasRetVal(long method) {
     return isIndexBelow(method, kMethodCount);
+}
+
+long NearTextComparer::findInEitherTable(wchar_t const* const* russian,
+                                         wchar_t const* const* english, unsigned short const* name,
+                                         unsigned int count) const {
+    auto const wide = widen(name);
+    long const found = findName(russian, wide.get(), count);
+    return found != -1 ? found : findName(english, wide.get(), count);
 }
 
 long NearTextComparer::findName(wchar_t const* const* table, wchar_t const* name,

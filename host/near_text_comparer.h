@@ -86,6 +86,8 @@ private:
 
     void setRussianLocaleFlag(unsigned short const* locale);
     long findName(wchar_t const* const* table, wchar_t const* name, unsigned int count) const;
+    long findInEitherTable(wchar_t const* const* russian, wchar_t const* const* english,
+                           unsigned short const* name, unsigned int count) const;
     unsigned short const* nameForHost(wchar_t const* name);
 
     // Rows are the values 0 to 2 of Error, columns the values of `russianLocale`.

@@ -64,6 +64,17 @@ TEST(Exclusions, LeaveTheDistanceAndNotTheLimit) {
     Words words;
     EXPECT_EQ(distance->spaceSplit(units(u" a\r\n b\v").data(), 7, words), 2U);
     EXPECT_EQ(words, (Words{units(u"a"), units(u"b\v")}));
+    Utf16String white;
+    for (unsigned unit = 0; unit <= 0xFFFF; ++unit) {
+        auto const narrow = static_cast<unsigned short>(unit);
+        if (distance->isWhiteSpace(narrow)) white += narrow;
+    }
+    EXPECT_EQ(white, units(u"\t\n\r "));
+    // An entry as long as the threshold is a short one.
+    std::vector<unsigned long> found;
+    distance->serchDuplicates(found, first.data(), 3, {units(u"rex"), units(u"rexx")}, 3, 100, 0,
+                              {});
+    EXPECT_EQ(found, std::vector<unsigned long>{1});
 }
 
 TEST(WeightedDistance, PricesEachKindOfEdit) {
