@@ -11,7 +11,6 @@
 #include "stand_in_host/text_codec.h"
 
 extern "C" std::intptr_t GetClassObject(void const*, IComponentBase** slot);
-extern "C" long DestroyObject(IComponentBase** slot);
 
 namespace {
 
@@ -41,11 +40,11 @@ struct Call {
             record.tag = isKept ? tag : data.ConsumeIntegral<std::uint16_t>();
             isTyped = isTyped && record.tag == tag;
         }
-        GetClassObject(nullptr, &component);
+        // One component for all calls: nothing of one may show in the next.
+        if (component == nullptr) GetClassObject(nullptr, &component);
         component->Init(static_cast<HostConnection*>(&connection));
         component->setMemManager(static_cast<HostMemoryManager*>(&memory));
     }
-    ~Call() { DestroyObject(&component); }
 
     // Into a block of exactly its size: one unit read too far is one too many.
     static void makeText(FuzzedDataProvider& data, std::size_t longest, _tVariant& record,
@@ -86,7 +85,7 @@ struct Call {
     bool isTyped = true;
     stand_in_host::Connection connection;
     stand_in_host::Memory memory;
-    IComponentBase* component = nullptr;
+    static inline IComponentBase* component = nullptr;
     _tVariant result = stand_in_host::garbageRecord();
 };
 
