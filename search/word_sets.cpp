@@ -3,6 +3,7 @@
 #include "search/word_sets.h"
 
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 #include "compare/generalized_levenstein_distance.h"
@@ -51,10 +52,11 @@ bool compareStrings(WordSet const& searchWords, WordSet& candidate, WordSet cons
         searchWords, candidate, [&](auto const& word) { searchLeft.push_back(&word); },
         [](auto place) { return std::next(place); });
 
-    WordRefs const candidateLeft = refsTo(candidate);
+    WordRefs candidateLeft = refsTo(candidate);
     auto const [shorter, longer] = std::minmax({unitsOf(searchLeft), unitsOf(candidateLeft)});
     if (longer - shorter > limit) return false;
     if (longer <= limit) return true;
-    return GeneralizedLevensteinDistance(joinInTextOrder(searchLeft),
-                                         joinInTextOrder(candidateLeft), 1, 1, 1) <= limit;
+    return GeneralizedLevensteinDistance(joinInTextOrder(std::move(searchLeft)),
+                                         joinInTextOrder(std::move(candidateLeft)), 1, 1,
+                                         1) <= limit;
 }

@@ -258,7 +258,8 @@ TEST(Program, LeavesWholeLinesWhenInterrupted) {
     auto const [rest, status] = match.interrupt(SIGINT);
     EXPECT_EQ(status, 128 + SIGINT);
     EXPECT_LT(rest.size(), all.size() / 2);
-    EXPECT_TRUE(rest.ends_with('\n'));
+    // It may have been done with just the lines that were read, and then writes no more.
+    EXPECT_TRUE((first + rest).ends_with('\n'));
     EXPECT_TRUE(all.starts_with(first + rest));
 }
 
