@@ -6,10 +6,10 @@
 #include <string>
 #include <string_view>
 
+#include "near_text/entry_list.h"
 #include "stand_in_host/component.h"
-#include "stand_in_host/entry_list.h"
 
-namespace stand_in_host {
+namespace near_text {
 
 struct SearchOptions {
     int threshold = 0;
@@ -24,8 +24,8 @@ struct SearchOptions {
     std::u16string exclusions() const;
 
     // The texts are the caller's and outlive the result.
-    SearchArguments arguments(std::u16string_view text, EntryList const& list,
-                              std::u16string_view exclusions) const;
+    stand_in_host::SearchArguments arguments(std::u16string_view text, EntryList const& list,
+                                             std::u16string_view exclusions) const;
 };
 
-}  // namespace stand_in_host
+}  // namespace near_text

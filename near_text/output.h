@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace stand_in_host {
+namespace near_text {
 
 class Output {
 public:
@@ -22,4 +22,4 @@ void complain(std::string const& message);
 // Text for eyes, on one line: control characters become spaces.
 std::string onOneLine(std::string text);
 
-}  // namespace stand_in_host
+}  // namespace near_text

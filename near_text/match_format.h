@@ -13,10 +13,10 @@
 #include <string>
 #include <vector>
 
-#include "stand_in_host/entry_list.h"
-#include "stand_in_host/input.h"
+#include "near_text/entry_list.h"
+#include "near_text/input.h"
 
-namespace stand_in_host {
+namespace near_text {
 
 enum class Format { Text, Tsv, Json };
 
@@ -31,4 +31,4 @@ std::string formatMatches(MatchFormat how, Line const& line, EntryList const& li
                           std::vector<unsigned long> const& indices);
 std::string formatFailure(MatchFormat how, Line const& line, std::string const& error);
 
-}  // namespace stand_in_host
+}  // namespace near_text

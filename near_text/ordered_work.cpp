@@ -1,6 +1,6 @@
-#include "stand_in_host/ordered_work.h"
+#include "near_text/ordered_work.h"
 
-namespace stand_in_host {
+namespace near_text {
 
 namespace {
 
@@ -98,4 +98,4 @@ void OrderedWork::deliverReady() {
     }
 }
 
-}  // namespace stand_in_host
+}  // namespace near_text

@@ -1,8 +1,8 @@
-#include "stand_in_host/search_options.h"
+#include "near_text/search_options.h"
 
-#include "stand_in_host/commands.h"
+#include "near_text/commands.h"
 
-namespace stand_in_host {
+namespace near_text {
 
 void SearchOptions::addTo(CLI::App& command) {
     command
@@ -37,11 +37,12 @@ std::u16string SearchOptions::exclusions() const {
     return words + argumentUnits("--exclude", exclude);
 }
 
-SearchArguments SearchOptions::arguments(std::u16string_view text, EntryList const& list,
-                                         std::u16string_view exclusionWords) const {
+stand_in_host::SearchArguments SearchOptions::arguments(std::u16string_view text,
+                                                        EntryList const& list,
+                                                        std::u16string_view exclusionWords) const {
     return {text,          list.dictionary, list.separator,
             threshold,     percentShort,    percentLong.value_or(percentShort),
             exclusionWords};
 }
 
-}  // namespace stand_in_host
+}  // namespace near_text

@@ -1,4 +1,4 @@
-#include "stand_in_host/input.h"
+#include "near_text/input.h"
 
 #include <fcntl.h>
 #include <poll.h>
@@ -11,7 +11,7 @@
 
 #include "stand_in_host/text_codec.h"
 
-namespace stand_in_host {
+namespace near_text {
 
 namespace {
 
@@ -122,8 +122,8 @@ std::string LineReader::place() const {
 }
 
 std::u16string lineUnits(std::string_view line) {
-    if (line.find('\0') != std::string_view::npos) throw NotText("holds a NUL");
-    return toUnits(line);
+    if (line.find('\0') != std::string_view::npos) throw stand_in_host::NotText("holds a NUL");
+    return stand_in_host::toUnits(line);
 }
 
 std::optional<std::size_t> countLines(std::string const& file) {
@@ -135,4 +135,4 @@ std::optional<std::size_t> countLines(std::string const& file) {
     return line.number;
 }
 
-}  // namespace stand_in_host
+}  // namespace near_text

@@ -16,9 +16,9 @@
 #include <thread>
 #include <vector>
 
-#include "stand_in_host/input.h"
+#include "near_text/input.h"
 
-namespace stand_in_host {
+namespace near_text {
 
 struct LineResult {
     std::string output;
@@ -75,4 +75,4 @@ private:
     std::vector<std::thread> threads;
 };
 
-}  // namespace stand_in_host
+}  // namespace near_text

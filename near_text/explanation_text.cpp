@@ -1,11 +1,11 @@
-#include "stand_in_host/explanation_text.h"
+#include "near_text/explanation_text.h"
 
 #include <stdexcept>
 
-#include "stand_in_host/output.h"
+#include "near_text/output.h"
 #include "stand_in_host/text_codec.h"
 
-namespace stand_in_host {
+namespace near_text {
 
 namespace {
 
@@ -19,17 +19,17 @@ std::string row(std::string label, std::string const& value) {
 std::string listed(std::vector<std::u16string> const& words) {
     std::string text;
     for (std::u16string const& word : words)
-        text += (text.empty() ? "" : " ") + toUtf8(word);
+        text += (text.empty() ? "" : " ") + stand_in_host::toUtf8(word);
     return words.empty() ? "-" : text;
 }
 
 std::string quoted(std::u16string const& text) {
-    return "\"" + toUtf8(text) + '"';
+    return "\"" + stand_in_host::toUtf8(text) + '"';
 }
 
 }  // namespace
 
-std::string explanationText(SideBySide const& sides, std::string const& firstName,
+std::string explanationText(stand_in_host::SideBySide const& sides, std::string const& firstName,
                             std::string const& secondName) {
     std::string const rule = "what " + std::to_string(sides.percent) + " percent leaves of " +
                              std::to_string(sides.length) + " units";
@@ -42,9 +42,9 @@ std::string explanationText(SideBySide const& sides, std::string const& firstNam
                std::to_string(sides.distance) + (sides.isAlike ? " (alike)" : " (different)"));
 }
 
-void requireAgreement(SideBySide const& sides, bool isAlike) {
+void requireAgreement(stand_in_host::SideBySide const& sides, bool isAlike) {
     if (sides.isAlike == isAlike) return;
     throw std::runtime_error("the explanation and the add-in's answer disagree");
 }
 
-}  // namespace stand_in_host
+}  // namespace near_text

@@ -4,11 +4,11 @@
 #include <iostream>
 #include <sstream>
 
-#include "stand_in_host/commands.h"
-#include "stand_in_host/help_format.h"
+#include "near_text/commands.h"
+#include "near_text/help_format.h"
 #include "stand_in_host/text_codec.h"
 
-namespace stand_in_host {
+namespace near_text {
 
 namespace {
 
@@ -60,13 +60,13 @@ int run(int argc, char** argv) {
 
 }  // namespace
 
-AddIn const& Program::addIn() const {
-    static AddIn const& loaded = *new AddIn(library);
+stand_in_host::AddIn const& Program::addIn() const {
+    static stand_in_host::AddIn const& loaded = *new stand_in_host::AddIn(library);
     return loaded;
 }
 
-std::unique_ptr<Component> Program::makeComponent() const {
-    auto component = std::make_unique<Component>(addIn());
+std::unique_ptr<stand_in_host::Component> Program::makeComponent() const {
+    auto component = std::make_unique<stand_in_host::Component>(addIn());
     component->setLocale(argumentUnits("--locale", locale));
     return component;
 }
@@ -90,23 +90,23 @@ void Program::addCommonOptions(CLI::App& target) {
 
 std::u16string argumentUnits(std::string const& name, std::string const& text) {
     try {
-        return toUnits(text);
-    } catch (NotText const& error) {
+        return stand_in_host::toUnits(text);
+    } catch (stand_in_host::NotText const& error) {
         throw std::runtime_error(name + ": " + error.what());
     }
 }
 
-}  // namespace stand_in_host
+}  // namespace near_text
 
 int main(int argc, char** argv) {
     std::signal(SIGPIPE, SIG_IGN);  // a write that fails is told instead
     try {
-        return stand_in_host::run(argc, argv);
+        return near_text::run(argc, argv);
     } catch (std::bad_alloc const&) {
-        stand_in_host::complain("out of memory");
-        return stand_in_host::kError;
+        near_text::complain("out of memory");
+        return near_text::kError;
     } catch (std::exception const& error) {
-        stand_in_host::complain(error.what());
-        return stand_in_host::kError;
+        near_text::complain(error.what());
+        return near_text::kError;
     }
 }

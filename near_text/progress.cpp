@@ -1,13 +1,13 @@
-#include "stand_in_host/progress.h"
+#include "near_text/progress.h"
 
 #include <unistd.h>
 
 #include <cmath>
 #include <cstdio>
 
-#include "stand_in_host/input.h"
+#include "near_text/input.h"
 
-namespace stand_in_host {
+namespace near_text {
 
 namespace {
 
@@ -61,4 +61,4 @@ void Progress::clearForOutput() {
     if (isOutputShown) clear();
 }
 
-}  // namespace stand_in_host
+}  // namespace near_text

@@ -1,7 +1,7 @@
 // The wish of the user, or of the system, that a run should end early: SIGINT and SIGTERM.
 #pragma once
 
-namespace stand_in_host {
+namespace near_text {
 
 // Catches each signal once while it lives; a second one ends the program at once, as it would have
 // done anyway. A signal that was ignored before stays ignored. There is at most one such object.
@@ -18,4 +18,4 @@ public:
     int descriptor() const;
 };
 
-}  // namespace stand_in_host
+}  // namespace near_text

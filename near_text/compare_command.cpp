@@ -1,8 +1,8 @@
-#include "stand_in_host/commands.h"
-#include "stand_in_host/explanation_text.h"
+#include "near_text/commands.h"
+#include "near_text/explanation_text.h"
 #include "stand_in_host/text_codec.h"
 
-namespace stand_in_host {
+namespace near_text {
 
 namespace {
 
@@ -21,8 +21,8 @@ int compare(Program& program, CompareOptions const& options) {
     if (!isAlike) throw std::runtime_error(component->lastReport());
     program.output.write(*isAlike ? "alike\n" : "different\n");
     if (options.isExplained) {
-        auto const sides =
-            explainCompare(first, second, static_cast<unsigned long>(options.percent));
+        auto const sides = stand_in_host::explainCompare(
+            first, second, static_cast<unsigned long>(options.percent));
         requireAgreement(sides, *isAlike);
         program.output.write(explanationText(sides, "first", "second"));
     }
@@ -55,4 +55,4 @@ void addCompare(Program& program) {
     });
 }
 
-}  // namespace stand_in_host
+}  // namespace near_text

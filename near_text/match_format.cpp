@@ -1,10 +1,10 @@
-#include "stand_in_host/match_format.h"
+#include "near_text/match_format.h"
 
 #include <nlohmann/json.hpp>
 
-#include "stand_in_host/output.h"
+#include "near_text/output.h"
 
-namespace stand_in_host {
+namespace near_text {
 
 namespace {
 
@@ -76,4 +76,4 @@ std::string formatFailure(MatchFormat how, Line const& line, std::string const& 
     return number(how, line) + (how.format == Format::Tsv ? "\t" : "") + "error: " + error + '\n';
 }
 
-}  // namespace stand_in_host
+}  // namespace near_text

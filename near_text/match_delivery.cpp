@@ -1,9 +1,9 @@
-#include "stand_in_host/match_delivery.h"
+#include "near_text/match_delivery.h"
 
-#include "stand_in_host/commands.h"
-#include "stand_in_host/input.h"
+#include "near_text/commands.h"
+#include "near_text/input.h"
 
-namespace stand_in_host {
+namespace near_text {
 
 MatchDelivery::MatchDelivery(Output& target, std::string const& textsFile, bool isStrictOne,
                              Interrupt const& interruptor)
@@ -48,4 +48,4 @@ std::string MatchDelivery::done() const {
     return std::to_string(lines) + (lines == 1 ? " line" : " lines");
 }
 
-}  // namespace stand_in_host
+}  // namespace near_text

@@ -5,13 +5,13 @@
 
 #include "stand_in_host/explanation.h"
 
-namespace stand_in_host {
+namespace near_text {
 
 // Several lines, indented. The names stand for the two sides.
-std::string explanationText(SideBySide const& sides, std::string const& firstName,
+std::string explanationText(stand_in_host::SideBySide const& sides, std::string const& firstName,
                             std::string const& secondName);
 
 // Throws std::runtime_error when the add-in's own answer is another one.
-void requireAgreement(SideBySide const& sides, bool isAlike);
+void requireAgreement(stand_in_host::SideBySide const& sides, bool isAlike);
 
-}  // namespace stand_in_host
+}  // namespace near_text

@@ -1,4 +1,4 @@
-#include "stand_in_host/interrupt.h"
+#include "near_text/interrupt.h"
 
 #include <fcntl.h>
 #include <signal.h>
@@ -8,7 +8,7 @@
 #include <cerrno>
 #include <stdexcept>
 
-namespace stand_in_host {
+namespace near_text {
 
 namespace {
 
@@ -57,4 +57,4 @@ int Interrupt::descriptor() const {
     return wakePipe[0];
 }
 
-}  // namespace stand_in_host
+}  // namespace near_text

@@ -3,12 +3,12 @@
 
 #include <string>
 
-#include "stand_in_host/interrupt.h"
-#include "stand_in_host/ordered_work.h"
-#include "stand_in_host/output.h"
-#include "stand_in_host/progress.h"
+#include "near_text/interrupt.h"
+#include "near_text/ordered_work.h"
+#include "near_text/output.h"
+#include "near_text/progress.h"
 
-namespace stand_in_host {
+namespace near_text {
 
 class MatchDelivery {
 public:
@@ -39,4 +39,4 @@ private:
     bool isGivenUp = false;
 };
 
-}  // namespace stand_in_host
+}  // namespace near_text

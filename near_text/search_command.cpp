@@ -2,13 +2,13 @@
 #include <limits>
 #include <optional>
 
-#include "stand_in_host/commands.h"
-#include "stand_in_host/explanation_text.h"
-#include "stand_in_host/input.h"
-#include "stand_in_host/search_options.h"
+#include "near_text/commands.h"
+#include "near_text/explanation_text.h"
+#include "near_text/input.h"
+#include "near_text/search_options.h"
 #include "stand_in_host/whitespace.h"
 
-namespace stand_in_host {
+namespace near_text {
 
 namespace {
 
@@ -29,7 +29,8 @@ EntryList readList(SearchCommand const& options, std::u16string_view exclusions)
     if (separator.size() != 1) {
         throw std::runtime_error("--separator: not one UTF-16 unit: '" + options.separator + '\'');
     }
-    if (isWhitespace(separator[0])) complain("note: whitespace does not separate entries");
+    if (stand_in_host::isWhitespace(separator[0]))
+        complain("note: whitespace does not separate entries");
     return entriesFromFile(options.dictionaryFile, separator[0]);
 }
 
@@ -41,7 +42,8 @@ std::string rightAligned(std::string const& text, std::size_t width) {
 class Table {
 public:
     Table(Program& target, SearchCommand const& shownOptions, EntryList const& entryList,
-          SearchArguments const& arguments, std::vector<unsigned long> const& matching)
+          stand_in_host::SearchArguments const& arguments,
+          std::vector<unsigned long> const& matching)
         : program(target),
           options(shownOptions),
           list(entryList),
@@ -89,7 +91,7 @@ private:
                              onOneLine(entry.text) + '\n');
         if (!isExplained) return;
         if (!explanation) explanation.emplace(searchArguments);
-        SideBySide const sides = explanation->entry(index);
+        stand_in_host::SideBySide const sides = explanation->entry(index);
         requireAgreement(sides, std::binary_search(matches.begin(), matches.end(), index));
         program.output.write(explanationText(sides, "text", "entry"));
     }
@@ -101,8 +103,9 @@ private:
     SearchCommand const& options;
     EntryList const& list;
     std::vector<unsigned long> const& matches;
-    SearchArguments const& searchArguments;
-    std::optional<SearchExplanation> explanation;  // reads the whole list, so only when asked
+    stand_in_host::SearchArguments const& searchArguments;
+    std::optional<stand_in_host::SearchExplanation>
+        explanation;  // reads the whole list, so only when asked
     std::string const placeName;
 };
 
@@ -111,10 +114,11 @@ int search(Program& program, SearchCommand const& options) {
     std::u16string const text = argumentUnits("TEXT", options.text);
     std::u16string const exclusions = options.search.exclusions();
     EntryList const list = readList(options, exclusions);
-    SearchArguments const arguments = options.search.arguments(text, list, exclusions);
+    stand_in_host::SearchArguments const arguments =
+        options.search.arguments(text, list, exclusions);
     auto const answer = component->search(arguments);
     if (!answer) throw std::runtime_error(component->lastReport());
-    auto const matches = parseIndexList(*answer);
+    auto const matches = stand_in_host::parseIndexList(*answer);
     if (options.isShown || options.isExplained || !options.explainedPlaces.empty()) {
         Table(program, options, list, arguments, matches).write();
     } else if (!matches.empty()) {
@@ -174,4 +178,4 @@ void addSearch(Program& program) {
     });
 }
 
-}  // namespace stand_in_host
+}  // namespace near_text

@@ -1,6 +1,6 @@
-#include "stand_in_host/help_format.h"
+#include "near_text/help_format.h"
 
-namespace stand_in_host {
+namespace near_text {
 
 namespace {
 
@@ -31,4 +31,4 @@ std::string HelpFormat::make_option_desc(CLI::Option const* option) const {
     return folded(CLI::Formatter::make_option_desc(option), 80 - kNameWidth);
 }
 
-}  // namespace stand_in_host
+}  // namespace near_text

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-namespace stand_in_host {
+namespace near_text {
 
 constexpr std::string_view kStandardInput = "-";
 
@@ -76,4 +76,4 @@ std::u16string lineUnits(std::string_view line);
 // Nothing where the input has no end that is known beforehand.
 std::optional<std::size_t> countLines(std::string const& file);
 
-}  // namespace stand_in_host
+}  // namespace near_text

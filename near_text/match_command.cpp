@@ -1,16 +1,16 @@
 #include <map>
 #include <thread>
 
-#include "stand_in_host/commands.h"
-#include "stand_in_host/input.h"
-#include "stand_in_host/interrupt.h"
-#include "stand_in_host/match_delivery.h"
-#include "stand_in_host/match_format.h"
-#include "stand_in_host/ordered_work.h"
-#include "stand_in_host/search_options.h"
+#include "near_text/commands.h"
+#include "near_text/input.h"
+#include "near_text/interrupt.h"
+#include "near_text/match_delivery.h"
+#include "near_text/match_format.h"
+#include "near_text/ordered_work.h"
+#include "near_text/search_options.h"
 #include "stand_in_host/text_codec.h"
 
-namespace stand_in_host {
+namespace near_text {
 
 namespace {
 
@@ -34,7 +34,7 @@ struct Matching {
     EntryList const list;
     MatchFormat const how;
 
-    LineResult match(Component& component, Line const& line) const {
+    LineResult match(stand_in_host::Component& component, Line const& line) const {
         try {
             std::u16string const text = lineUnits(line.text);
             auto const answer = component.search(options.arguments(text, list, exclusions));
@@ -43,9 +43,9 @@ struct Matching {
                 component.connection.reports.clear();  // they would heap up over a long run
                 return failed(line, report);
             }
-            auto const indices = parseIndexList(*answer);
+            auto const indices = stand_in_host::parseIndexList(*answer);
             return {formatMatches(how, line, list, indices), {}, !indices.empty()};
-        } catch (NotText const& error) {
+        } catch (stand_in_host::NotText const& error) {
             return failed(line, error.what());
         }
     }
@@ -68,7 +68,7 @@ Matching prepare(MatchCommand const& options) {
 
 int match(Program& program, MatchCommand const& options) {
     Matching const matching = prepare(options);
-    std::vector<std::unique_ptr<Component>> components;
+    std::vector<std::unique_ptr<stand_in_host::Component>> components;
     for (unsigned i = 0; i < options.jobs; ++i)
         components.push_back(program.makeComponent());
 
@@ -134,4 +134,4 @@ void addMatch(Program& program) {
     });
 }
 
-}  // namespace stand_in_host
+}  // namespace near_text

@@ -1,16 +1,16 @@
 #include <algorithm>
 
-#include "stand_in_host/commands.h"
+#include "near_text/commands.h"
 #include "stand_in_host/text_codec.h"
 
-namespace stand_in_host {
+namespace near_text {
 
 namespace {
 
 using Cells = std::vector<std::string>;
 
 std::size_t shownWidth(std::string const& text) {
-    return toUnits(text).size();
+    return stand_in_host::toUnits(text).size();
 }
 
 std::string tableText(std::vector<Cells> const& rows) {
@@ -39,16 +39,19 @@ std::string shownDefault(_tVariant const& value) {
         case TagBool:
             return value.value.boolean != 0 ? "true" : "false";
         case TagWideString:
-            return '"' + toUtf8(fromHost(value.value.wideString, value.length)) + '"';
+            return '"' +
+                   stand_in_host::toUtf8(
+                       stand_in_host::fromHost(value.value.wideString, value.length)) +
+                   '"';
         default:
             return "tag " + std::to_string(value.tag);
     }
 }
 
-std::string shownDefaults(Component& component, long method) {
+std::string shownDefaults(stand_in_host::Component& component, long method) {
     std::string text;
     for (long i = 0; i < component->GetNParams(method); ++i) {
-        _tVariant value = garbageRecord();
+        _tVariant value = stand_in_host::garbageRecord();
         if (!component->GetParamDefValue(method, i, &value)) continue;
         text += (text.empty() ? "" : ", ") + std::string("parameter ") + std::to_string(i) + ": " +
                 shownDefault(value);
@@ -57,11 +60,11 @@ std::string shownDefaults(Component& component, long method) {
 }
 
 std::string orDash(unsigned short const* name) {
-    std::string const text = toUtf8(fromHost(name));
+    std::string const text = stand_in_host::toUtf8(stand_in_host::fromHost(name));
     return text.empty() ? "-" : text;
 }
 
-std::vector<Cells> methodRows(Component& component) {
+std::vector<Cells> methodRows(stand_in_host::Component& component) {
     std::vector<Cells> rows = {
         {"index", "method", "second name", "parameters", "result", "defaults"}};
     for (long i = 0; i < component->GetNMethods(); ++i) {
@@ -73,7 +76,7 @@ std::vector<Cells> methodRows(Component& component) {
     return rows;
 }
 
-std::vector<Cells> propertyRows(Component& component) {
+std::vector<Cells> propertyRows(stand_in_host::Component& component) {
     std::vector<Cells> rows = {{"index", "property", "second name", "readable", "writable"}};
     for (long i = 0; i < component->GetNProps(); ++i) {
         rows.push_back({std::to_string(i), orDash(component->GetPropName(i, 0)),
@@ -107,4 +110,4 @@ void addDescribe(Program& program) {
     command.callback([&program] { program.command = [&program] { return describe(program); }; });
 }
 
-}  // namespace stand_in_host
+}  // namespace near_text

@@ -9,10 +9,10 @@
 #include <memory>
 #include <string>
 
+#include "near_text/output.h"
 #include "stand_in_host/component.h"
-#include "stand_in_host/output.h"
 
-namespace stand_in_host {
+namespace near_text {
 
 enum Status { kFound = 0, kNotFound = 1, kError = 2 };
 
@@ -25,8 +25,8 @@ struct Program {
 
     // Loaded at the first call and for good: the add-in keeps a text for as long as its process
     // lives.
-    AddIn const& addIn() const;
-    std::unique_ptr<Component> makeComponent() const;
+    stand_in_host::AddIn const& addIn() const;
+    std::unique_ptr<stand_in_host::Component> makeComponent() const;
 
     // A command with the options that all have. `details` may span several sentences.
     CLI::App& addCommand(std::string const& name, std::string const& summary,
@@ -42,4 +42,4 @@ void addMatch(Program& program);
 // A text of the command line as units. Throws std::runtime_error that calls it `name`.
 std::u16string argumentUnits(std::string const& name, std::string const& text);
 
-}  // namespace stand_in_host
+}  // namespace near_text

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-namespace stand_in_host {
+namespace near_text {
 
 struct Entry {
     std::size_t place;  // from 1, blank entries counted: the line number in a file of lines
@@ -35,4 +35,4 @@ EntryList entriesFromList(std::u16string dictionary, char16_t separator);
 // The lines of a file, each ended by a line feed. Throws as entriesFromLines.
 std::u16string readLines(std::string const& file);
 
-}  // namespace stand_in_host
+}  // namespace near_text

@@ -1,14 +1,14 @@
-#include "stand_in_host/entry_list.h"
+#include "near_text/entry_list.h"
 
 #include <algorithm>
 #include <limits>
 #include <stdexcept>
 
-#include "stand_in_host/input.h"
+#include "near_text/input.h"
 #include "stand_in_host/text_codec.h"
 #include "stand_in_host/whitespace.h"
 
-namespace stand_in_host {
+namespace near_text {
 
 namespace {
 
@@ -31,7 +31,7 @@ std::u16string readLines(std::string const& file) {
     for (Line line; reader.next(line);) {
         try {
             text += lineUnits(line.text);
-        } catch (NotText const& error) {
+        } catch (stand_in_host::NotText const& error) {
             throw std::runtime_error(reader.place() + error.what());
         }
         text += u'\n';
@@ -50,30 +50,32 @@ EntryList entriesFromLines(std::string const& file, std::u16string_view exclusio
 EntryList entriesFromFile(std::string const& file, char16_t separator) {
     std::string const text = readWhole(file);
     try {
-        return entriesFromList(toUnits(text), separator);
-    } catch (NotUtf8 const& error) {
+        return entriesFromList(stand_in_host::toUnits(text), separator);
+    } catch (stand_in_host::NotUtf8 const& error) {
         auto const wrong = text.begin() + static_cast<std::ptrdiff_t>(error.byte) - 1;
         auto const line = std::count(text.begin(), wrong, '\n') + 1;
         auto const start = std::find(std::reverse_iterator(wrong), text.rend(), '\n').base();
-        throw std::runtime_error(shownName(file) + ':' + std::to_string(line) + ": " +
-                                 NotUtf8(static_cast<std::size_t>(wrong - start) + 1).what());
+        throw std::runtime_error(
+            shownName(file) + ':' + std::to_string(line) + ": " +
+            stand_in_host::NotUtf8(static_cast<std::size_t>(wrong - start) + 1).what());
     }
 }
 
 EntryList entriesFromList(std::u16string dictionary, char16_t separator) {
     EntryList list{std::move(dictionary), separator, {}, 0};
     auto const isEnd = [&](char16_t unit) {
-        return unit == 0 || (unit == separator && !isWhitespace(unit));
+        return unit == 0 || (unit == separator && !stand_in_host::isWhitespace(unit));
     };
     auto start = list.dictionary.cbegin();
     while (true) {
         auto const end = std::find_if(start, list.dictionary.cend(), isEnd);
         std::u16string_view const entry(start, end);
         ++list.places;
-        if (holdsWord(entry)) list.entries.push_back({list.places, toUtf8(entry)});
+        if (stand_in_host::holdsWord(entry))
+            list.entries.push_back({list.places, stand_in_host::toUtf8(entry)});
         if (end == list.dictionary.cend()) return list;
         start = end + 1;
     }
 }
 
-}  // namespace stand_in_host
+}  // namespace near_text

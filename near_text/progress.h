@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 
-namespace stand_in_host {
+namespace near_text {
 
 class Progress {
 public:
@@ -37,4 +37,4 @@ private:
     Clock::time_point nextDraw;
 };
 
-}  // namespace stand_in_host
+}  // namespace near_text

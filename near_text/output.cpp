@@ -1,4 +1,4 @@
-#include "stand_in_host/output.h"
+#include "near_text/output.h"
 
 #include <unistd.h>
 
@@ -8,7 +8,7 @@
 #include <cstring>
 #include <stdexcept>
 
-namespace stand_in_host {
+namespace near_text {
 
 void Output::write(std::string_view text) {
     constexpr std::size_t kEnough = 1 << 16;
@@ -40,4 +40,4 @@ std::string onOneLine(std::string text) {
     return text;
 }
 
-}  // namespace stand_in_host
+}  // namespace near_text

@@ -6,7 +6,7 @@
 #include <CLI/Formatter.hpp>
 #include <string>
 
-namespace stand_in_host {
+namespace near_text {
 
 // Breaks lines at blanks so that each has at most `width` characters where a blank allows it.
 std::string folded(std::string const& text, std::size_t width = 80);
@@ -17,4 +17,4 @@ public:
     std::string make_option_desc(CLI::Option const* option) const override;
 };
 
-}  // namespace stand_in_host
+}  // namespace near_text
