@@ -1,245 +1,217 @@
-// Myers 1999 in the form of Hyyrö 2003. Down a column of the matrix neighbouring cells differ by
-// -1, 0 or 1, so a column is two bits a row: `rises` (the cell is one more than the one above it)
-// and `falls` (one less). A machine word holds 64 rows, and a dozen operations turn the column of
-// one unit of the text into the next one's. Between words a column passes on the difference along
-// its last row.
+// Myers, "A fast bit-vector algorithm for approximate string matching based on dynamic
+// programming", Journal of the ACM 46(3), 1999, in the form of Hyyrö, "A bit-vector algorithm for
+// computing Levenshtein and Damerau edit distances", Nordic Journal of Computing 10, 2003.
 //
-//   first  =  beginning | pattern | end        the common beginning and end cost nothing
-//   second =  beginning |   text    | end      the shorter one becomes the pattern
+// The matrix has a row for each unit of the pattern and a column for each unit of the text; cell
+// [i][j] is the distance of their first i and j units. Neighbouring cells differ by -1, 0 or 1, so
+// a column is two bits a row, and a machine word holds a block of 64 rows:
 //
-//   rows of the pattern:   0..255    strip 0 ──┐ carries along the last row,
-//                        256..511    strip 1 <─┘ one byte for each unit of the text
-//                        ...
+//   VP  the cell is one more than the one above it          (vertical positive)
+//   VN  the cell is one less than the one above it          (vertical negative)
+//   D0  the cell is the same as the one up and to the left  (diagonal zero)
+//   HP  the cell is one more than the one to its left       (horizontal positive)
+//   HN  the cell is one less than the one to its left       (horizontal negative)
+//   Eq  the unit of the row is the unit of the text
 //
-// A strip is at most four words, so that all of its column stays in registers. The distance is the
-// last cell of a row and all steps down the last column below it.
+// Only what can be within the limit is worked out (Ukkonen, "Algorithms for approximate string
+// matching", Information and Control 64, 1985):
+//
+//   columns ->        Along a diagonal cells never fall, and rise by at most 1 a step. The last
+//   \ . \ .           diagonal ends in the distance: above the limit it is settled, and so it is
+//   . \ . \           when the rows left cannot take it above.
+//   \ . \ .
+//   . \ . *           A way of at most `limit` edits keeps to a band along that diagonal, and only
+//                     blocks within the band take part. Cells outside are taken to be as high as
+//                     they can be.
 #include "compare/bit_parallel_distance.h"
 
 #include <algorithm>
-#include <array>
-#include <bit>
-#include <cstdint>
 #include <utility>
-#include <vector>
+
+unsigned long unitsOf(Pieces pieces) {
+    unsigned long units = 0;
+    for (Utf16View const piece : pieces)
+        units += piece.size();
+    return units;
+}
 
 namespace {
 
-constexpr unsigned long kRowsPerWord = 64;
+constexpr unsigned long kBlockRows = MatchVector<Rows64>::kRows;
 
-struct Run {
-    unsigned short const* units;
-    unsigned long length;
-};
-
-// For each unit of a strip of the pattern, the rows in which it stands. A small open table: any of
-// the 65,536 units finds its place in a step or two, and a call clears some hundred bytes. At most
-// half of the slots are ever taken.
-template <unsigned kWords, unsigned kSlots>
-class RowMasks {
-public:
-    using Masks = std::array<std::uint64_t, kWords>;
-
-    explicit RowMasks(Run strip) {
-        keys.fill(kFree);
-        for (unsigned long row = 0; row < strip.length; ++row) {
-            unsigned const slot = find(strip.units[row]);
-            if (keys[slot] == kFree) {
-                keys[slot] = strip.units[row];
-                masks[slot] = Masks{};
-            }
-            masks[slot][row / kRowsPerWord] |= std::uint64_t{1} << (row % kRowsPerWord);
-        }
-    }
-
-    Masks const& of(unsigned short unit) const {
-        unsigned const slot = find(unit);
-        return keys[slot] == kFree ? kNowhere : masks[slot];
-    }
-
-private:
-    static constexpr std::uint32_t kFree = 0x10000;  // no unit
-    static constexpr unsigned kSpread = 37;          // parts units with the same low bits
-    static constexpr Masks kNowhere{};
-
-    unsigned find(unsigned short unit) const {
-        unsigned slot = (unit + kSpread * (unsigned{unit} >> 8U)) % kSlots;
-        while (keys[slot] != unit && keys[slot] != kFree)
-            slot = (slot + 1) % kSlots;
-        return slot;
-    }
-
-    std::array<std::uint32_t, kSlots> keys;
-    std::array<Masks, kSlots> masks;  // written where a key is
-};
-
-// The difference along a row from one unit of the text to the next, at the edge of a word.
+// The differences along the row above a block or along its last row, of one column.
 struct Carry {
-    std::uint64_t rises;  // 0 or 1
-    std::uint64_t falls;
+    std::uint64_t HP;  // 0 or 1
+    std::uint64_t HN;
 };
 
-// One word of a column.
-struct Column {
-    std::uint64_t rises = ~std::uint64_t{0};
-    std::uint64_t falls = 0;
+// Above the first row every unit of the text is one more edit.
+constexpr Carry kTopRow{1, 0};
 
-    // Moves on by one unit, which stands in the rows of `same`. `above` is the difference along the
-    // row above this word, and the result is that along its last row.
-    Carry step(std::uint64_t same, Carry above) {
-        std::uint64_t const seed = same | above.falls;
-        std::uint64_t const diagonal = (((seed & rises) + rises) ^ rises) | seed | falls;
-        std::uint64_t const alongRises = falls | ~(diagonal | rises);
-        std::uint64_t const alongFalls = diagonal & rises;
-        Carry const below{alongRises >> (kRowsPerWord - 1), alongFalls >> (kRowsPerWord - 1)};
-        std::uint64_t const shiftedRises = (alongRises << 1) | above.rises;
-        std::uint64_t const shiftedFalls = (alongFalls << 1) | above.falls;
-        rises = shiftedFalls | ~(diagonal | shiftedRises);
-        falls = diagonal & shiftedRises;
-        return below;
-    }
-
-    // The sum of the steps down the first `rows` rows.
-    long sum(unsigned long rows) const {
-        std::uint64_t const mask =
-            rows >= kRowsPerWord ? ~std::uint64_t{0} : (std::uint64_t{1} << rows) - 1;
-        return std::popcount(rises & mask) - std::popcount(falls & mask);
-    }
-};
-
-constexpr Carry kTopRow{1, 0};  // the top row goes up with every unit of the text
-
-// Takes a strip through a text and returns the sum of the steps down its last column. For each unit
-// of the text `carryAt(index, step)` is called, which gives `step` the difference above the strip
-// and gets from it that along the strip's last row.
-template <unsigned kWords, unsigned kSlots, class CarryAt>
-long sumDownStrip(Run strip, Run text, CarryAt&& carryAt) {
-    RowMasks<kWords, kSlots> const rowsOf(strip);
-    std::array<Column, kWords> columns;
-    for (unsigned long j = 0; j < text.length; ++j) {
-        auto const& same = rowsOf.of(text.units[j]);
-        carryAt(j, [&](Carry carry) {
-            for (unsigned word = 0; word < kWords; ++word) {
-                carry = columns[word].step(same[word], carry);
-            }
-            return carry;
-        });
-    }
-    long sum = 0;
-    for (unsigned long word = 0; word < kWords && strip.length > word * kRowsPerWord; ++word) {
-        sum += columns[word].sum(strip.length - word * kRowsPerWord);
-    }
-    return sum;
+// Goes on by one unit, which stands in the rows of `Eq`, and gives D0. `carry` is that of the row
+// above, and becomes that of the last row.
+template <class Rows>
+Rows step(Rows& VP, Rows& VN, Rows Eq, Carry& carry) {
+    constexpr unsigned kLastRow = 8 * sizeof(Rows) - 1;
+    // Where a cell is its upper left neighbour's.
+    Rows const X = Eq | carry.HN;
+    Rows const D0 = (((X & VP) + VP) ^ VP) | X | VN;
+    // The steps along the rows.
+    Rows HP = VN | ~(D0 | VP);
+    Rows HN = D0 & VP;
+    Carry const below{static_cast<std::uint64_t>(HP >> kLastRow),
+                      static_cast<std::uint64_t>(HN >> kLastRow)};
+    // Moved down by a row, they give the steps down the new column.
+    HP = HP << 1 | carry.HP;
+    HN = HN << 1 | carry.HN;
+    VP = HN | ~(D0 | HP);
+    VN = D0 & HP;
+    carry = below;
+    return D0;
 }
 
-template <unsigned kWords, unsigned kSlots>
-unsigned long distanceInOneStrip(Run pattern, Run text) {
-    auto const fromTop = [](unsigned long, auto&& step) { step(kTopRow); };
-    long const sum = sumDownStrip<kWords, kSlots>(pattern, text, fromTop);
-    return text.length + static_cast<unsigned long>(sum);
+template <class Rows>
+Rows step(Rows& VP, Rows& VN, Rows Eq) {
+    Carry carry = kTopRow;
+    return step(VP, VN, Eq, carry);
 }
 
-constexpr unsigned kStripWords = 4;
-constexpr unsigned long kStripRows = kStripWords * kRowsPerWord;
-
-// The differences along the row between two strips, one byte for each unit of the text: bit 0
-// rises, bit 1 falls. Where no strip has written, the row goes up, as the top row does.
-class Edge {
+// How many more edits the limit allows at the cell on the last diagonal, column by column.
+class LastDiagonal {
 public:
-    explicit Edge(unsigned long length) : bytes(length, kTopRow.rises) {}
+    // The difference of `rows` and `columns` is at most `limit`.
+    LastDiagonal(unsigned long limit, unsigned long rows, unsigned long columns)
+        : row_(static_cast<long>(rows) - static_cast<long>(columns) - 1),
+          rowsLeft_(std::min(rows, columns)),
+          spare_(static_cast<long>(limit - (std::max(rows, columns) - std::min(rows, columns)))) {}
 
-    Carry at(unsigned long j) const {
-        unsigned const byte = bytes[j];
-        return {byte & 1U, byte >> 1U};
-    }
-    void set(unsigned long j, Carry carry) {
-        bytes[j] = static_cast<unsigned char>(carry.rises | carry.falls << 1U);
+    // Goes on to the next column, and to the next row. False while there is no row.
+    bool next() { return ++row_ >= 0; }
+
+    unsigned long row() const { return static_cast<unsigned long>(row_); }  // from 0
+    // `D0` begins with the bit of the row.
+    void step(std::uint64_t D0) {
+        spare_ -= static_cast<long>(~D0 & 1U);
+        --rowsLeft_;
     }
 
-    // Walks from `from` to below `to` and tells `use` the value after each unit; returns the last.
-    template <class Use>
-    long walk(long value, unsigned long from, unsigned long to, Use&& use) const {
-        for (unsigned long j = from; j < to; ++j) {
-            value += (bytes[j] & 1) - (bytes[j] >> 1);
-            use(value);
-        }
-        return value;
-    }
-    long walk(long value, unsigned long from, unsigned long to) const {
-        return walk(value, from, to, [](long) {});
-    }
+    bool isAbove() const { return spare_ < 0; }
+    // True when the end is above the limit or cannot be: a spare below 0 is a very large number.
+    bool isSettled() const { return static_cast<unsigned long>(spare_) >= rowsLeft_; }
+    long spare() const { return spare_; }
 
 private:
-    std::vector<unsigned char> bytes;
+    long row_;
+    unsigned long rowsLeft_;
+    long spare_;
 };
-
-// The distance, if it is at most `reach`; else a number above it. `reach` is at least the
-// difference of the lengths. Cells further than `reach` off the diagonal take no part in a distance
-// as small as that, so each strip goes only through the units of the text that lie within it, and
-// what it would have to know of the cells outside is taken to be as high as it can be.
-unsigned long distanceWithin(unsigned long reach, Run pattern, Run text) {
-    Edge edge(text.length);
-    unsigned long begin = 0;
-    long corner = 0;  // the cell above the strip's first row, before its first unit
-    for (unsigned long row = 0;; row += kStripRows) {
-        unsigned long const rows = std::min(pattern.length - row, kStripRows);
-        unsigned long const end = std::min(text.length, row + rows + reach);
-        bool const isLast = row + rows == pattern.length;
-        long const lastCellAbove = isLast ? edge.walk(corner, begin, end) : 0;
-        long const sum = sumDownStrip<kStripWords, 2 * kStripRows>(
-            {pattern.units + row, rows}, {text.units + begin, end - begin},
-            [&edge, begin](unsigned long j, auto&& step) {
-                edge.set(begin + j, step(edge.at(begin + j)));
-            });
-        if (isLast) return static_cast<unsigned long>(lastCellAbove + sum);
-
-        corner += static_cast<long>(rows);
-        if (reach < text.length) {
-            long least = corner;
-            edge.walk(corner, begin, end, [&least](long cell) { least = std::min(least, cell); });
-            if (least > static_cast<long>(reach)) return reach + 1;  // no later row holds less
-        }
-        unsigned long const next = row + rows > reach ? row + rows - reach : 0;
-        corner = edge.walk(corner, begin, next);
-        begin = next;
-    }
-}
-
-// Long texts that are near are done when a narrow band was. Texts that are unlike at their
-// beginning are not tried that way.
-unsigned long distanceInStrips(Run pattern, Run text) {
-    constexpr unsigned long kSample = kRowsPerWord;
-    unsigned long const narrow = text.length / 8;
-    if (pattern.length > 2 * kStripRows && text.length - pattern.length <= narrow &&
-        distanceInOneStrip<1, 128>({pattern.units, kSample}, {text.units, kSample}) < kSample / 2) {
-        unsigned long const distance = distanceWithin(narrow, pattern, text);
-        if (distance <= narrow) return distance;
-    }
-    return distanceWithin(text.length, pattern, text);
-}
-
-void stripCommonEnds(Run& a, Run& b) {
-    while (a.length > 0 && b.length > 0 && *a.units == *b.units) {
-        ++a.units, --a.length;
-        ++b.units, --b.length;
-    }
-    while (a.length > 0 && b.length > 0 && a.units[a.length - 1] == b.units[b.length - 1]) {
-        --a.length;
-        --b.length;
-    }
-}
 
 }  // namespace
 
-unsigned long bitParallelDistance(unsigned short const* first, unsigned long firstLength,
-                                  unsigned short const* second, unsigned long secondLength) {
-    Run pattern{first, firstLength};
-    Run text{second, secondLength};
-    stripCommonEnds(pattern, text);
-    if (text.length < pattern.length) std::swap(pattern, text);
-    if (pattern.length == 0) return text.length;
-    if (pattern.length <= 16) return distanceInOneStrip<1, 32>(pattern, text);
-    if (pattern.length <= 64) return distanceInOneStrip<1, 128>(pattern, text);
-    if (pattern.length <= 128) return distanceInOneStrip<2, 256>(pattern, text);
-    if (pattern.length <= kStripRows) return distanceInOneStrip<4, 512>(pattern, text);
-    return distanceInStrips(pattern, text);
+template <class Rows>
+bool isWithin(unsigned long limit, MatchVector<Rows> const& pattern, unsigned long rows,
+              Pieces text) {
+    unsigned long const columns = unitsOf(text);
+    if (std::max(rows, columns) <= limit) return true;
+    if (std::max(rows, columns) - std::min(rows, columns) > limit) return false;
+    LastDiagonal diagonal(limit, rows, columns);
+    Rows VP = ~Rows{0};
+    Rows VN = 0;
+    for (Utf16View const piece : text) {
+        for (unsigned short const unit : piece) {
+            Rows const D0 = step(VP, VN, pattern.rowsOf(unit));
+            if (!diagonal.next()) continue;
+            diagonal.step(static_cast<unsigned long>(D0 >> diagonal.row()));
+            if (diagonal.isSettled()) return !diagonal.isAbove();
+        }
+    }
+    return true;  // one of the two is empty
+}
+
+template bool isWithin(unsigned long, MatchVector<Rows64> const&, unsigned long, Pieces);
+template bool isWithin(unsigned long, MatchVector<Rows128> const&, unsigned long, Pieces);
+
+void BandedDistance::fillMatches(Pieces pattern, unsigned long rows) {
+    unsigned long const blocks = (rows + kBlockRows - 1) / kBlockRows;
+    if (matches_.size() < blocks) matches_.resize(blocks);
+    for (unsigned long block = 0; block < blocks; ++block)
+        matches_[block].clear();
+    unsigned long row = 0;
+    for (Utf16View const piece : pattern) {
+        for (unsigned short const unit : piece) {
+            matches_[row / kBlockRows].add(unit, row % kBlockRows);
+            ++row;
+        }
+    }
+}
+
+unsigned long BandedDistance::upTo(unsigned long limit, bool isAnswerEnough, Pieces first,
+                                   Pieces second) {
+    unsigned long rows = unitsOf(first);
+    unsigned long columns = unitsOf(second);
+    if (columns < rows) return upTo(limit, isAnswerEnough, second, first);
+    unsigned long const difference = columns - rows;
+    if (difference > limit || rows == 0) return difference;
+    if (isAnswerEnough && columns <= limit) return columns;
+    LastDiagonal diagonal(limit, rows, columns);
+    fillMatches(first, rows);
+
+    // The band: so many diagonals below the first one and above the last. A way that leaves it
+    // needs more edits than the limit only to come back.
+    unsigned long const spare = (limit - difference) / 2;
+    unsigned long const lead = difference + spare;  // of columns over rows
+    columns_.assign((rows - 1) / kBlockRows + 1, BlockColumn());
+    unsigned long column = 0;
+    for (Utf16View const piece : second) {
+        for (unsigned short const unit : piece) {
+            unsigned long const top = column > lead ? column - lead : 0;
+            unsigned long const bottom = std::min(column + spare, rows - 1);
+            unsigned long const last = bottom / kBlockRows;
+            bool const isOnDiagonal = diagonal.next();
+            Carry carry = kTopRow;
+            for (unsigned long block = top / kBlockRows; block <= last; ++block) {
+                auto& [VP, VN] = columns_[block];
+                Rows64 const D0 = step(VP, VN, matches_[block].rowsOf(unit), carry);
+                if (isOnDiagonal && block == diagonal.row() / kBlockRows) {
+                    diagonal.step(D0 >> diagonal.row() % kBlockRows);
+                }
+            }
+            ++column;
+            if (diagonal.isAbove()) return limit + 1;
+            if (isAnswerEnough && diagonal.isSettled()) return limit;
+        }
+    }
+    return limit - static_cast<unsigned long>(diagonal.spare());
+}
+
+bool BandedDistance::isWithin(unsigned long limit, Pieces first, Pieces second) {
+    return upTo(limit, true, first, second) <= limit;
+}
+
+unsigned long BandedDistance::between(Utf16View first, Utf16View second) {
+    Utf16View const firstPieces[] = {first};
+    Utf16View const secondPieces[] = {second};
+    // Near texts are done within a narrow band.
+    unsigned long limit = kBlockRows;
+    while (true) {
+        unsigned long const distance = upTo(limit, false, firstPieces, secondPieces);
+        if (distance <= limit) return distance;
+        limit *= 4;
+    }
+}
+
+bool isWithin(unsigned long limit, Pieces first, Pieces second) {
+    unsigned long const rows = unitsOf(first);
+    unsigned long const columns = unitsOf(second);
+    if (columns < rows) return isWithin(limit, second, first);
+    if (columns <= limit) return true;
+    if (columns - rows > limit) return false;
+    if (rows > kBlockRows) return BandedDistance().isWithin(limit, first, second);
+    MatchVector<Rows64> pattern(rows);
+    unsigned long row = 0;
+    for (Utf16View const piece : first) {
+        for (unsigned short const unit : piece)
+            pattern.add(unit, row++);
+    }
+    return isWithin(limit, pattern, rows, second);
 }

@@ -1,8 +1,126 @@
-// The edit distance of two texts, every edit at cost 1, many cells of the matrix in one step.
+// The edit distance of two texts, told how much of it matters: many cells of the matrix in one
+// step.
+//
+// Texts come in pieces, taken as if they were joined; a piece may be empty. All edits cost 1.
 #pragma once
 
-// Lengths are in 16-bit units; a pointer may be null when its length is 0. The work is about the
-// longer length times the shorter one divided by 64. Beyond 256 units on both sides it takes a byte
-// of memory for each unit of the longer text; shorter texts allocate nothing.
-unsigned long bitParallelDistance(unsigned short const* first, unsigned long firstLength,
-                                  unsigned short const* second, unsigned long secondLength);
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <cstdint>
+#include <span>
+#include <vector>
+
+#include "compare/utf16_string.h"
+
+using Pieces = std::span<Utf16View const>;
+
+unsigned long unitsOf(Pieces pieces);
+
+using Rows64 = std::uint64_t;
+__extension__ using Rows128 = unsigned __int128;
+
+// For each unit of a pattern, the rows in which it stands, one bit each: the pattern match vector
+// (Peq). `Rows` is Rows64 or Rows128, and the pattern has at most as many units. Any of the 65,536
+// units finds its place in an open table in a step or two.
+template <class Rows>
+class MatchVector {
+public:
+    static constexpr unsigned long kRows = 8 * sizeof(Rows);
+
+    // For a pattern of `rows` units.
+    explicit MatchVector(unsigned long rows = kRows) { clear(rows); }
+
+    void clear(unsigned long rows = kRows) {
+        slotMask_ = static_cast<unsigned>(std::bit_ceil(2 * rows)) - 1;
+        std::fill_n(keys_.begin(), slotMask_ + 1UL, kFree);
+        usedCount_ = 0;
+    }
+
+    // Sets `row`, which is below kRows, for the unit.
+    void add(unsigned short unit, unsigned long row) {
+        unsigned const slot = slotOf(unit);
+        if (keys_[slot] == kFree) {
+            keys_[slot] = unit;
+            rows_[slot] = 0;
+            used_[usedCount_++] = static_cast<std::uint8_t>(slot);
+        }
+        rows_[slot] |= Rows{1} << row;
+    }
+
+    Rows rowsOf(unsigned short unit) const {
+        unsigned const slot = slotOf(unit);
+        return keys_[slot] == unit ? rows_[slot] : 0;
+    }
+
+    // Takes the rows of `other`, which has the same units in the same places.
+    void copyRows(MatchVector const& other) {
+        for (unsigned i = 0; i < usedCount_; ++i)
+            rows_[used_[i]] = other.rows_[used_[i]];
+    }
+
+    // Takes out `count` rows from `first` on; the rows above move down.
+    void removeRows(unsigned long first, unsigned long count) {
+        Rows const below = (Rows{1} << first) - 1;
+        for (unsigned i = 0; i < usedCount_; ++i) {
+            Rows& rows = rows_[used_[i]];
+            Rows const moved = count < kRows ? rows >> count : 0;
+            rows = (rows & below) | (moved & ~below);
+        }
+    }
+
+private:
+    static constexpr unsigned long kMaxSlots = 2 * kRows;
+    static constexpr std::uint32_t kFree = 0x10000;  // no unit
+
+    unsigned slotOf(unsigned short unit) const {
+        unsigned slot = (unit ^ unit >> 3U) & slotMask_;  // letters of one script are spread
+        while (keys_[slot] != unit && keys_[slot] != kFree)
+            slot = (slot + 1) & slotMask_;
+        return slot;
+    }
+
+    std::array<std::uint32_t, kMaxSlots> keys_;
+    std::array<Rows, kMaxSlots> rows_;      // written where a key is
+    std::array<std::uint8_t, kRows> used_;  // slots, so that few need be looked at
+    unsigned usedCount_;
+    unsigned slotMask_;  // the number of slots, a power of two, less 1
+};
+
+// One column of the matrix in a block of 64 rows. Before the first unit of the text each row is one
+// more edit.
+struct BlockColumn {
+    std::uint64_t VP = ~std::uint64_t{0};
+    std::uint64_t VN = 0;
+};
+
+// True when the distance between the pattern (of `rows` units, as many as it may have at most) and
+// the text is at most `limit`. Allocates nothing. The work is a few steps for each unit of the
+// text, and ends when the answer is certain.
+template <class Rows>
+bool isWithin(unsigned long limit, MatchVector<Rows> const& pattern, unsigned long rows,
+              Pieces text);
+
+// Works on texts of any length, and keeps its memory from one call to the next: some 25 bytes for
+// each unit of the pattern.
+class BandedDistance {
+public:
+    // True when the distance is at most `limit`. The shorter text becomes the pattern.
+    bool isWithin(unsigned long limit, Pieces first, Pieces second);
+
+    unsigned long between(Utf16View first, Utf16View second);
+
+private:
+    // The distance when it is at most `limit`, else a greater number than `limit`. Where only the
+    // answer counts, any number on the same side of the limit.
+    unsigned long upTo(unsigned long limit, bool isAnswerEnough, Pieces first, Pieces second);
+
+    void fillMatches(Pieces pattern, unsigned long rows);
+
+    // By block of 64 rows.
+    std::vector<MatchVector<Rows64>> matches_;
+    std::vector<BlockColumn> columns_;
+};
+
+// The same for texts of any length; allocates when both have more than 64 units.
+bool isWithin(unsigned long limit, Pieces first, Pieces second);

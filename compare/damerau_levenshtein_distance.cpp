@@ -23,7 +23,7 @@ bool DamerauLevenshteinDistance::compareStrings(unsigned short const* first,
 
     // A hair above the exact share, so that a share such as 0.9999999999999998 lets one edit
     // through.
-    double const limit = toleratedShare(percent, std::max(firstSize, secondSize)) + 1e-6;
+    double const limit = Tolerance(percent).of(std::max(firstSize, secondSize)) + 1e-6;
     auto const isWithin = [limit](unsigned long distance) {
         return limit >= static_cast<double>(distance);
     };

@@ -7,8 +7,8 @@
 // one object.
 //
 // Texts are pointers to 16-bit units with a length in units; a pointer may be null when its length
-// is 0. Percentages run from 0 to 100, and above that demand as much as 100. Nothing here fails but
-// for memory, which leaves as the standard exception.
+// is 0. Percentages run from 0 to 100, and above that demand as much as 100. Nothing here fails
+// but an allocation: std::bad_alloc propagates.
 #pragma once
 
 #include <map>
@@ -49,6 +49,11 @@ public:
                                        unsigned short const* second, unsigned long secondLength,
                                        unsigned long percent,
                                        std::vector<Utf16String> const& exclusions);
+
+    // The same for a limit that is known, by way of maps: the plain road, which answers what the
+    // word list cannot hold, and is what that is held against.
+    bool compareByMaps(Utf16View first, Utf16View second, unsigned long limit,
+                       std::vector<Utf16String> const& exclusions);
 
     // Appends the words of the text to `words` and returns how many units of whitespace stand
     // beyond the first of each run. A NUL ends the scan for good.

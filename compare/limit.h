@@ -1,13 +1,29 @@
 // How many edits a percentage lets through.
 #pragma once
 
-// The share of `maximum` (a length in units) that may differ at `percent`, not rounded. `percent`
-// is meant from 0 to 100; above that the share is negative.
-//
 // The steps and their order are part of the answer: at 90 percent of 5 units they give
 // 0.4999999999999999, where (100 - percent) * maximum / 100 would give 0.5 and round up.
-double toleratedShare(unsigned long percent, unsigned long maximum);
+class Tolerance {
+public:
+    // `percent` is meant from 0 to 100.
+    explicit Tolerance(unsigned long percent)
+        : share_(1.0 - static_cast<double>(percent) / 100.0) {}
 
-// The greatest distance at which two texts still count as alike: the tolerated share, rounded with
-// halves away from zero. A percentage above 100 demands as much as 100 does: the limit is 0.
-unsigned long distanceLimit(unsigned long percent, unsigned long maximum);
+    // The part of `maximum` (a length in units) that may differ, not rounded. Negative for
+    // percentages above 100.
+    double of(unsigned long maximum) const { return share_ * static_cast<double>(maximum); }
+
+    // The greatest distance at which two texts still count as alike: the part that may differ,
+    // rounded with halves away from zero. A percentage above 100 demands as much as 100 does.
+    unsigned long limit(unsigned long maximum) const {
+        double const part = of(maximum);
+        // A negative double has no value as an unsigned number.
+        if (part < 0) return 0;
+        // As std::round, whose call costs more than the rest: the subtraction is exact.
+        auto const whole = static_cast<unsigned long>(part);
+        return part - static_cast<double>(whole) >= 0.5 ? whole + 1 : whole;
+    }
+
+private:
+    double share_;
+};

@@ -1,70 +1,41 @@
-// The word-insensitive comparison:
+// The word-insensitive comparison. The limit comes from the whole lengths less collapsed
+// whitespace, the distance from the left-overs alone: the more two texts share, the more the rest
+// may differ.
+//
+// Most comparisons are answered by way of one word list (compare/word_comparison.h). The plain
+// road:
 //
 //   text -> words, in order -> counted in a map -> the two maps cancel -> exclusions go
 //        -> what is left, joined in text order -> distance, against the limit
-//
-// The limit comes from the whole lengths less surplus whitespace, the distance from the left-overs
-// alone: the more two texts share, the more the rest may differ. Lengths and units alone settle
-// many pairs before a word is copied.
 #include <algorithm>
 #include <iterator>
-#include <optional>
 
 #include "compare/damerau_levenshtein_distance.h"
-#include "compare/few_words.h"
 #include "compare/generalized_levenstein_distance.h"
 #include "compare/limit.h"
-#include "compare/text_shape.h"
-#include "compare/unit_balance.h"
+#include "compare/text_measures.h"
+#include "compare/word_comparison.h"
 #include "compare/words.h"
-
-namespace {
-
-// True when the left-overs of the two texts must be further apart than `limit`. Words cancel one
-// for one here, so without exclusions both sides keep what they have beyond the other.
-bool isTooFar(TextShape const& first, TextShape const& second, unsigned long limit) {
-    auto const [fewer, more] = std::minmax(first.wordUnits, second.wordUnits);
-    if (more - fewer > limit) return true;
-    if (first.wordUnits > UnitBalance::kMostUnits) return false;
-    UnitBalance balance;
-    forEachWord(first.text, first.units,
-                [&](auto const* word, unsigned long length) { balance.add(word, length); });
-    unsigned long const missing = balance.missingIn(second.text, second.units);
-    return missing > limit || second.wordUnits + missing > first.wordUnits + limit;
-}
-
-// The answer for short texts, unless a word that both hold comes more than once: which of its
-// occurrences cancel is for the maps to tell.
-std::optional<bool> compareFewWords(TextShape const& firstShape, TextShape const& secondShape,
-                                    unsigned long limit) {
-    if (std::max(firstShape.words, secondShape.words) > FewWords::kMost) return {};
-    FewWords first(firstShape);
-    FewWords second(secondShape);
-    FewWords::cancelSingles(first, second);
-    if (std::max(first.units(), second.units()) <= limit) return true;
-    if (first.sharesWordWith(second)) return {};
-    return GeneralizedLevensteinDistance(first.joined(), second.joined(), 1, 1, 1) <= limit;
-}
-
-}  // namespace
 
 bool DamerauLevenshteinDistance::wordInsansitiveCompareStrings(
     unsigned short const* first, unsigned long firstLength, unsigned short const* second,
     unsigned long secondLength, unsigned long percent, std::vector<Utf16String> const& exclusions) {
-    TextShape const firstShape(first, firstLength);
-    TextShape const secondShape(second, secondLength);
-    unsigned long const limit = distanceLimit(
-        percent, std::max(firstShape.effectiveLength(), secondShape.effectiveLength()));
-    if (std::max(firstShape.wordUnits, secondShape.wordUnits) <= limit) return true;
-    if (exclusions.empty()) {
-        if (isTooFar(firstShape, secondShape, limit)) return false;
-        if (auto const isAlike = compareFewWords(firstShape, secondShape, limit)) return *isAlike;
-    }
+    TextMeasures const firstMeasures({first, firstLength});
+    TextMeasures const secondMeasures({second, secondLength});
+    unsigned long const limit = Tolerance(percent).limit(
+        std::max(firstMeasures.effectiveLength, secondMeasures.effectiveLength));
+    auto const answer = compareByWordList(firstMeasures, secondMeasures, limit, exclusions);
+    return answer ? *answer
+                  : compareByMaps({first, firstLength}, {second, secondLength}, limit, exclusions);
+}
 
+bool DamerauLevenshteinDistance::compareByMaps(Utf16View first, Utf16View second,
+                                               unsigned long limit,
+                                               std::vector<Utf16String> const& exclusions) {
     std::vector<Utf16String> firstWords;
     std::vector<Utf16String> secondWords;
-    spaceSplit(first, firstLength, firstWords);
-    spaceSplit(second, secondLength, secondWords);
+    spaceSplit(first.data(), first.size(), firstWords);
+    spaceSplit(second.data(), second.size(), secondWords);
 
     WordMap firstMap;
     WordMap secondMap;
@@ -86,12 +57,10 @@ bool DamerauLevenshteinDistance::wordInsansitiveCompareStrings(
 unsigned long DamerauLevenshteinDistance::spaceSplit(unsigned short const* text,
                                                      unsigned long length,
                                                      std::vector<Utf16String>& words) {
-    TextShape const shape(text, length);
-    words.reserve(words.size() + shape.words);
-    forEachWord(text, shape.units, [&words](auto const* word, unsigned long wordLength) {
-        words.emplace_back(word, wordLength);
-    });
-    return shape.surplus;
+    TextMeasures const measures({text, length});
+    words.reserve(words.size() + measures.words);
+    forEachWord(measures.text, [&words](Utf16View word) { words.emplace_back(word); });
+    return measures.collapsedWhitespace;
 }
 
 bool DamerauLevenshteinDistance::isWhiteSpace(unsigned short unit) {

@@ -4,17 +4,20 @@
 #include <cwchar>
 
 #include "host/near_text_comparer.h"
+#include "host/parameters.h"
 #include "host/text_width.h"
 
 namespace {
 
-constexpr long kMethodCount = 2;
-constexpr long kPropCount = 1;
-constexpr wchar_t const* kMethodNamesRu[kMethodCount] = {L"СравнитьСтроки", L"НайтиСтроки"};
-constexpr wchar_t const* kMethodNamesEn[kMethodCount] = {L"StringCompare", L"StringSearch"};
-constexpr wchar_t const* kPropNamesRu[kPropCount] = {L""};
-constexpr wchar_t const* kPropNamesEn[kPropCount] = {L""};
-constexpr long kParamCounts[kMethodCount] = {3, 7};
+constexpr wchar_t const* kMethodNamesRu[] = {L"СравнитьСтроки", L"НайтиСтроки"};
+constexpr wchar_t const* kMethodNamesEn[] = {L"StringCompare", L"StringSearch"};
+constexpr wchar_t const* kPropNamesRu[] = {L""};
+constexpr wchar_t const* kPropNamesEn[] = {L""};
+
+constexpr long kMethodCount = std::size(kMethodNamesEn);
+constexpr long kPropCount = std::size(kPropNamesEn);
+static_assert(std::size(kMethodNamesRu) == kMethodCount && std::size(kMethodTags) == kMethodCount);
+static_assert(std::size(kPropNamesRu) == kPropCount);
 
 constexpr bool isIndexBelow(long index, long count) {
     return index >= 0 && index < count;
@@ -96,7 +99,7 @@ unsigned short const* NearTextComparer::GetMethodName(long index, long alias) {
 }
 
 long NearTextComparer::GetNParams(long method) {
-    return isIndexBelow(method, kMethodCount) ? kParamCounts[method] : -1;
+    return isIndexBelow(method, kMethodCount) ? std::ssize(kMethodTags[method]) : -1;
 }
 
 bool NearTextComparer::GetParamDefValue(long method, long param, _tVariant* value) {

@@ -21,9 +21,8 @@ inline constexpr wchar_t kExtensionName[] = L"NearTextComparerExtension";
 
 class NearTextComparer : public IComponentBase {
 public:
-    // The methods by their place in the catalogue, and the one parameter with a default.
+    // The methods by their place in the catalogue.
     enum MethodIndex : long { StringCompare = 0, StringSearch = 1 };
-    static constexpr long kExclusionsParam = 6;
 
     // Thrown by value within a search and caught there; none ever reaches the host.
     enum Error : int {
@@ -62,8 +61,8 @@ public:
 
     // The calls. `params` holds as many records as GetNParams says, whatever `count` says; `ret`
     // receives the result. False means that nothing was carried out; a report tells why, except
-    // where there is no such method, no `params`, no `ret` or a `count` of 0. Memory that cannot be
-    // had leaves as the standard exception, and the component stays fit for the next call.
+    // where there is no such method, no `params`, no `ret` or a `count` of 0. When an allocation
+    // fails std::bad_alloc propagates, and the component stays fit for the next call.
     bool CallAsProc(long method, _tVariant* params, long count) override;
     bool CallAsFunc(long method, _tVariant* ret, _tVariant* params, long count) override;
 

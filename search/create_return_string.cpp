@@ -1,8 +1,8 @@
 // The result of a search as text: decimal numbers joined by commas, in a block that the host owns.
 //
-// Every number is converted twice, once to size the block and once to fill it. The stream is
-// emptied before each: it would pile up every digit that it ever held, and digits left unread by a
-// call that ran out of memory would stand in front of the next one's.
+// The block is sized by counting digits, and filled by way of the number stream. That is emptied
+// now and then: it would pile up every digit that it ever held, and digits left unread by a call
+// that ran out of memory would stand in front of the next one's.
 #include <string>
 
 #include "host/near_text_comparer.h"
@@ -11,11 +11,23 @@
 namespace {
 
 constexpr unsigned short kComma = 0x2C;
+constexpr unsigned long kNumbersHeld = 64;  // by the stream, at most
+
+unsigned long countDigits(unsigned long number) {
+    unsigned long digits = 1;
+    for (; number >= 10; number /= 10)
+        ++digits;
+    return digits;
+}
+
+void empty(std::basic_stringstream<wchar_t>& stream) {
+    stream.clear();
+    stream.str(std::wstring());
+}
 
 void readNumber(std::basic_stringstream<wchar_t>& stream, unsigned long number,
                 std::wstring& digits) {
     stream.clear();
-    stream.str(std::wstring());
     stream << number;
     stream >> digits;
 }
@@ -36,21 +48,20 @@ bool allocateResult(HostMemoryManager* manager, _tVariant::Value& out, unsigned 
 
 bool NearTextComparer::createReturnString(_tVariant* ret,
                                           std::vector<unsigned long> const& indices) {
-    std::wstring digits;
     unsigned long total = 0;  // units, the comma or the terminator behind each number included
-    for (unsigned long const index : indices) {
-        readNumber(numberStream, index, digits);
-        total += digits.size() + 1;
-    }
+    for (unsigned long const index : indices)
+        total += countDigits(index) + 1;
     if (!allocateResult(memManager, ret->value, total * sizeof(unsigned short))) {
         reportFailure(InternalError);
         return false;
     }
     unsigned short* const text = ret->value.wideString;
+    std::wstring digits;
     unsigned long end = 0;
-    for (unsigned long const index : indices) {
-        if (end != 0) text[end - 1] = kComma;
-        readNumber(numberStream, index, digits);
+    for (unsigned long i = 0; i < indices.size(); ++i) {
+        if (i % kNumbersHeld == 0) empty(numberStream);
+        if (i != 0) text[end - 1] = kComma;
+        readNumber(numberStream, indices[i], digits);
         narrowInto(text + end, digits.data(), digits.size());
         end += digits.size() + 1;
     }

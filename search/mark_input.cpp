@@ -4,33 +4,24 @@
 #include "search/mark_input.h"
 
 #include "compare/words.h"
-
-WordSet markWords(Stretch const& stretch) {
-    WordSet words;
-    int ordinal = 0;
-    forEachWord(stretch.text, stretch.units, [&](unsigned short const* text, unsigned long length) {
-        // Made only for a new word: a long section may repeat few words without end.
-        PStringRefPrivate<unsigned short, unsigned long> const word{text, length, ordinal++};
-        auto const key = PStringRef<unsigned short>::borrowing(word);
-        auto const place = words.lower_bound(key);
-        if (place == words.end() || key < *place)
-            words.emplace_hint(place, text, length, word.ordinal);
-    });
-    return words;
-}
+#include "search/section_scanner.h"
 
 std::vector<PStringRefSection> markInput(PStringRef<unsigned short> const& input,
                                          unsigned short separator) {
     std::list<PStringRefSection> sectionList;
-    StretchReader reader(input, separator);
-    for (Stretch stretch; reader.next(stretch);) {
-        if (stretch.wordUnits == 0) continue;
-        unsigned short const* firstWord = stretch.text;
-        while (isWhiteSpaceUnit(*firstWord))
-            ++firstWord;
+    SectionScanner scanner({input.text(), input.length()}, separator);
+    for (Section found; scanner.next(found);) {
+        WordSet words;
+        unsigned short const* firstWord = nullptr;
+        int ordinal = 0;
+        forEachWord(found.text, [&](Utf16View word) {
+            if (firstWord == nullptr) firstWord = word.data();
+            words.emplace(word.data(), word.size(), ordinal++);
+        });
+        if (words.empty()) continue;
         PStringRefSection section;
-        section.setReference({firstWord, stretch.length});
-        section.setWords(markWords(stretch));
+        section.setReference({firstWord, found.length});
+        section.setWords(std::move(words));
         sectionList.push_back(section);
     }
     return list2vector(sectionList);

@@ -1,4 +1,4 @@
-// The tokeniser of the search: cuts a text into sections at a separator, and each section into
+// The tokenizer of the search: cuts a text into sections at a separator, and each section into
 // words at whitespace.
 #pragma once
 
@@ -6,18 +6,14 @@
 #include <vector>
 
 #include "search/pstring_ref.h"
-#include "search/stretch_reader.h"
-
-// The distinct words of the stretch. Words take ordinals from 0, repeats counted though the set
-// drops them; that leaves gaps, but never gives two words of a set one ordinal.
-WordSet markWords(Stretch const& stretch);
 
 // The sections that hold a word, in the order of the text; a stretch without one makes no section,
 // so a place in the result counts entries with words alone.
 //
 // The length of a section's reference is a counter, not a stretch that may be read: all units of
 // the section, whitespace included, and one more for the unit that ended the section before it. Its
-// text is the section's first word.
+// text is the section's first word. Words take ordinals from 0 in their section, repeats counted
+// though the set drops them; that leaves gaps, but never gives two words of a set one ordinal.
 //
 // The text of `input` is the caller's, not written, and kept alive as long as the result is used.
 std::vector<PStringRefSection> markInput(PStringRef<unsigned short> const& input,

@@ -9,7 +9,6 @@
 // shares a constant; a section is filled before its handle is copied.
 #pragma once
 
-#include <cstddef>
 #include <memory>
 #include <set>
 #include <utility>
@@ -35,14 +34,6 @@ public:
     PStringRef(Unit const* text, Length length, int ordinal = -1)
         : record(std::make_shared<Record>(Record{text, length, ordinal})) {}
 
-    // A handle to look a word up with: it allocates nothing and shares no record, so `record` must
-    // outlive it and its copies.
-    static PStringRef borrowing(PStringRefPrivate<Unit, Length> const& record) {
-        PStringRef ref(nullptr);
-        ref.record = std::shared_ptr<Record const>(std::shared_ptr<void>(), &record);
-        return ref;
-    }
-
     Unit const* text() const { return record->text; }
     Length length() const { return record->length; }
     int ordinal() const { return record->ordinal; }
@@ -57,8 +48,6 @@ public:
 
 private:
     using Record = PStringRefPrivate<Unit, Length>;
-
-    explicit PStringRef(std::nullptr_t) {}
 
     std::shared_ptr<Record const> record;
 };

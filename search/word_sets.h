@@ -8,43 +8,30 @@
 #include "compare/utf16_string.h"
 #include "search/pstring_ref.h"
 
-// Takes the words of `gone` out of `words`.
+// Takes the words of `others` out of `words`.
 template <class Word>
-void removeBy(std::set<Word>& words, std::set<Word> const& gone) {
-    if (gone.size() > words.size()) {
-        std::erase_if(words, [&gone](Word const& word) { return gone.count(word) != 0; });
-        return;
-    }
-    for (Word const& word : gone)
+void removeBy(std::set<Word>& words, std::set<Word> const& others) {
+    for (Word const& word : others)
         words.erase(word);
-}
-
-// Walks both sets together. A word of `first` alone goes to `useFirst`; for a shared word `first`
-// gives `nextFirst(place)`, the place behind it, and `second` loses it.
-template <class FirstSet, class Word, class UseFirst, class NextFirst>
-void cancelShared(FirstSet& first, std::set<Word>& second, UseFirst&& useFirst,
-                  NextFirst&& nextFirst) {
-    auto a = first.begin();
-    auto b = second.begin();
-    while (a != first.end() && b != second.end()) {
-        if (*a < *b) {
-            useFirst(*a++);
-        } else if (*b < *a) {
-            ++b;
-        } else {
-            a = nextFirst(a);
-            b = second.erase(b);
-        }
-    }
-    while (a != first.end())
-        useFirst(*a++);
 }
 
 // Takes out of both sets the words that they have in common.
 template <class Word>
 void removeSame(std::set<Word>& first, std::set<Word>& second) {
-    cancelShared(
-        first, second, [](Word const&) {}, [&first](auto place) { return first.erase(place); });
+    if (first.empty() || second.empty()) return;
+    if (*first.rbegin() < *second.begin() || *second.rbegin() < *first.begin()) return;
+    auto a = first.begin();
+    auto b = second.begin();
+    while (a != first.end() && b != second.end()) {
+        if (*a < *b) {
+            ++a;
+        } else if (*b < *a) {
+            ++b;
+        } else {
+            a = first.erase(a);
+            b = second.erase(b);
+        }
+    }
 }
 
 // The words in text order, with nothing between them. No two of them have the same ordinal.

@@ -1,0 +1,149 @@
+// Of a word that the first text holds k times and the second m times, the first k - m occurrences
+// are left of the first text, or the first m - k of the second: its balance, the one way or the
+// other. One walk over both texts finds the balances, a second one the occurrences that are left.
+//
+//   first   a b a c      balance  a  2 - 1      left   a b
+//   second  c a          b 1,  c  1 - 1                -
+#include "compare/word_comparison.h"
+
+#include <algorithm>
+#include <bit>
+
+#include "compare/bag_distance.h"
+#include "compare/bit_parallel_distance.h"
+#include "compare/fixed_buffer.h"
+#include "compare/word_list.h"
+#include "compare/words.h"
+
+namespace {
+
+constexpr unsigned long kFewWords = 32;
+
+// Up to here what is left is measured as fast as a histogram is made.
+constexpr unsigned long kShortText = 100;
+
+// Above this limit few texts differ by as many buckets.
+constexpr unsigned long kFewBuckets = 6;
+
+// True when the texts are surely further apart than `limit`. Without exclusions every word of both
+// sides stays or cancels, so both numbers of the bag distance count.
+bool exceedsBagDistance(TextMeasures const& first, TextMeasures const& second,
+                        unsigned long limit) {
+    UnitHistogram histogram;
+    forEachWord(first.text, [&histogram](Utf16View word) { histogram.add(word); });
+    histogram.orderBy({});
+    // With so many missing the one number or the other is above the limit.
+    unsigned long const longer = std::max(first.wordUnits, second.wordUnits) - first.wordUnits;
+    unsigned long const missing = histogram.missingIn(second.text, limit - longer);
+    return missing > limit || second.wordUnits + missing > first.wordUnits + limit;
+}
+
+// Near texts mostly begin or end alike, and no bound can reject them.
+bool isLikelyNear(Utf16View first, Utf16View second) {
+    constexpr unsigned long kUnits = 8;
+    if (std::min(first.size(), second.size()) < kUnits) return false;
+    return first.substr(0, kUnits) == second.substr(0, kUnits) ||
+           first.substr(first.size() - kUnits) == second.substr(second.size() - kUnits);
+}
+
+// One bit for each of 64 buckets that a text has units in, those of whitespace left out.
+std::uint64_t bucketsOf(Utf16View text) {
+    std::uint64_t buckets = 0;
+    for (unsigned short const unit : text)
+        buckets |= std::uint64_t{1} << unit % 64U;
+    for (unsigned short const white : kWhiteSpaceUnits)
+        buckets &= ~(std::uint64_t{1} << white % 64U);
+    return buckets;
+}
+
+// The same of short texts, by the buckets of which one side has units and the other none.
+bool exceedsBucketDifference(TextMeasures const& first, TextMeasures const& second,
+                             unsigned long limit) {
+    std::uint64_t const firstBuckets = bucketsOf(first.text);
+    std::uint64_t const secondBuckets = bucketsOf(second.text);
+    auto const count = [](std::uint64_t bits) {
+        return static_cast<unsigned long>(std::popcount(bits));
+    };
+    return count(firstBuckets & ~secondBuckets) > limit ||
+           count(secondBuckets & ~firstBuckets) > limit;
+}
+
+class WordBalance {
+public:
+    WordBalance(TextMeasures const& first, TextMeasures const& second)
+        : list_(first.words + second.words),
+          balance_(first.words + second.words),
+          words_(first.words + second.words),
+          places_(first.words + second.words),
+          firstCount_(first.words),
+          count_(first.words + second.words) {
+        Utf16View* word = words_.data();
+        for (TextMeasures const* text : {&first, &second})
+            forEachWord(text->text, [&word](Utf16View found) { *word++ = found; });
+    }
+
+    // Finds the balances. False when there is no room.
+    bool find() {
+        for (unsigned long i = 0; i < count_; ++i) {
+            std::uint32_t const end = list_.size();
+            std::uint32_t const place = list_.findOrAdd(words_[i]);
+            if (place == WordList::kNoRoom) return false;
+            if (place == end) balance_[place] = 0;
+            balance_[place] += i < firstCount_ ? 1 : -1;
+            places_[i] = place;
+        }
+        return true;
+    }
+
+    void exclude(Utf16View word) {
+        if (word.empty()) return;
+        std::uint32_t const place = list_.find(word);
+        if (place != WordList::kNoRoom) balance_[place] = 0;
+    }
+
+    // What is left of each text. Each to be asked once: the words move together.
+    Pieces firstLeft() { return left(0, firstCount_, 1); }
+    Pieces secondLeft() { return left(firstCount_, count_, -1); }
+
+private:
+    Pieces left(unsigned long begin, unsigned long end, int sign) {
+        Utf16View* out = words_.data() + begin;
+        for (unsigned long i = begin; i < end; ++i) {
+            int& balance = balance_[places_[i]];
+            if (balance * sign <= 0) continue;
+            balance -= sign;
+            *out++ = words_[i];
+        }
+        return {words_.data() + begin, out};
+    }
+
+    WordList list_;
+    FixedBuffer<int, kFewWords> balance_;           // by place in the list
+    FixedBuffer<Utf16View, kFewWords> words_;       // of both texts, in order
+    FixedBuffer<std::uint32_t, kFewWords> places_;  // of these, in the list
+    unsigned long const firstCount_;
+    unsigned long const count_;
+};
+
+}  // namespace
+
+std::optional<bool> compareByWordList(TextMeasures const& first, TextMeasures const& second,
+                                      unsigned long limit,
+                                      std::span<Utf16String const> exclusions) {
+    if (std::max(first.wordUnits, second.wordUnits) <= limit) return true;
+    if (exclusions.empty()) {
+        auto const [fewer, more] = std::minmax(first.wordUnits, second.wordUnits);
+        if (more - fewer > limit) return false;
+        if (more <= kShortText) {
+            if (limit <= kFewBuckets && exceedsBucketDifference(first, second, limit)) return false;
+        } else if (more <= UnitHistogram::kMaxUnits && !isLikelyNear(first.text, second.text)) {
+            if (exceedsBagDistance(first, second, limit)) return false;
+        }
+    }
+    if (first.words + second.words > WordList::kMaxCapacity) return {};
+    WordBalance words(first, second);
+    if (!words.find()) return {};
+    for (Utf16String const& word : exclusions)
+        words.exclude(word);
+    return isWithin(limit, words.firstLeft(), words.secondLeft());
+}

@@ -1,0 +1,147 @@
+// A list of distinct words, looked up by a hash. It has room for so many words and no more, copies
+// no text, and can be cut back to what it held before.
+//
+// An open table with linear probing, at most half full. Words leave it only from the end of the
+// list, the last one first; so no word ever stands behind a slot that was freed.
+#pragma once
+
+#include <algorithm>
+#include <bit>
+#include <cstdint>
+#include <cstring>
+#include <span>
+
+#include "compare/fixed_buffer.h"
+#include "compare/utf16_string.h"
+
+inline constexpr unsigned long kStride = sizeof(std::uint64_t) / sizeof(unsigned short);
+
+inline std::uint64_t loadStride(unsigned short const* units) {
+    std::uint64_t loaded;
+    std::memcpy(&loaded, units, sizeof loaded);
+    return loaded;
+}
+
+inline bool hasUnits(unsigned short const* units, Utf16View word) {
+    unsigned long const length = word.size();
+    if (length < kStride) return std::equal(word.begin(), word.end(), units);
+    for (unsigned long at = 0; at + kStride <= length; at += kStride) {
+        if (loadStride(units + at) != loadStride(word.data() + at)) return false;
+    }
+    return loadStride(units + length - kStride) == loadStride(word.data() + length - kStride);
+}
+
+// Equal words have equal hashes; `word` is not empty. Every unit takes part, four at a time; the
+// last four may overlap those before.
+inline std::uint64_t hashOf(Utf16View word) {
+    constexpr std::uint64_t kMultiplier = 0x9E3779B97F4A7C15;  // odd, its bits well mixed
+    unsigned short const* const units = word.data();
+    unsigned long const length = word.size();
+    std::uint64_t hash = length * kMultiplier;
+    if (length < kStride) {
+        std::uint64_t const few = units[0] | std::uint64_t{units[length / 2]} << 16U |
+                                  std::uint64_t{units[length - 1]} << 32U;
+        hash = (hash ^ few) * kMultiplier;
+        return hash ^ hash >> 32U;
+    }
+    for (unsigned long at = 0; at + kStride <= length; at += kStride) {
+        hash = (hash ^ loadStride(units + at)) * kMultiplier;
+        hash ^= hash >> 32U;
+    }
+    hash = (hash ^ loadStride(units + length - kStride)) * kMultiplier;
+    return hash ^ hash >> 32U;
+}
+
+class WordList {
+public:
+    // What `findOrAdd` gives when the list is full, or when too many words share their place in the
+    // table: whoever asked takes another road.
+    static constexpr std::uint32_t kNoRoom = ~std::uint32_t{0};
+
+    // The most words that a list may be made for: every word has a slot and another one free.
+    static constexpr unsigned long kMaxCapacity = 1UL << 30;
+
+    // Allocates, unless the words are few. `capacity` is at most kMaxCapacity.
+    explicit WordList(unsigned long capacity);
+
+    std::uint32_t size() const { return size_; }
+
+    // The place of `word`, from 0, in the order in which words were added; the size before the call
+    // when it is a new one. `word` is not empty, and its text outlives its stay in the list.
+    std::uint32_t findOrAdd(Utf16View word);
+
+    // The place, or kNoRoom when the list does not hold the word.
+    std::uint32_t find(Utf16View word);
+
+    // All words, in the order in which they were added.
+    std::span<Utf16View const> words() const { return {words_.data(), size_}; }
+
+    // Takes out the words from `size` on.
+    void cutBackTo(std::uint32_t size);
+
+private:
+    struct Slot {
+        std::uint32_t mark;   // a hash of the word
+        std::uint32_t place;  // in the list, from 1; 0 is a free slot
+    };
+    static constexpr unsigned long kFewWords = 32;
+    static constexpr unsigned kMaxProbes = 32;
+
+    // The word's slot or the free one that it would take; null after too many probes.
+    Slot* probe(Utf16View word, std::uint32_t mark);
+
+    std::uint32_t const capacity_;
+    std::uint32_t size_ = 0;
+    std::uint32_t const slotMask_;  // the number of slots, a power of two, less 1
+    FixedBuffer<Utf16View, kFewWords> words_;
+    FixedBuffer<Slot*, kFewWords> slotOf_;  // by place in the list
+    FixedBuffer<Slot, 2 * kFewWords> slots_;
+};
+
+// Here, since they run for every word of every entry.
+
+inline WordList::WordList(unsigned long capacity)
+    : capacity_(static_cast<std::uint32_t>(capacity)),
+      slotMask_(static_cast<std::uint32_t>(std::bit_ceil(2 * std::max(capacity, 1UL)) - 1)),
+      words_(capacity),
+      slotOf_(capacity),
+      slots_(slotMask_ + 1UL) {
+    std::fill_n(slots_.data(), slotMask_ + 1UL, Slot{0, 0});
+}
+
+inline WordList::Slot* WordList::probe(Utf16View word, std::uint32_t mark) {
+    std::uint32_t slot = mark & slotMask_;
+    for (unsigned probes = 0; probes < kMaxProbes; ++probes) {
+        Slot* const at = &slots_[slot];
+        if (at->place == 0) return at;
+        if (at->mark == mark) {
+            Utf16View const held = words_[at->place - 1];
+            if (held.size() == word.size() && hasUnits(held.data(), word)) return at;
+        }
+        slot = (slot + 1) & slotMask_;
+    }
+    return nullptr;
+}
+
+inline std::uint32_t WordList::findOrAdd(Utf16View word) {
+    auto const mark = static_cast<std::uint32_t>(hashOf(word));
+    Slot* const slot = probe(word, mark);
+    if (slot == nullptr) return kNoRoom;
+    if (slot->place != 0) return slot->place - 1;
+    if (size_ == capacity_) return kNoRoom;
+    std::uint32_t const place = size_++;
+    words_[place] = word;
+    slotOf_[place] = slot;
+    *slot = {mark, place + 1};
+    return place;
+}
+
+inline std::uint32_t WordList::find(Utf16View word) {
+    Slot const* const slot = probe(word, static_cast<std::uint32_t>(hashOf(word)));
+    return slot != nullptr && slot->place != 0 ? slot->place - 1 : kNoRoom;
+}
+
+inline void WordList::cutBackTo(std::uint32_t size) {
+    while (size_ > size)
+        slotOf_[--size_]->place = 0;
+}

@@ -1,0 +1,228 @@
+// From the cheapest test to the dearest. S and W are the units of the search words and of the
+// entry's distinct words without the exclusions; m is how many units of S the entry lacks.
+//
+//   S and the entry's units are within the limit                          match
+//   m is above the limit                                                  no match
+//   W - S + m, found while the words are cut, is above the limit          no match
+//   the lengths of what is left settle it                                 either
+//   the distance of what is left
+//
+// compare/bag_distance.h tells why the second and third hold.
+#include "search/entry_matcher.h"
+
+#include <algorithm>
+
+#include "compare/words.h"
+#include "search/section_scanner.h"
+
+namespace {
+
+// Calls `use` for each word of all sections.
+template <class Use>
+void forEachSectionsWord(Utf16View text, unsigned short separator, Use&& use) {
+    SectionScanner scanner(text, separator);
+    for (Section section; scanner.next(section);)
+        forEachWord(section.text, use);
+}
+
+unsigned long countWords(Utf16View text, unsigned short separator) {
+    unsigned long count = 0;
+    forEachSectionsWord(text, separator, [&count](Utf16View) { ++count; });
+    return count;
+}
+
+}  // namespace
+
+EntryMatcher::EntryMatcher(Utf16View searchText, Utf16View exclusions, unsigned short separator,
+                           std::span<Utf16View const> samples, unsigned long entryWords)
+    : searchText_(searchText),
+      exclusions_(exclusions),
+      separator_(separator),
+      entryWords_(entryWords),
+      words_(std::min(countWords(exclusions, separator) + countWords(searchText, 0) + entryWords,
+                      WordList::kMaxCapacity)),
+      entry_(entryWords) {
+    isListed_ = fillList();
+    histogram_.orderBy(samples);
+    if (histogram_.size() <= 64) {
+        fewRows_.emplace(searchWords_);
+    } else if (histogram_.size() <= 128) {
+        moreRows_.emplace(searchWords_);
+    }
+}
+
+bool EntryMatcher::fillList() {
+    bool isListed = true;
+    auto const add = [&](Utf16View word) {
+        std::uint32_t const place = words_.findOrAdd(word);
+        if (place == WordList::kNoRoom) isListed = false;
+        return place;
+    };
+    forEachSectionsWord(exclusions_, separator_, add);
+    exclusionsEnd_ = words_.size();
+    for (Utf16View const word : words_.words())
+        exclusionFingerprints_ |= std::uint64_t{1} << fingerprintOf(word);
+    forEachWord(searchText_, [&](Utf16View word) {
+        std::uint32_t const end = words_.size();
+        if (add(word) != end) return;
+        searchWords_.push_back({word, histogram_.size()});
+        histogram_.add(word);
+    });
+    searchEnd_ = words_.size();
+    return isListed;
+}
+
+bool EntryMatcher::isMatch(Utf16View entry, unsigned long limit) {
+    if (!isListed_) return plainly(entry, limit);
+    unsigned long const searchUnits = histogram_.size();
+    if (std::max(searchUnits, entry.size()) <= limit) return true;
+    if (searchUnits > entry.size() + limit) return false;
+
+    // More units than these that count are too many.
+    unsigned long mostUnits = limit + searchUnits;
+    // About a quarter may be whitespace and repeats. With a small limit units that are missing tell
+    // sooner.
+    constexpr unsigned long kSmallLimit = 16;
+    bool const isLikelyTooLong =
+        entry.size() - entry.size() / 4 > mostUnits && kSmallLimit * limit > searchUnits;
+    if (isLikelyTooLong && cut(entry, mostUnits) > mostUnits) return false;
+    if (isHistogramUseful(entry, limit)) {
+        unsigned long const missing = histogram_.missingIn(entry, limit);
+        if (missing > limit) return false;
+        mostUnits -= missing;
+    }
+    if ((isLikelyTooLong ? cutUnits_ : cut(entry, mostUnits)) > mostUnits) return false;
+
+    switch (cancel(mostUnits)) {
+        case Cancelling::Done:
+            return isLeftWithin(limit);
+        case Cancelling::TooManyUnits:
+            return false;
+        case Cancelling::NoRoom:
+            break;
+    }
+    if (hasMoreUnits(entry, mostUnits)) return false;
+    unsigned long const words = countWords(entry, 0);
+    if (words <= entryWords_) return plainly(entry, limit);
+    return EntryMatcher(searchText_, exclusions_, separator_, {}, words).isMatch(entry, limit);
+}
+
+// With a great limit few entries lack so many units, and a much longer entry is likely to lack
+// none.
+bool EntryMatcher::isHistogramUseful(Utf16View entry, unsigned long limit) const {
+    unsigned long const searchUnits = histogram_.size();
+    return 3 * searchUnits > 4 * limit && entry.size() <= 4 * (searchUnits + limit) &&
+           entry.size() <= UnitHistogram::kMaxUnits;
+}
+
+unsigned EntryMatcher::fingerprintOf(Utf16View word) {
+    return (word.front() + 5U * word.back() + 11U * static_cast<unsigned>(word.size())) % 64U;
+}
+
+unsigned long EntryMatcher::cut(Utf16View entry, unsigned long mostUnits) {
+    std::uint64_t seen = exclusionFingerprints_;
+    cutUnits_ = 0;
+    cutWords_ = 0;
+    hasRoom_ = true;
+    forEachWordWhile(entry, [&](Utf16View word) {
+        hasRoom_ = cutWords_ < entryWords_;
+        if (!hasRoom_) return false;
+        entry_[cutWords_++] = word;
+        std::uint64_t const own = std::uint64_t{1} << fingerprintOf(word);
+        cutUnits_ += (seen & own) == 0 ? word.size() : 0;
+        seen |= own;
+        return cutUnits_ <= mostUnits;
+    });
+    return cutUnits_;
+}
+
+EntryMatcher::Cancelling EntryMatcher::cancel(unsigned long mostUnits) {
+    if (!hasRoom_) return Cancelling::NoRoom;
+    ++entryNumber_;
+    cancelledUnits_ = 0;
+    unsigned long units = 0;  // that count
+    words_.cutBackTo(searchEnd_);
+    for (unsigned long i = 0; i < cutWords_; ++i) {
+        Utf16View const word = entry_[i];
+        std::uint32_t const end = words_.size();
+        std::uint32_t const place = words_.findOrAdd(word);
+        if (place == WordList::kNoRoom) return Cancelling::NoRoom;
+        if (place < exclusionsEnd_) continue;
+        if (place < searchEnd_) {
+            SearchWord& same = searchWords_[place - exclusionsEnd_];
+            if (same.cancelledBy == entryNumber_) continue;
+            same.cancelledBy = entryNumber_;
+            cancelledUnits_ += word.size();
+        } else if (place != end) {
+            continue;
+        }
+        units += word.size();
+        if (units > mostUnits) return Cancelling::TooManyUnits;
+    }
+    return Cancelling::Done;
+}
+
+template <class Rows>
+EntryMatcher::SearchRows<Rows>::SearchRows(std::vector<SearchWord> const& words) {
+    for (SearchWord const& word : words) {
+        for (unsigned long i = 0; i < word.text.size(); ++i)
+            all.add(word.text[i], word.row + i);
+    }
+    rest = all;
+}
+
+template <class Rows>
+MatchVector<Rows> const& EntryMatcher::SearchRows<Rows>::without(
+    std::vector<SearchWord> const& words, unsigned long entryNumber) {
+    rest.copyRows(all);
+    // From the last word on, since the rows above move down.
+    for (auto word = words.rbegin(); word != words.rend(); ++word) {
+        if (word->cancelledBy == entryNumber) rest.removeRows(word->row, word->text.size());
+    }
+    return rest;
+}
+
+bool EntryMatcher::isLeftWithin(unsigned long limit) {
+    unsigned long const rows = histogram_.size() - cancelledUnits_;
+    Pieces const entryLeft = words_.words().subspan(searchEnd_);
+    unsigned long const units = unitsOf(entryLeft);
+    if (std::max(rows, units) <= limit) return true;
+    if (std::max(rows, units) - std::min(rows, units) > limit) return false;
+    auto const isPatternWithin = [&](auto& searchRows) {
+        auto const& pattern =
+            cancelledUnits_ == 0 ? searchRows.all : searchRows.without(searchWords_, entryNumber_);
+        return isWithin(limit, pattern, rows, entryLeft);
+    };
+    if (fewRows_) return isPatternWithin(*fewRows_);
+    if (moreRows_) return isPatternWithin(*moreRows_);
+    searchLeft_.clear();
+    for (SearchWord const& word : searchWords_) {
+        if (word.cancelledBy != entryNumber_) searchLeft_.push_back(word.text);
+    }
+    return banded_.isWithin(limit, searchLeft_, entryLeft);
+}
+
+// A fingerprint that is new belongs to a word that is new, so this never counts a repeat, and an
+// excluded word neither.
+bool EntryMatcher::hasMoreUnits(Utf16View entry, unsigned long mostUnits) {
+    if (!fingerprints_) fingerprints_ = std::make_unique<Fingerprints>();
+    fingerprints_->reset();
+    auto const isNew = [this](Utf16View word) {
+        unsigned long const place = hashOf(word) % kFingerprints;
+        bool const wasSet = fingerprints_->test(place);
+        fingerprints_->set(place);
+        return !wasSet;
+    };
+    for (std::uint32_t place = 0; place < exclusionsEnd_; ++place)
+        isNew(words_.words()[place]);
+    unsigned long units = 0;
+    return !forEachWordWhile(entry, [&](Utf16View word) {
+        if (isNew(word)) units += word.size();
+        return units <= mostUnits;
+    });
+}
+
+bool EntryMatcher::plainly(Utf16View entry, unsigned long limit) {
+    if (!plain_) plain_.emplace(searchText_, exclusions_, separator_);
+    return plain_->isMatch(entry, limit);
+}

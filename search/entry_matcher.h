@@ -1,0 +1,108 @@
+// Holds the entries of a list against one search text.
+//
+// All words stand in one list, one behind the other, and their place tells what they are:
+//
+//   | exclusions | words of the search text | left-over words of the entry at hand |
+//                                            '- cut back after each entry
+//
+// An entry's word that is found among the first counts on neither side, among the second it
+// cancels, among the third it is a repeat; one that is not found is added, and is left over. So
+// what is left of an entry lies there in text order, and no entry needs memory of its own.
+#pragma once
+
+#include <bitset>
+#include <memory>
+#include <optional>
+#include <span>
+#include <vector>
+
+#include "compare/bag_distance.h"
+#include "compare/bit_parallel_distance.h"
+#include "compare/utf16_string.h"
+#include "compare/word_list.h"
+#include "search/plain_search.h"
+
+class EntryMatcher {
+public:
+    // Few entries have more words.
+    static constexpr unsigned long kEntryWords = 256;
+
+    // `searchText` is the text's first section, of at most 1000 units. `samples` are texts of the
+    // list, or empty; they make no difference to an answer. The list has room for `entryWords`
+    // words of an entry; one with more takes memory while it is looked at. All texts outlive this.
+    EntryMatcher(Utf16View searchText, Utf16View exclusions, unsigned short separator,
+                 std::span<Utf16View const> samples, unsigned long entryWords);
+
+    // True when what is left of `entry`, which holds a word, is within `limit` edits of what is
+    // left of the search text.
+    bool isMatch(Utf16View entry, unsigned long limit);
+
+private:
+    struct SearchWord {
+        Utf16View text;
+        unsigned long row;              // in the joined search words
+        unsigned long cancelledBy = 0;  // the last entry that holds the word too, from 1
+    };
+
+    // The rows of the joined search words, and of what is left of them.
+    template <class Rows>
+    struct SearchRows {
+        explicit SearchRows(std::vector<SearchWord> const& words);
+        // Without the words that the entry cancelled.
+        MatchVector<Rows> const& without(std::vector<SearchWord> const& words,
+                                         unsigned long entryNumber);
+
+        MatchVector<Rows> all;
+        MatchVector<Rows> rest;
+    };
+
+    enum class Cancelling { Done, TooManyUnits, NoRoom };
+
+    // False when there is no room for a word.
+    bool fillList();
+    bool isHistogramUseful(Utf16View entry, unsigned long limit) const;
+    // Cuts the entry into words, until more than `mostUnits` units of it count. Gives how many do,
+    // at least: a word with a fingerprint that was not seen is surely neither excluded nor a
+    // repeat.
+    unsigned long cut(Utf16View entry, unsigned long mostUnits);
+    static unsigned fingerprintOf(Utf16View word);
+    // Cancels the words that were cut. Gives up when more than `mostUnits` units count.
+    Cancelling cancel(unsigned long mostUnits);
+    // Of what the last `cancel` left.
+    bool isLeftWithin(unsigned long limit);
+    // True when surely more than `mostUnits` units of the entry count. Takes any number of words.
+    bool hasMoreUnits(Utf16View entry, unsigned long mostUnits);
+    bool plainly(Utf16View entry, unsigned long limit);
+
+    static constexpr unsigned long kFingerprints = 1UL << 17;
+    using Fingerprints = std::bitset<kFingerprints>;
+
+    Utf16View const searchText_;
+    Utf16View const exclusions_;
+    unsigned short const separator_;
+    unsigned long const entryWords_;
+
+    WordList words_;
+    std::uint32_t exclusionsEnd_ = 0;
+    std::uint32_t searchEnd_ = 0;
+    std::uint64_t exclusionFingerprints_ = 0;
+    bool isListed_ = false;  // false when the exclusions or the search words found no room
+
+    UnitHistogram histogram_;                      // of the search words
+    std::vector<SearchWord> searchWords_;          // in text order
+    std::optional<SearchRows<Rows64>> fewRows_;    // of up to 64 units of search words
+    std::optional<SearchRows<Rows128>> moreRows_;  // of up to 128
+
+    // Of the entry at hand.
+    FixedBuffer<Utf16View, 1> entry_;  // its words, repeats included
+    unsigned long cutWords_ = 0;
+    unsigned long cutUnits_ = 0;
+    bool hasRoom_ = true;  // for all its words
+    unsigned long entryNumber_ = 0;
+    unsigned long cancelledUnits_ = 0;
+
+    std::vector<Utf16View> searchLeft_;
+    BandedDistance banded_;
+    std::unique_ptr<Fingerprints> fingerprints_;
+    std::optional<PlainSearch> plain_;
+};
