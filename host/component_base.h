@@ -112,3 +112,17 @@ public:
 // One component as the host holds it. The address of the whole object is also the address of its
 // first interface.
 class IComponentBase : public IInitDoneBase, public ILanguageExtenderBase, public LocaleBase {};
+
+// The four functions that the library exports, under these names less `Function` and unmangled.
+//
+// GetClassObject makes a component into `*slot`, which must be null, and gives its address; it
+// gives 0, and changes nothing, when the slot is not empty. The first argument is never read.
+// std::bad_alloc propagates, and leaves the slot empty.
+using GetClassObjectFunction = std::intptr_t(void const* ignored, IComponentBase** slot);
+// Ends the component in `*slot` and empties it: 0, or -1 when it was empty.
+using DestroyObjectFunction = long(IComponentBase** slot);
+// The one class name, ended by a zero unit. The library's, for reading only, as long as it is
+// loaded. The first call of a process must not race with another.
+using GetClassNamesFunction = unsigned short const*();
+// Always 1. The argument is never read.
+using SetPlatformCapabilitiesFunction = int(int ignored);

@@ -15,30 +15,31 @@ unsigned short* classNamesBuffer = nullptr;
 
 extern "C" {
 
-// Makes a component into an empty `slot`. The result is its address, or 0 when the slot is not
-// empty.
-[[gnu::visibility("default")]] std::intptr_t GetClassObject(void const*, IComponentBase** slot) {
+[[gnu::visibility("default")]] GetClassObjectFunction GetClassObject;
+[[gnu::visibility("default")]] DestroyObjectFunction DestroyObject;
+[[gnu::visibility("default")]] GetClassNamesFunction GetClassNames;
+[[gnu::visibility("default")]] SetPlatformCapabilitiesFunction SetPlatformCapabilities;
+
+std::intptr_t GetClassObject(void const*, IComponentBase** slot) {
     if (*slot != nullptr) return 0;
     *slot = new NearTextComparer;
     return reinterpret_cast<std::intptr_t>(*slot);
 }
 
-// Ends the component in `slot` and empties it: 0, or -1 when it was empty already.
-[[gnu::visibility("default")]] long DestroyObject(IComponentBase** slot) {
+long DestroyObject(IComponentBase** slot) {
     if (*slot == nullptr) return -1;
     delete *slot;
     *slot = nullptr;
     return 0;
 }
 
-// The class name, ended by zero; the library's, for reading only.
-[[gnu::visibility("default")]] unsigned short const* GetClassNames() {
+unsigned short const* GetClassNames() {
     if (classNamesBuffer == nullptr) classNamesBuffer = narrow(kClassName).release();
     return classNamesBuffer;
 }
 
 // Nothing here depends on what the host can do.
-[[gnu::visibility("default")]] int SetPlatformCapabilities(int) {
+int SetPlatformCapabilities(int) {
     return 1;
 }
 
