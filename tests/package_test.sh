@@ -41,7 +41,7 @@ if command -v help2man >/dev/null; then
     done
 fi
 in_root --purge "$name"
-[ -z "$(find "$root/usr" ! -type d)" ] || fail 'a file stays when the package goes'
+[ -z "$(find "$root" -path '*/usr/*' ! -type d)" ] || fail 'a file stays when the package goes'
 
 # Elsewhere the library goes without the program, and by its own few demands.
 tar -xzf "$name-$version"-*.tar.gz
@@ -57,7 +57,7 @@ if command -v rpm >/dev/null; then
     ! grep -vE "^(/usr/lib/libNear|/$documents(/|\$))" held || fail 'the library brings more than it should'
     asked=$(rpm -qpR "$rpm" 2>log)
     grep -qF 'libstdc++.so.6(GLIBCXX_3.4.21)' <<<"$asked"
-    ! grep -E '\((GLIBC_2\.(1[89]|[2-9][0-9])|GLIBCXX_3\.4\.(2[2-9]|[3-9]))' <<<"$asked" ||
+    ! grep -E '\((GLIBC_2\.(1[89]|[2-9][0-9])|GLIBCXX_3\.4\.(2[2-9]|[3-9][0-9]))' <<<"$asked" ||
         fail 'the .rpm of the library asks for newer systems'
     rpm=$name-program-$version-1.$(uname -m).rpm
     rpm -qpl "$rpm" 2>log | grep -qx /usr/bin/near_text
