@@ -14,8 +14,11 @@ constexpr unsigned short kComma = 0x2C;
 
 void readNumber(std::basic_stringstream<wchar_t>& stream, unsigned long number,
                 std::wstring& digits) {
+    // A text with a name: taking over one without is a newer symbol than any other here, where a
+    // compiler does not inline it.
+    std::wstring const empty;
     stream.clear();
-    stream.str(std::wstring());
+    stream.str(empty);
     stream << number;
     stream >> digits;
 }
