@@ -5,6 +5,7 @@ set -euo pipefail
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 name=$2 version=$3
+# What is searched lies in files or variables: a pipe into "grep -q" breaks when grep has seen enough.
 fail() {
     printf 'FAILED: %s\n' "$1"
     exit 1
@@ -26,14 +27,15 @@ in_root() {
 deb=${name}_${version}_$(dpkg --print-architecture).deb
 in_root --install "$deb"
 for needed in libc6 libstdc++6; do
-    dpkg-deb --field "$deb" Depends | grep -qF "$needed (>= " || fail "the .deb asks for no $needed"
+    grep -qF "$needed (>= " <<<"$(dpkg-deb --field "$deb" Depends)" || fail "the .deb asks for no $needed"
 done
 documents=usr/share/doc/$name
 "$root/usr/bin/near_text" describe >described
 grep -q "^library *$root/usr/lib/libNearTextComparerLin64.so$" described
 grep -q "^version *$version$" described
 "$root/usr/bin/near_text" search "steel claw hammer 16 oz" --entries "$root/$documents/samples/catalogue.txt" \
-    --short 100 --show | grep -q "hammer claw 16 oz steel"
+    --short 100 --show >found
+grep -q "hammer claw 16 oz steel" found
 test -s "$root/$documents/README.md"
 if command -v help2man >/dev/null; then
     for page in near_text near_text-match; do
@@ -55,12 +57,14 @@ if command -v rpm >/dev/null; then
     grep -qx '/usr/lib/libNearTextComparerLin64.so' held
     grep -qx "/$documents/README.md" held
     ! grep -vE "^(/usr/lib/libNear|/$documents(/|\$))" held || fail 'the library brings more than it should'
-    asked=$(rpm -qpR "$rpm" 2>log)
-    grep -qF 'libstdc++.so.6(GLIBCXX_3.4.21)' <<<"$asked"
-    ! grep -E '\((GLIBC_2\.(1[89]|[2-9][0-9])|GLIBCXX_3\.4\.(2[2-9]|[3-9][0-9]))' <<<"$asked" ||
+    rpm -qpR "$rpm" >asked 2>log
+    grep -qF 'libstdc++.so.6(GLIBCXX_3.4.21)' asked
+    ! grep -E '\((GLIBC_2\.(1[89]|[2-9][0-9])|GLIBCXX_3\.4\.(2[2-9]|[3-9][0-9]))' asked ||
         fail 'the .rpm of the library asks for newer systems'
     rpm=$name-program-$version-1.$(uname -m).rpm
-    rpm -qpl "$rpm" 2>log | grep -qx /usr/bin/near_text
-    rpm -qpR "$rpm" 2>log | grep -qx "$name = $version"
+    rpm -qpl "$rpm" >held 2>log
+    grep -qx /usr/bin/near_text held
+    rpm -qpR "$rpm" >asked 2>log
+    grep -qx "$name = $version" asked
 fi
 echo "the packages hold what they should"
