@@ -14,12 +14,12 @@ constexpr unsigned short kComma = 0x2C;
 
 void readNumber(std::basic_stringstream<wchar_t>& stream, unsigned long number,
                 std::wstring& digits) {
-    // A text with a name: taking over one without is a newer symbol than any other here, where a
-    // compiler does not inline it.
-    std::wstring const empty;
+    // Over what the last number left, up to a space. To empty the stream instead is, as some
+    // compilers inline it, a newer symbol than any other here.
     stream.clear();
-    stream.str(empty);
-    stream << number;
+    stream.seekp(0);
+    stream.seekg(0);
+    stream << number << L' ';
     stream >> digits;
 }
 
