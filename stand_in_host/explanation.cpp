@@ -191,7 +191,6 @@ SideBySide SearchExplanation::entry(std::size_t index) const {
 std::vector<SideBySide> explainSearch(SearchArguments const& arguments) {
     SearchExplanation const explanation(arguments);
     std::vector<SideBySide> entries;
-    entries.reserve(explanation.size());
     for (std::size_t i = 0; i < explanation.size(); ++i)
         entries.push_back(explanation.entry(i));
     return entries;
