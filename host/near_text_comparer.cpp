@@ -14,8 +14,13 @@ constexpr wchar_t const* kLocaleNames[] = {L"ru",  L"ru_ru",   L"ru_RU",
 
 }  // namespace
 
+// The constructor of a stream that names no mode is a newer symbol than any other here, where a
+// compiler does not inline it.
 NearTextComparer::NearTextComparer()
-    : connection(nullptr), memManager(nullptr), russianLocale(false) {
+    : connection(nullptr),
+      memManager(nullptr),
+      russianLocale(false),
+      numberStream(std::ios_base::in | std::ios_base::out) {
     // The host's process may have set a global locale that groups digits.
     numberStream.imbue(std::locale::classic());
     // Stream operators swallow what is thrown inside them unless told to pass it on.

@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "near_text/commands.h"
+#include "stand_in_host/library_file.h"
 #include "stand_in_host/text_codec.h"
 
 namespace near_text {
@@ -87,17 +88,30 @@ std::vector<Cells> propertyRows(stand_in_host::Component& component) {
     return rows;
 }
 
+// An old library, or one that another linker wrote, does its work without telling its version.
+std::string versionOrDash(Program const& program, int& status) {
+    try {
+        return onOneLine(stand_in_host::libraryVersion(program.library));
+    } catch (std::runtime_error const& error) {
+        complain(error.what());
+        status = kError;
+        return "-";
+    }
+}
+
 int describe(Program& program) {
+    int status = kFound;
     auto const component = program.makeComponent();
     unsigned short* extension = nullptr;
     (*component)->RegisterExtensionAs(&extension);
-    program.output.write(tableText({{"library", program.library.string()},
+    program.output.write(tableText({{"library", program.addIn().path.string()},
+                                    {"version", versionOrDash(program, status)},
                                     {"class", orDash(program.addIn().getClassNames())},
                                     {"extension", orDash(extension)},
                                     {"interface", std::to_string((*component)->GetInfo())}}));
     program.output.write('\n' + tableText(methodRows(*component)));
     program.output.write('\n' + tableText(propertyRows(*component)));
-    return kFound;
+    return status;
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 
 #include "near_text/commands.h"
 #include "near_text/help_format.h"
+#include "stand_in_host/library_file.h"
 #include "stand_in_host/text_codec.h"
 
 namespace near_text {
@@ -22,6 +23,18 @@ std::filesystem::path defaultLibrary() {
     return isBeside || !std::filesystem::exists(installed) ? folder / kLibraryFile : installed;
 }
 
+// The library's is the one that a command would load.
+int showVersions(Program& program) {
+    program.output.write("near_text " NEAR_TEXT_VERSION "\n");
+    program.output.flush();
+    program.output.write(onOneLine(kLibraryFile +
+                                   (' ' + stand_in_host::libraryVersion(program.library)) + " (" +
+                                   absolute(program.library).string() + ")") +
+                         '\n');
+    program.output.flush();
+    return kFound;
+}
+
 int run(int argc, char** argv) {
     Program program;
     CLI::App& app = program.app;
@@ -35,18 +48,22 @@ int run(int argc, char** argv) {
                "Exit status: 0 alike or found, 1 different or nothing found, 2 an error.\n\n"
                "Example:\n  near_text compare \"red ball\" \"ball red\" --percent 100"));
     app.formatter(std::make_shared<HelpFormat>());
-    app.set_version_flag("--version", "near_text " NEAR_TEXT_VERSION);
     app.require_subcommand(1);
     program.library = defaultLibrary();
     program.addCommonOptions(app);
+    // Read after the option that names the library.
+    app.set_version_flag("--version", "",
+                         "Show the versions of the program and of the library, and exit");
     addDescribe(program);
     addCompare(program);
     addSearch(program);
     addMatch(program);
     try {
         app.parse(argc, argv);
+    } catch (CLI::CallForVersion const&) {
+        return showVersions(program);
     } catch (CLI::ParseError const& error) {
-        // Help and version come this way too, with the status 0.
+        // Help comes this way too, with the status 0.
         std::ostringstream output;
         bool const isError = app.exit(error, output, std::cerr) != 0;
         program.output.write(output.str());

@@ -26,7 +26,7 @@ need() {
         apt-get install -qq -y --no-install-recommends "${missing[@]}" >/dev/null
 }
 
-# Configures and builds a preset; says nothing unless it fails.
+# Configures and builds a preset, or what is asked of it; says nothing unless it fails.
 build() {
     local log
     log=$(mktemp)

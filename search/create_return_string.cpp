@@ -1,8 +1,8 @@
 // The result of a search as text: decimal numbers joined by commas, in a block that the host owns.
 //
-// The block is sized by counting digits, and filled by way of the number stream. That is emptied
-// now and then: it would pile up every digit that it ever held, and digits left unread by a call
-// that ran out of memory would stand in front of the next one's.
+// The block is sized by counting digits, and filled by way of the number stream. That is written
+// from its beginning each time: it would pile up every digit that it ever held, and digits left
+// unread by a call that ran out of memory would stand in front of the next one's.
 #include <string>
 
 #include "host/near_text_comparer.h"
@@ -11,7 +11,6 @@
 namespace {
 
 constexpr unsigned short kComma = 0x2C;
-constexpr unsigned long kNumbersHeld = 64;  // by the stream, at most
 
 unsigned long countDigits(unsigned long number) {
     unsigned long digits = 1;
@@ -20,15 +19,14 @@ unsigned long countDigits(unsigned long number) {
     return digits;
 }
 
-void empty(std::basic_stringstream<wchar_t>& stream) {
-    stream.clear();
-    stream.str(std::wstring());
-}
-
 void readNumber(std::basic_stringstream<wchar_t>& stream, unsigned long number,
                 std::wstring& digits) {
+    // Over what the last number left, up to a space. To empty the stream instead is, as some
+    // compilers inline it, a newer symbol than any other here.
     stream.clear();
-    stream << number;
+    stream.seekp(0);
+    stream.seekg(0);
+    stream << number << L' ';
     stream >> digits;
 }
 
@@ -58,10 +56,9 @@ bool NearTextComparer::createReturnString(_tVariant* ret,
     unsigned short* const text = ret->value.wideString;
     std::wstring digits;
     unsigned long end = 0;
-    for (unsigned long i = 0; i < indices.size(); ++i) {
-        if (i % kNumbersHeld == 0) empty(numberStream);
-        if (i != 0) text[end - 1] = kComma;
-        readNumber(numberStream, indices[i], digits);
+    for (unsigned long const index : indices) {
+        if (end != 0) text[end - 1] = kComma;
+        readNumber(numberStream, index, digits);
         narrowInto(text + end, digits.data(), digits.size());
         end += digits.size() + 1;
     }

@@ -4,6 +4,8 @@
 
 #include <stdexcept>
 
+#include "stand_in_host/library_file.h"
+
 namespace stand_in_host {
 
 namespace {
@@ -11,13 +13,14 @@ namespace {
 template <class Function>
 void resolve(void* handle, char const* name, Function& function) {
     function = reinterpret_cast<Function>(dlsym(handle, name));
-    if (function == nullptr) throw std::runtime_error(std::string("no function ") + name);
+    if (function == nullptr) throw std::runtime_error(std::string("has no function ") + name);
 }
 
 }  // namespace
 
-AddIn::AddIn(std::filesystem::path const& file)
-    : handle(dlopen(std::filesystem::absolute(file).c_str(), RTLD_NOW | RTLD_LOCAL)) {
+AddIn::AddIn(std::filesystem::path const& file) : path(std::filesystem::absolute(file)) {
+    checkLibraryFile(file);
+    handle = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
     if (handle == nullptr) throw std::runtime_error(dlerror());
     try {
         resolve(handle, "GetClassObject", getClassObject);

@@ -10,8 +10,8 @@ namespace stand_in_host {
 
 class AddIn {
 public:
-    // Loads the library at run time, as a host does. Throws std::runtime_error when the file cannot
-    // be loaded or lacks one of the functions.
+    // Loads the library at run time, as a host does. Throws std::runtime_error that tells why the
+    // file cannot be loaded, or which of the functions it lacks.
     explicit AddIn(std::filesystem::path const& file);
     ~AddIn();
     AddIn(AddIn const&) = delete;
@@ -19,6 +19,8 @@ public:
 
     // The address of a defined symbol, or null.
     void* symbol(char const* name) const;
+
+    std::filesystem::path const path;  // absolute
 
     std::intptr_t (*getClassObject)(void const*, IComponentBase**);
     long (*destroyObject)(IComponentBase**);

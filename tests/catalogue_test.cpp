@@ -1,7 +1,6 @@
 // What the host finds by name, what a call at fault answers, and what comes of lending too little.
 #include <cstring>
 #include <map>
-#include <thread>
 
 #include "tests/test_support.h"
 
@@ -105,25 +104,6 @@ TEST(Library, AnswersBeforeAnyComponentExists) {
     EXPECT_EQ(addIn().setPlatformCapabilities(0), 1);
     EXPECT_EQ(fromHost(addIn().getClassNames()), u"NearTextComparer");
     EXPECT_EQ(addIn().getClassNames(), addIn().getClassNames());
-}
-
-// Two components on two threads, both methods, an error among them. The process that runs this
-// under the thread sanitizer proves that they share nothing.
-TEST(Components, OnDifferentThreadsAreIndependent) {
-    auto const work = [](char16_t const* locale) {
-        Component component(addIn());
-        component->SetLocale(hostUnits(locale));
-        for (int round = 0; round < 300; ++round) {
-            ASSERT_EQ(
-                component.search({u"red ball", u"ball red;blue;red bal", u';', 5, 90, 85, u"x"}),
-                "0,2");
-            ASSERT_EQ(component.compare(u"red ball", u"bal red", 85), true);
-            ASSERT_FALSE(component.compare(u"", u"", -1));
-        }
-    };
-    std::thread other(work, u"ru");
-    work(u"en");
-    other.join();
 }
 
 class Calls : public WithComponent {

@@ -11,15 +11,10 @@ std::size_t bytesInUse() {
     return info.uordblks + info.hblkhd;
 }
 
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr int kRounds = 5'000;
-#else
-constexpr int kRounds = 500'000;
-#endif
-
 TEST(Endurance, AMillionCallsTakeNoMemory) {
     Component component(addIn());
     std::size_t atStart = 0;
+    constexpr int kRounds = roundsOf(500'000);
     for (int round = 0; round < kRounds; ++round) {
         // Every search answers with numbers, and one comparison in two with a report.
         ASSERT_EQ(component.search({u"red ball", u"a;b;ball red;c;red bal", u';', 9, 80, 80, u"x"}),
@@ -43,7 +38,7 @@ TEST(Endurance, AMillionMatchesLeaveNothingBehind) {
     auto const list = search();
     EXPECT_EQ(list.substr(list.size() - 13), "999998,999999");
     std::size_t const before = bytesInUse();
-    for (int round = 0; round < 5; ++round)
+    for (int round = 0; round < roundsOf(5); ++round)
         ASSERT_EQ(search().size(), list.size());
     EXPECT_LE(bytesInUse(), before + 1024);
 }

@@ -1,34 +1,70 @@
 #!/usr/bin/env bash
-# Packs both packages, installs the .deb into a scratch root and runs the program from there.
-# Usage: package_test.sh BUILD
+# Packs everything, looks at what the packages hold and ask for, installs the .deb into a scratch root,
+# runs the program from there and removes it again. Usage: package_test.sh BUILD NAME VERSION
 set -euo pipefail
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
+name=$2 version=$3
+# What is searched lies in files or variables: a pipe into "grep -q" breaks when grep has seen enough.
+fail() {
+    printf 'FAILED: %s\n' "$1"
+    exit 1
+}
 cd "$1"
-cpack -B "$scratch" >"$scratch/log" 2>&1 || { cat "$scratch/log"; exit 1; }
+cpack -B "$scratch" >"$scratch/log" 2>&1 || fail "$(cat "$scratch/log")"
+cd "$scratch"
+sha256sum --quiet -c SHA256SUMS
+[ "$(wc -l <SHA256SUMS)" -eq "$(ls -- *.deb *.rpm *.tar.gz | wc -l)" ] || fail 'SHA256SUMS lacks a package'
 
+# The scratch root holds no other package, so what this one needs is looked for outside of it.
 root=$scratch/root
 mkdir -p "$root/var/lib/dpkg/"{info,updates}
 touch "$root/var/lib/dpkg/"{status,available}
-# The scratch root holds no other package, so what this one needs is looked for outside of it.
-dpkg --root="$root" --force-depends --force-not-root --force-script-chrootless \
-    --log="$scratch/dpkg.log" --install "$scratch"/*.deb >"$scratch/log" 2>&1 ||
-    { cat "$scratch/log"; exit 1; }
-
-program=$root/usr/bin/near_text
-"$program" describe | grep -q "^library *$root/usr/lib/libNearTextComparerLin64.so$"
-documents=$root/usr/share/doc/NearTextComparer
-"$program" search "steel claw hammer 16 oz" --entries "$documents/samples/catalogue.txt" --short 100 \
-    --show | grep -q "hammer claw 16 oz steel"
-test -s "$documents/README.md"
+in_root() {
+    dpkg --root="$root" --force-depends --force-not-root --force-script-chrootless \
+        --log="$scratch/dpkg.log" "$@" >log 2>&1 || fail "$(cat log)"
+}
+deb=${name}_${version}_$(dpkg --print-architecture).deb
+in_root --install "$deb"
+for needed in libc6 libstdc++6; do
+    grep -qF "$needed (>= " <<<"$(dpkg-deb --field "$deb" Depends)" || fail "the .deb asks for no $needed"
+done
+documents=usr/share/doc/$name
+"$root/usr/bin/near_text" describe >described
+grep -q "^library *$root/usr/lib/libNearTextComparerLin64.so$" described
+grep -q "^version *$version$" described
+"$root/usr/bin/near_text" search "steel claw hammer 16 oz" --entries "$root/$documents/samples/catalogue.txt" \
+    --short 100 --show >found
+grep -q "hammer claw 16 oz steel" found
+test -s "$root/$documents/README.md"
 if command -v help2man >/dev/null; then
     for page in near_text near_text-match; do
         grep -q '^\.SH' "$root/usr/share/man/man1/$page.1"
     done
 fi
+in_root --purge "$name"
+[ -z "$(find "$root" -path '*/usr/*' ! -type d)" ] || fail 'a file stays when the package goes'
 
-tar -xzf "$scratch"/*.tar.gz -C "$scratch"
-for file in lib/libNearTextComparerLin64.so bin/near_text share/doc/NearTextComparer/README.md; do
-    test -s "$(echo "$scratch"/near-text-*/)/$file" || test -s "$(echo "$scratch"/near-text-*/usr)/$file"
-done
-echo "both packages hold what they should"
+# Elsewhere the library goes without the program, and by its own few demands.
+tar -xzf "$name-$version"-*.tar.gz
+alone=$(echo "$name-$version"-*/)
+test -s "$alone/README.md"
+test -s "$alone/libNearTextComparerLin64.so"
+! tar -tzf "$name-$version"-*.tar.gz | grep -v "^$name-$version-[^/]*/" || fail 'a file beside the folder'
+if command -v rpm >/dev/null; then
+    rpm=$name-$version-1.$(uname -m).rpm
+    rpm -qpl "$rpm" >held 2>log
+    grep -qx '/usr/lib/libNearTextComparerLin64.so' held
+    grep -qx "/$documents/README.md" held
+    ! grep -vE "^(/usr/lib/libNear|/$documents(/|\$))" held || fail 'the library brings more than it should'
+    rpm -qpR "$rpm" >asked 2>log
+    grep -qF 'libstdc++.so.6(GLIBCXX_3.4.21)' asked
+    ! grep -E '\((GLIBC_2\.(1[89]|[2-9][0-9])|GLIBCXX_3\.4\.(2[2-9]|[3-9][0-9]))' asked ||
+        fail 'the .rpm of the library asks for newer systems'
+    rpm=$name-program-$version-1.$(uname -m).rpm
+    rpm -qpl "$rpm" >held 2>log
+    grep -qx /usr/bin/near_text held
+    rpm -qpR "$rpm" >asked 2>log
+    grep -qx "$name = $version" asked
+fi
+echo "the packages hold what they should"

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Cut into parts by GNU parallel, a match gives what it gives in one run. Usage: parallel_test.sh PROGRAM
 set -euo pipefail
-parallel --version 2>/dev/null | grep -q '^GNU parallel' || exit 77
+grep -q '^GNU parallel' <<<"$(parallel --version 2>/dev/null)" || exit 77
 samples=$(dirname "$0")/../samples
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT

@@ -1,0 +1,97 @@
+// Library files that are damaged, foreign or silent about their version: told, and never loaded
+// blindly.
+#include "stand_in_host/library_file.h"
+
+#include <elf.h>
+#include <sys/wait.h>
+
+#include <cstring>
+#include <random>
+
+#include "tests/test_support.h"
+
+namespace {
+
+std::string const& good() {
+    static std::string const content = contentOf(NEAR_TEXT_LIBRARY);
+    return content;
+}
+
+std::string replaced(std::string const& part, std::string const& by) {
+    std::string content = good();
+    for (std::size_t at = 0; (at = content.find(part, at)) != std::string::npos;)
+        content.replace(at, part.size(), by);
+    return content;
+}
+
+std::string with(std::size_t offset, std::string const& bytes) {
+    return std::string(good()).replace(offset, bytes.size(), bytes);
+}
+
+TEST(LibraryFile, IsToldWithWhatIsWrongWithIt) {
+    std::string const note = "{\"name\":";
+    bool const isNoted = good().find(note) != std::string::npos;  // not by every linker
+    struct {
+        std::string command, content, complaint;
+    } const cases[] = {
+        {"compare a a --percent 1", replaced("DestroyObject", "DestroyObjecx"), "DestroyObje"},
+        {"compare a a --percent 1", good().substr(0, good().size() / 2), "is cut off"},
+        {"compare a a --percent 1", good().substr(0, good().size() - 1), "is cut off"},
+        {"compare a a --percent 1", good().substr(0, 40), "is cut off"},
+        {"compare a a --percent 1", with(offsetof(Elf64_Ehdr, e_machine), "\x03"),
+         "is for another machine: 32-bit x86, not "},
+        {"compare a a --percent 1", with(EI_CLASS, "\1"), "is for another machine"},
+        {"compare a a --percent 1", with(EI_DATA, "\2"), "of another byte order"},
+        {"compare a a --percent 1", with(offsetof(Elf64_Ehdr, e_type), "\1"),
+         "is no shared library"},
+        {"compare a a --percent 1", "a text", "is no shared library"},
+        {"describe", isNoted ? replaced("FDO", "ODF") : good(), "carries no package note"},
+        {"--version", isNoted ? replaced("FDO", "ODF") : good(), "carries no package note"},
+        {"--version", isNoted ? replaced(note, "(\"name\":") : good(), "carries"},
+        {"--version", isNoted ? replaced("\"version\":\"", "\"versiom\":\"") : good(), "carries"},
+    };
+    for (auto const& [command, content, complaint] : cases) {
+        std::string const file = fileOf("library.so", content);
+        std::string const errors = fileOf("library.err", "");
+        int const status = std::system(
+            (NEAR_TEXT_PROGRAM " " + command + " --library " + file + " >/dev/null 2>" + errors)
+                .c_str());
+        EXPECT_EQ(WEXITSTATUS(status), 2) << complaint;
+        EXPECT_NE(contentOf(errors).find(file + ": "), std::string::npos) << contentOf(errors);
+        EXPECT_NE(contentOf(errors).find(complaint), std::string::npos) << contentOf(errors);
+    }
+}
+
+// Whatever its tables say, the file is read within its bounds, and an error is of one kind.
+TEST(LibraryFile, MayHoldAnything) {
+    std::mt19937 engine(1);
+    std::size_t const note = std::min(good().find("{\"name\":"), good().size() - 64);
+    std::size_t const tables = sizeof(Elf64_Ehdr) + 12 * sizeof(Elf64_Phdr);
+    std::string const path = fileOf("library.so", good());
+    std::fstream file(path, std::ios::binary | std::ios::in | std::ios::out);
+    auto const put = [&](std::size_t at, char byte) {
+        file.seekp(static_cast<std::streamoff>(at));
+        file.put(byte);
+    };
+    int told = 0;
+    int const rounds = roundsOf(5000);
+    for (int round = 0; round < rounds; ++round) {
+        std::vector<std::size_t> places(1 + engine() % 4);
+        for (std::size_t& at : places) {
+            at = engine() % 4 == 0 ? note - 16 + engine() % 80 : engine() % tables;
+            put(at, static_cast<char>(engine() % 3 == 0 ? 0xFF : engine()));
+        }
+        file.flush();
+        try {
+            stand_in_host::libraryVersion(path);
+        } catch (std::runtime_error const&) {
+            ++told;
+        }
+        for (std::size_t const at : places)
+            put(at, good()[at]);
+    }
+    EXPECT_GT(told, rounds / 4);
+    EXPECT_LT(told, rounds);
+}
+
+}  // namespace
