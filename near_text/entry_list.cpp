@@ -1,7 +1,6 @@
 #include "near_text/entry_list.h"
 
 #include <algorithm>
-#include <limits>
 #include <stdexcept>
 
 #include "near_text/input.h"
@@ -12,16 +11,7 @@ namespace near_text {
 
 namespace {
 
-char16_t unusedUnit(std::u16string_view lines, std::u16string_view exclusions) {
-    std::vector<bool> isUsed(std::numeric_limits<char16_t>::max() + std::size_t{1});
-    for (std::u16string_view text : {lines, exclusions, std::u16string_view(u"\0\t\n\r ", 5)}) {
-        for (char16_t const unit : text)
-            isUsed[unit] = true;
-    }
-    auto const unused = std::find(isUsed.begin(), isUsed.end(), false);
-    if (unused == isUsed.end()) throw std::runtime_error("no unit is left to join the entries by");
-    return static_cast<char16_t>(unused - isUsed.begin());
-}
+constexpr char16_t kJoint = 0;
 
 }  // namespace
 
@@ -39,12 +29,11 @@ std::u16string readLines(std::string const& file) {
     return text;
 }
 
-EntryList entriesFromLines(std::string const& file, std::u16string_view exclusions) {
+EntryList entriesFromLines(std::string const& file) {
     std::u16string lines = readLines(file);
     if (!lines.empty()) lines.pop_back();
-    char16_t const separator = unusedUnit(lines, exclusions);
-    std::replace(lines.begin(), lines.end(), u'\n', separator);
-    return entriesFromList(std::move(lines), separator);
+    std::replace(lines.begin(), lines.end(), u'\n', kJoint);
+    return entriesFromList(std::move(lines), kJoint);
 }
 
 EntryList entriesFromFile(std::string const& file, char16_t separator) {
@@ -63,19 +52,22 @@ EntryList entriesFromFile(std::string const& file, char16_t separator) {
 
 EntryList entriesFromList(std::u16string dictionary, char16_t separator) {
     EntryList list{std::move(dictionary), separator, {}, 0};
+    std::u16string_view const whole = list.dictionary;
     auto const isEnd = [&](char16_t unit) {
         return unit == 0 || (unit == separator && !stand_in_host::isWhitespace(unit));
     };
-    auto start = list.dictionary.cbegin();
-    while (true) {
-        auto const end = std::find_if(start, list.dictionary.cend(), isEnd);
-        std::u16string_view const entry(start, end);
+    for (std::size_t begin = 0; begin <= whole.size();) {
+        auto const end =
+            std::find_if(whole.begin() + static_cast<std::ptrdiff_t>(begin), whole.end(), isEnd);
+        std::size_t const length = static_cast<std::size_t>(end - whole.begin()) - begin;
+        std::u16string_view const entry = whole.substr(begin, length);
         ++list.places;
-        if (stand_in_host::holdsWord(entry))
-            list.entries.push_back({list.places, stand_in_host::toUtf8(entry)});
-        if (end == list.dictionary.cend()) return list;
-        start = end + 1;
+        if (stand_in_host::holdsWord(entry)) {
+            list.entries.push_back({list.places, stand_in_host::toUtf8(entry), begin, length});
+        }
+        begin += length + 1;
     }
+    return list;
 }
 
 }  // namespace near_text

@@ -12,7 +12,9 @@ namespace near_text {
 
 struct Entry {
     std::size_t place;  // from 1, blank entries counted: the line number in a file of lines
-    std::string text;
+    std::string text;   // as people read it
+    std::size_t begin;  // of what the add-in compares, in the dictionary
+    std::size_t length;
 };
 
 struct EntryList {
@@ -20,11 +22,17 @@ struct EntryList {
     char16_t separator;
     std::vector<Entry> entries;  // by the add-in's index
     std::size_t places;          // blank entries counted
+
+    std::u16string_view units(std::size_t index) const {
+        return std::u16string_view(dictionary).substr(entries[index].begin, entries[index].length);
+    }
+    // Such an entry is a unit longer than the same at the start of the list.
+    bool isBehindSeparator(std::size_t index) const { return entries[index].begin > 0; }
 };
 
-// One entry a line, joined by a unit that occurs neither in them nor in `exclusions`. Throws
-// std::runtime_error, with file and line where a line is no text.
-EntryList entriesFromLines(std::string const& file, std::u16string_view exclusions);
+// One entry a line, joined by NULs, which no line holds. Throws std::runtime_error, with file and
+// line where a line is no text.
+EntryList entriesFromLines(std::string const& file);
 
 // A list as it stands in a file, read as a whole. Throws as entriesFromLines.
 EntryList entriesFromFile(std::string const& file, char16_t separator);

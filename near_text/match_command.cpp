@@ -2,6 +2,7 @@
 #include <thread>
 
 #include "near_text/commands.h"
+#include "near_text/entry_search.h"
 #include "near_text/input.h"
 #include "near_text/interrupt.h"
 #include "near_text/match_delivery.h"
@@ -34,18 +35,13 @@ struct Matching {
     EntryList const list;
     MatchFormat const how;
 
-    LineResult match(stand_in_host::Component& component, Line const& line) const {
+    LineResult match(EntrySearch& search, Line const& line) const {
         try {
-            std::u16string const text = lineUnits(line.text);
-            auto const answer = component.search(options.arguments(text, list, exclusions));
-            if (!answer) {
-                std::string const report = component.lastReport();
-                component.connection.reports.clear();  // they would heap up over a long run
-                return failed(line, report);
-            }
-            auto const indices = stand_in_host::parseIndexList(*answer);
+            auto const indices = search.find(lineUnits(line.text), options.percentages());
             return {formatMatches(how, line, list, indices), {}, !indices.empty()};
         } catch (stand_in_host::NotText const& error) {
+            return failed(line, error.what());
+        } catch (Refused const& error) {
             return failed(line, error.what());
         }
     }
@@ -59,7 +55,7 @@ Matching prepare(MatchCommand const& options) {
     std::map<std::string, Format> const formats = {
         {"text", Format::Text}, {"tsv", Format::Tsv}, {"json", Format::Json}};
     std::u16string exclusions = options.search.exclusions();
-    EntryList list = entriesFromLines(options.entriesFile, exclusions);
+    EntryList list = entriesFromLines(options.entriesFile);
     return {options.search,
             std::move(exclusions),
             std::move(list),
@@ -69,21 +65,22 @@ Matching prepare(MatchCommand const& options) {
 int match(Program& program, MatchCommand const& options) {
     Matching const matching = prepare(options);
     std::vector<std::unique_ptr<stand_in_host::Component>> components;
-    for (unsigned i = 0; i < options.jobs; ++i)
+    std::vector<EntrySearch> searches;
+    for (unsigned i = 0; i < options.jobs; ++i) {
         components.push_back(program.makeComponent());
+        searches.emplace_back(*components.back(), matching.list, matching.exclusions,
+                              options.search.threshold);
+    }
 
     // What is wrong with the switches is wrong for every line, so it is told before the first.
-    EntryList const anything{u"-", u',', {}, 0};
-    if (!components[0]->search(options.search.arguments(u"-", anything, {}))) {
-        throw std::runtime_error(components[0]->lastReport());
-    }
+    searches[0].find(u"-", options.search.percentages());
     Interrupt const interrupt;
     LineReader reader(options.textsFile, kLongestLine, interrupt.descriptor());
     MatchDelivery delivery(program.output, options.textsFile, options.isStrict, interrupt);
     OrderedWork work(
         options.jobs,
         [&](std::size_t worker, Line const& line) {
-            return matching.match(*components[worker], line);
+            return matching.match(searches[worker], line);
         },
         [&](LineResult const& result) { return delivery.deliver(result); });
     for (Line line; interrupt.signal() == 0 && reader.next(line);) {

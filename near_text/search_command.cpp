@@ -23,8 +23,8 @@ struct SearchCommand {
     std::vector<std::size_t> explainedPlaces;
 };
 
-EntryList readList(SearchCommand const& options, std::u16string_view exclusions) {
-    if (!options.entriesFile.empty()) return entriesFromLines(options.entriesFile, exclusions);
+EntryList readList(SearchCommand const& options) {
+    if (!options.entriesFile.empty()) return entriesFromLines(options.entriesFile);
     std::u16string const separator = argumentUnits("--separator", options.separator);
     if (separator.size() != 1) {
         throw std::runtime_error("--separator: not one UTF-16 unit: '" + options.separator + '\'');
@@ -113,7 +113,7 @@ int search(Program& program, SearchCommand const& options) {
     auto const component = program.makeComponent();
     std::u16string const text = argumentUnits("TEXT", options.text);
     std::u16string const exclusions = options.search.exclusions();
-    EntryList const list = readList(options, exclusions);
+    EntryList const list = readList(options);
     stand_in_host::SearchArguments const arguments =
         options.search.arguments(text, list, exclusions);
     auto const answer = component->search(arguments);

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "near_text/entry_list.h"
+#include "near_text/entry_search.h"
 #include "stand_in_host/component.h"
 
 namespace near_text {
@@ -22,6 +22,8 @@ struct SearchOptions {
 
     // The words of both switches. Throws std::runtime_error.
     std::u16string exclusions() const;
+
+    Percentages percentages() const { return {percentShort, percentLong.value_or(percentShort)}; }
 
     // The texts are the caller's and outlive the result.
     stand_in_host::SearchArguments arguments(std::u16string_view text, EntryList const& list,
