@@ -90,8 +90,13 @@ private:
                              rightAligned(std::to_string(entry.place), kPlaceWidth) + "  " +
                              onOneLine(entry.text) + '\n');
         if (!isExplained) return;
-        if (!explanation) explanation.emplace(searchArguments);
-        stand_in_host::SideBySide const sides = explanation->entry(index);
+        auto const excluded =
+            stand_in_host::readExclusions(searchArguments.exclusions, searchArguments.separator);
+        stand_in_host::SearchExplanation const explanation(
+            searchArguments.text, excluded, searchArguments.lengthThreshold,
+            searchArguments.percentShort, searchArguments.percentLong);
+        stand_in_host::SideBySide const sides = explanation.explain(
+            stand_in_host::readEntry(list.units(index), list.isBehindSeparator(index)));
         requireAgreement(sides, std::binary_search(matches.begin(), matches.end(), index));
         program.output.write(explanationText(sides, "text", "entry"));
     }
@@ -104,8 +109,6 @@ private:
     EntryList const& list;
     std::vector<unsigned long> const& matches;
     stand_in_host::SearchArguments const& searchArguments;
-    std::optional<stand_in_host::SearchExplanation>
-        explanation;  // reads the whole list, so only when asked
     std::string const placeName;
 };
 
