@@ -25,12 +25,12 @@ char16_t unusedUnit(std::u16string_view lines, std::u16string_view exclusions) {
 
 }  // namespace
 
-std::u16string readLines(std::string const& file) {
+std::u16string readLines(TextFile const& file) {
     LineReader reader(file);
     std::u16string text;
     for (Line line; reader.next(line);) {
         try {
-            text += lineUnits(line.text);
+            text += lineUnits(line);
         } catch (stand_in_host::NotText const& error) {
             throw std::runtime_error(reader.place() + error.what());
         }
@@ -39,7 +39,7 @@ std::u16string readLines(std::string const& file) {
     return text;
 }
 
-EntryList entriesFromLines(std::string const& file, std::u16string_view exclusions) {
+EntryList entriesFromLines(TextFile const& file, std::u16string_view exclusions) {
     std::u16string lines = readLines(file);
     if (!lines.empty()) lines.pop_back();
     char16_t const separator = unusedUnit(lines, exclusions);
@@ -47,7 +47,7 @@ EntryList entriesFromLines(std::string const& file, std::u16string_view exclusio
     return entriesFromList(std::move(lines), separator);
 }
 
-EntryList entriesFromFile(std::string const& file, char16_t separator) {
+EntryList entriesFromFile(TextFile const& file, char16_t separator) {
     std::string const text = readWhole(file);
     try {
         return entriesFromList(stand_in_host::toUnits(text), separator);
@@ -56,7 +56,7 @@ EntryList entriesFromFile(std::string const& file, char16_t separator) {
         auto const line = std::count(text.begin(), wrong, '\n') + 1;
         auto const start = std::find(std::reverse_iterator(wrong), text.rend(), '\n').base();
         throw std::runtime_error(
-            shownName(file) + ':' + std::to_string(line) + ": " +
+            shownName(file.name) + ':' + std::to_string(line) + ": " +
             stand_in_host::NotUtf8(static_cast<std::size_t>(wrong - start) + 1).what());
     }
 }

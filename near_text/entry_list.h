@@ -8,6 +8,8 @@
 #include <string_view>
 #include <vector>
 
+#include "near_text/input.h"
+
 namespace near_text {
 
 struct Entry {
@@ -24,15 +26,15 @@ struct EntryList {
 
 // One entry a line, joined by a unit that occurs neither in them nor in `exclusions`. Throws
 // std::runtime_error, with file and line where a line is no text.
-EntryList entriesFromLines(std::string const& file, std::u16string_view exclusions);
+EntryList entriesFromLines(TextFile const& file, std::u16string_view exclusions);
 
 // A list as it stands in a file, read as a whole. Throws as entriesFromLines.
-EntryList entriesFromFile(std::string const& file, char16_t separator);
+EntryList entriesFromFile(TextFile const& file, char16_t separator);
 
 // A list as it stands. A NUL separates whatever the separator is, whitespace never does.
 EntryList entriesFromList(std::u16string dictionary, char16_t separator);
 
 // The lines of a file, each ended by a line feed. Throws as entriesFromLines.
-std::u16string readLines(std::string const& file);
+std::u16string readLines(TextFile const& file);
 
 }  // namespace near_text

@@ -36,7 +36,7 @@ struct Matching {
 
     LineResult match(stand_in_host::Component& component, Line const& line) const {
         try {
-            std::u16string const text = lineUnits(line.text);
+            std::u16string const text = lineUnits(line);
             auto const answer = component.search(options.arguments(text, list, exclusions));
             if (!answer) {
                 std::string const report = component.lastReport();
