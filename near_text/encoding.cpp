@@ -181,7 +181,8 @@ void Decoder::convert(std::string_view bytes, bool isLast, std::string& utf8) {
         status = U_ZERO_ERROR;
         char16_t units[1024];
         char16_t* to = units;
-        ucnv_toUnicode(converter.get(), &to, std::end(units), &from, end, nullptr, isLast, &status);
+        ucnv_toUnicode(converter.get(), &to, std::end(units), &from, end, nullptr,
+                       static_cast<UBool>(isLast ? 1 : 0), &status);
         waiting.append(units, to);
         bool const isHalf = !waiting.empty() && U16_IS_LEAD(waiting.back());
         std::size_t const whole = waiting.size() - (isHalf ? 1 : 0);
@@ -212,8 +213,7 @@ std::string Encoder::encoded(std::string_view utf8) {
         status = U_ZERO_ERROR;
         char block[1024];
         char* to = block;
-        ucnv_fromUnicode(converter.get(), &to, std::end(block), &from, end, nullptr, false,
-                         &status);
+        ucnv_fromUnicode(converter.get(), &to, std::end(block), &from, end, nullptr, 0, &status);
         bytes.append(block, to);
     }
     if (U_SUCCESS(status)) return bytes;

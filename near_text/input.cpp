@@ -22,8 +22,8 @@ constexpr std::size_t kBlock = 1 << 16;
     throw std::runtime_error(name + ": " + std::strerror(errno));
 }
 
-std::string placeOf(std::string const& name, std::size_t line) {
-    return name + ':' + std::to_string(line) + ": ";
+void requireNoNul(std::string_view line) {
+    if (line.find('\0') != std::string_view::npos) throw stand_in_host::NotText("holds a NUL");
 }
 
 bool continuesCharacter(char byte) {
@@ -34,6 +34,10 @@ bool continuesCharacter(char byte) {
 
 std::string shownName(std::string const& file) {
     return file == kStandardInput ? "standard input" : file;
+}
+
+std::string placeOf(std::string const& name, std::size_t line) {
+    return name + ':' + std::to_string(line) + ": ";
 }
 
 Input::Input(std::string const& file, int wake)
@@ -128,7 +132,8 @@ bool LineReader::next(Line& line) {
     }
     if (!isEnded && (line.text.empty() || input.isWoken())) return false;
     line.number = ++number;
-    if (line.text.ends_with('\r')) line.text.pop_back();
+    line.hadReturn = line.text.ends_with('\r');
+    if (line.hadReturn) line.text.pop_back();
     if (line.text.size() > longest) {
         // A character is four bytes at the most; what goes on longer is none, and stays to be
         // found.
@@ -146,8 +151,14 @@ std::string LineReader::place() const {
     return placeOf(input.name(), number);
 }
 
+void requireText(Line const& line) {
+    if (!line.fault.empty()) throw stand_in_host::NotText(line.fault);
+    requireNoNul(line.text);
+    stand_in_host::requireUtf8(line.text);
+}
+
 std::u16string lineUnits(std::string_view line) {
-    if (line.find('\0') != std::string_view::npos) throw stand_in_host::NotText("holds a NUL");
+    requireNoNul(line);
     return stand_in_host::toUnits(line);
 }
 

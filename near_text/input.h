@@ -15,6 +15,9 @@ constexpr std::string_view kStandardInput = "-";
 // A file's name for messages.
 std::string shownName(std::string const& file);
 
+// "FILE:LINE: ", for messages.
+std::string placeOf(std::string const& name, std::size_t line);
+
 // Bytes as they come.
 class Input {
 public:
@@ -77,6 +80,7 @@ struct Line {
     std::size_t number = 0;  // from 1
     std::string text;        // UTF-8 if it has no fault, and unless the file pretends to be UTF-8
     std::string fault;       // what could not be decoded; empty where there is nothing
+    bool hadReturn = false;  // ahead of its line feed
 };
 
 // Lines one at a time, each as soon as it is complete. A line ends with a line feed or with
@@ -91,6 +95,9 @@ public:
     // False at the end. A line that is unfinished when the reader is woken is dropped.
     bool next(Line& line);
 
+    bool isWoken() const { return input.isWoken(); }
+    std::string const& name() const { return input.name(); }
+
     // "FILE:LINE: ", of the line that was read last.
     std::string place() const;
 
@@ -104,6 +111,9 @@ private:
     std::string buffer;
     std::size_t position = 0;  // in `buffer`
 };
+
+// Throws NotText when the line has a fault, is not valid UTF-8 or holds a NUL.
+void requireText(Line const& line);
 
 // A line as units. Throws NotText when it is not valid UTF-8 or holds a NUL.
 std::u16string lineUnits(std::string_view line);

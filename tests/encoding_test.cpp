@@ -92,11 +92,11 @@ TEST(Encoding, TellsOnceWhatAFileLooksLike) {
         {"windows-1251", russian}, {"koi8-r", russian},           {"utf-16le", russian},
         {"cp866", russian},        {"windows-1251", "МОЛОТОК\n"}, {"utf-16be", "Red ball\n"}};
     for (auto const& [encoding, text] : others) {
-        std::string const message =
-            messageOf([&] { decoded("", encoded(encoding, text), 1 << 16); });
+        std::string const bytes = encoded(encoding, text);
+        std::string const message = messageOf([&] { decoded("", bytes, 1 << 16); });
         EXPECT_EQ(message,
                   "looks like " + encoding + ", not UTF-8: --encoding " + encoding + " reads it");
-        EXPECT_EQ(decoded("utf-8", encoded(encoding, text), 7), encoded(encoding, text));
+        EXPECT_EQ(decoded("utf-8", bytes, 7), bytes);
     }
     EXPECT_NE(messageOf([&] {
                   decoded("", encoded("windows-1252", french), 1 << 16);
