@@ -42,12 +42,12 @@ EntryList cut(std::u16string_view whole, char16_t separator, Preparation const& 
 
 }  // namespace
 
-std::u16string readLines(std::string const& file) {
+std::u16string readLines(TextFile const& file) {
     LineReader reader(file);
     std::u16string text;
     for (Line line; reader.next(line);) {
         try {
-            text += lineUnits(line.text);
+            text += lineUnits(line);
         } catch (stand_in_host::NotText const& error) {
             throw std::runtime_error(reader.place() + error.what());
         }
@@ -56,17 +56,17 @@ std::u16string readLines(std::string const& file) {
     return text;
 }
 
-EntryList entriesFromFile(std::string const& file, char16_t separator,
+EntryList entriesFromFile(TextFile const& file, char16_t separator,
                           Preparation const& preparation) {
     std::string const text = readWhole(file);
     try {
-        return cut(stand_in_host::toUnits(text), separator, preparation, shownName(file));
+        return cut(stand_in_host::toUnits(text), separator, preparation, shownName(file.name));
     } catch (stand_in_host::NotUtf8 const& error) {
         auto const wrong = text.begin() + static_cast<std::ptrdiff_t>(error.byte) - 1;
         auto const line = std::count(text.begin(), wrong, '\n') + 1;
         auto const start = std::find(std::reverse_iterator(wrong), text.rend(), '\n').base();
         throw std::runtime_error(
-            shownName(file) + ':' + std::to_string(line) + ": " +
+            shownName(file.name) + ':' + std::to_string(line) + ": " +
             stand_in_host::NotUtf8(static_cast<std::size_t>(wrong - start) + 1).what());
     }
 }

@@ -43,7 +43,7 @@ Status run(Matchers& matchers, Preparation const& preparation,
     auto const workOn = [&](std::size_t worker, TextRow const& row) {
         LineResult result;
         try {
-            result = work(matchers[worker], row, preparation.prepared(lineUnits(row.text)));
+            result = work(matchers[worker], row, preparation.prepared(lineUnits(row)));
         } catch (stand_in_host::NotText const& error) {
             result = {failureText(row, error.what()), error.what()};
         } catch (Refused const& error) {

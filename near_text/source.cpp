@@ -99,7 +99,7 @@ EntryFile readEntries(Source const& source, Reading const& reading, Preparation 
     if (beginsWithSeparator) builder.beginWithSeparator();
     for (TextRow row; reader.next(row);) {
         try {
-            std::u16string const units = lineUnits(row.text);
+            std::u16string const units = lineUnits(row);
             builder.add(row.number, units, std::move(row.text), std::move(row.kept));
         } catch (stand_in_host::NotText const& error) {
             throw std::runtime_error(reader.place() + error.what());
