@@ -17,16 +17,6 @@ void JobOptions::addTo(CLI::App& command) {
                      "Stop at the first line that is too long or no text, instead of going on");
 }
 
-void FormatOptions::addTo(CLI::App& command) {
-    command
-        .add_option(
-            "-f,--format", name,
-            "text for eyes; tsv, in which \\\\, \\t, \\n and \\r stand for what would break "
-            "columns; csv; or json, an object a line. Default: text")
-        ->type_name("FORMAT")
-        ->check(CLI::IsMember(formatNames()));
-}
-
 Matchers::Matchers(Program const& program, std::size_t count, EntryList const& list,
                    SearchTerms const& terms, Wanted wanted) {
     for (std::size_t i = 0; i < count; ++i) {
