@@ -38,11 +38,7 @@ struct Matching {
         try {
             std::u16string const text = lineUnits(line);
             auto const answer = component.search(options.arguments(text, list, exclusions));
-            if (!answer) {
-                std::string const report = component.lastReport();
-                component.connection.reports.clear();  // they would heap up over a long run
-                return failed(line, report);
-            }
+            if (!answer) return failed(line, component.lastReport());
             auto const indices = stand_in_host::parseIndexList(*answer);
             return {formatMatches(how, line, list, indices), {}, !indices.empty()};
         } catch (stand_in_host::NotText const& error) {
