@@ -57,10 +57,10 @@ void OrderedWork::end(bool isAtOnce) {
     threads.clear();
 }
 
-// The oldest line may always begin: what the others hold can only leave after it.
+// Results are held behind a line that is being worked on, so with none of those nothing is held,
+// and the oldest line may always begin.
 bool OrderedWork::mayBegin() const {
-    bool const isOldest = begun == delivered;
-    return begun < delivered + window.size() && (isOldest || heldBytes < kMostHeldBytes);
+    return begun < delivered + window.size() && heldBytes < kMostHeldBytes;
 }
 
 void OrderedWork::run(std::size_t worker) {
