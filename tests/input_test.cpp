@@ -33,6 +33,7 @@ TEST(Input, DropsReportsOfEarlierCalls) {
     Component component(addIn());
     for (int i = 0; i < 3; ++i) {
         EXPECT_FALSE(component.compare(u"a", u"b", 101));
+        EXPECT_EQ(component.connection.reports.size(), 1U);
         EXPECT_FALSE(component.search({u"a", u"b", u',', 0, 101, 101, u""}));
         EXPECT_EQ(component.connection.reports.size(), 1U);
     }

@@ -59,7 +59,10 @@ TEST(OrderedWork, DeliversNothingAfterItFailedToDeliver) {
         2,
         [&](std::size_t, auto const& line) -> LineResult {
             bool const isFirst = line.text == "0";
-            if (!isFirst) isSecondBegun = true;
+            if (!isFirst) {
+                isSecondBegun = true;
+                isSecondBegun.notify_all();
+            }
             (isFirst ? isSecondBegun : isThrown).wait(false);
             return {};
         },
