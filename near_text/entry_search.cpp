@@ -29,10 +29,8 @@ Indices EntrySearch::ask(std::u16string_view text, Percentages percentages,
                          std::u16string_view dictionary) {
     auto const answer = component.search({text, dictionary, list.separator, threshold,
                                           percentages.forShort, percentages.forLong, exclusions});
-    if (answer) return stand_in_host::parseIndexList(*answer);
-    Refused const refusal(component.lastReport());
-    component.connection.reports.clear();  // they would heap up over a long run
-    throw refusal;
+    if (!answer) throw Refused(component.lastReport());
+    return stand_in_host::parseIndexList(*answer);
 }
 
 }  // namespace near_text

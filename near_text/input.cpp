@@ -19,6 +19,7 @@ namespace {
 constexpr std::size_t kBlock = 1 << 16;
 
 [[noreturn]] void fail(std::string const& name) {
+    if (errno == EBADF) throw std::runtime_error(name + " is closed");
     throw std::runtime_error(name + ": " + std::strerror(errno));
 }
 

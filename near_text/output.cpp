@@ -39,7 +39,9 @@ void Output::flush() {
         } else if (errno == EPIPE) {
             throw NobodyReads();
         } else if (errno != EINTR) {
-            throw std::runtime_error(std::string("cannot write: ") + std::strerror(errno));
+            throw std::runtime_error("cannot write: " + (errno == EBADF
+                                                             ? "standard output is closed"
+                                                             : std::string(std::strerror(errno))));
         }
     }
 }

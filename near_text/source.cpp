@@ -62,8 +62,8 @@ void SourceOptions::addReading(CLI::App& command) {
     command
         .add_option("-d,--delimiter", reading.delimiter,
                     "What parts the columns of a table, here and in the format csv: a character, "
-                    "or tab, and then quotes are characters like any other. Default: tab in files "
-                    "named .tsv, else a comma")
+                    "or tab, and then quotes are characters like any other. Default: a comma. "
+                    "Files named .tsv have tabs")
         ->type_name("C")
         ->group(kGroup);
     command
@@ -108,12 +108,10 @@ RowReader::RowReader(Source const& source, Reading const& reading, std::size_t l
     };
     bool const hasName =
         isName(source.column) || std::any_of(source.keep.begin(), source.keep.end(), isName);
-    bool const hasTabs = reading.delimiter.empty() ? source.file.name.ends_with(".tsv")
-                                                   : delimiterOf(reading.delimiter) == '\t';
     TableShape shape;
     if (!reading.delimiter.empty()) shape.delimiter = delimiterOf(reading.delimiter);
-    if (hasTabs) shape.delimiter = '\t';
-    shape.hasQuotes = !hasTabs;
+    if (source.file.name.ends_with(".tsv")) shape.delimiter = '\t';
+    shape.hasQuotes = shape.delimiter != '\t';
     shape.hasHeader = hasName || reading.hasHeader;
     table = std::make_unique<TableReader>(source.file, shape, wakeDescriptor);
     textColumn = table->column(source.column);

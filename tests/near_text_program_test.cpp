@@ -6,7 +6,9 @@
 #include <algorithm>
 #include <cstdlib>
 #include <nlohmann/json.hpp>
+#include <set>
 
+#include "stand_in_host/whitespace.h"
 #include "tests/test_support.h"
 
 namespace {
@@ -27,15 +29,17 @@ struct Outcome {
     std::string output, errors;
 };
 
-// `arguments` as a shell reads them.
-Outcome run(std::string const& arguments, std::string const& input = {},
-            std::string output = fileOf("out", {})) {
+Outcome shell(std::string const& command, std::string const& output = fileOf("out", {})) {
     std::string const errors = fileOf("err", {});
-    std::string const command = NEAR_TEXT_PROGRAM " " + arguments + " <" + fileOf("in", input) +
-                                " >" + output + " 2>" + errors;
-    int const status = std::system(command.c_str());
+    int const status = std::system(("{ " + command + "; } >" + output + " 2>" + errors).c_str());
     return {WIFEXITED(status) ? WEXITSTATUS(status) : -1,
             output.starts_with("/dev") ? "" : contentOf(output), contentOf(errors)};
+}
+
+// `arguments` as a shell reads them.
+Outcome run(std::string const& arguments, std::string const& input = {},
+            std::string const& output = fileOf("out", {})) {
+    return shell(NEAR_TEXT_PROGRAM " " + arguments + " <" + fileOf("in", input), output);
 }
 
 // Expects a failure that tells `part`.
@@ -263,6 +267,151 @@ TEST(Program, WritesALineForALine) {
         EXPECT_EQ(linesOf(run(match + format + " --strict", part1 + part2).output),
                   linesOf(run(match + format, part1).output));
     }
+}
+
+// Out of a spreadsheet and back into it.
+TEST(Program, CarriesColumnsFromTableToTable) {
+    std::string const texts = fileOf("texts.csv",
+                                     "id;\xCD\xE0\xE7\xE2\xE0\xED\xE8\xE5;line\r\n"
+                                     "7;\"\xCC\xCE\xCB\xCE\xD2\xCE\xCA \"\"1\"\";\nbig\";x\r\n"
+                                     "8;\"a;b\";\r\n9\r\n");
+    std::string const entries = fileOf("entries.tsv", "A1\tбольшой молоток \"1\" big\n");
+    std::string const command = "match -t " + texts + " -e " + entries +
+                                " --text-column Название --entry-column 2 --keep id,line "
+                                "--keep-entry 1 -d ';' -P -p 50 --encoding windows-1251 "
+                                "--entry-encoding utf-8 -f ";
+    Outcome const back = run(command + "csv --output-encoding cp1251");
+    EXPECT_EQ(
+        back.output,
+        "line;text;percent;distance;limit;index;entry_line;entry;error;id;text_line;entry_1\n"
+        "2;\"\xCC\xCE\xCB\xCE\xD2\xCE\xCA \"\"1\"\";\nbig\";71;7;12;0;1;\"\xE1\xEE\xEB\xFC\xF8"
+        "\xEE\xE9 \xEC\xEE\xEB\xEE\xF2\xEE\xEA \"\"1\"\" big\";;7;x;A1\n"
+        "4;\"a;b\";;;;;;;;8;;\n"
+        "5;;;;;;;;has 1 field, but column 3 is asked for;;;\n");
+    EXPECT_EQ(back.status, 2);
+    auto const object = nlohmann::json::parse(linesOf(run(command + "json").output)[0]);
+    EXPECT_EQ(object["kept"]["id"], "7");
+    EXPECT_EQ(object["matches"][0]["kept"]["entry_1"], "A1");
+}
+
+TEST(Program, PrintsWhatIsWanted) {
+    auto const match = [&](std::string const& options) {
+        return run("match -t - -p 60 -f tsv --no-heading -e " +
+                       fileOf("entries", "red bull\nred ball\nred bell\nblue cup\n") + options,
+                   "red ball\nnothing\n")
+            .output;
+    };
+    std::string const bull = "1\tred ball\t93\t1\t3\t0\t1\tred bull\t\n";
+    std::string const ball = "1\tred ball\t100\t0\t4\t1\t2\tred ball\t\n";
+    std::string const bell = "1\tred ball\t94\t1\t4\t2\t3\tred bell\t\n";
+    std::string const none = "2\tnothing\t\t\t\t\t\t\t\n";
+    EXPECT_EQ(match(""), bull + ball + bell + none);
+    EXPECT_EQ(match(" --best"), ball + none);
+    EXPECT_EQ(match(" --top 2"), ball + bell + none);
+    EXPECT_EQ(match(" --unmatched"), none);
+    EXPECT_EQ(match(" --threshold 8 --short-percent 100"), ball + bell + none);
+}
+
+// Every list begins with the separator there, and either may be the text.
+TEST(Program, FindsThePairsOfAList) {
+    using stand_in_host::toUnits;
+    Lines entries = linesOf(contentOf(NEAR_TEXT_SAMPLES "/catalogue.txt"));
+    std::erase_if(entries, [](std::string const& entry) {
+        return !stand_in_host::holdsWord(toUnits(entry));
+    });
+    entries.resize(80);
+    entries.push_back(std::string(1001, 'x'));  // may be found, but finds none
+    entries.push_back(std::string(1000, 'x'));
+    std::string content;
+    std::u16string dictionary;
+    for (std::string const& entry : entries) {
+        content += entry + '\n';
+        dictionary += u'\1' + toUnits(entry);
+    }
+    std::string const file = fileOf("list", content);
+    Component component(addIn());
+    for (int const percent : {50, 84}) {
+        std::set<std::pair<std::size_t, std::size_t>> expected, pairs;  // the lesser line first
+        for (std::size_t i = 0; i < entries.size(); ++i) {
+            auto const found = component.search(
+                {toUnits(entries[i]), dictionary, u'\1', 20, percent, percent - 9, u""});
+            for (std::size_t const j : stand_in_host::parseIndexList(found.value_or(""))) {
+                if (i != j) expected.emplace(std::min(i, j) + 1, std::max(i, j) + 1);
+            }
+        }
+        Outcome const outcome =
+            run("duplicates -f json --threshold 20 --long-percent " + std::to_string(percent - 9) +
+                " -p " + std::to_string(percent) + ' ' + file);
+        expectFailure("list:81: String length", outcome);
+        std::size_t count = 0;
+        for (std::string const& row : linesOf(outcome.output)) {
+            auto const object = nlohmann::json::parse(row);
+            if (!object.contains("matches")) continue;
+            for (auto const& match : object["matches"]) {
+                std::size_t const line1 = object["line"], line2 = match["line"];
+                pairs.emplace(std::min(line1, line2), std::max(line1, line2));
+                ++count;
+            }
+        }
+        EXPECT_EQ(pairs, expected);
+        EXPECT_EQ(pairs.size(), count);
+    }
+    Outcome const groups = run("duplicates -g -P -f csv -", "Ab\nx\nab!\n\nX\nzz\n");
+    EXPECT_EQ(groups.output, "group,line,text\n1,1,Ab\n1,3,ab!\n2,2,x\n2,5,X\n");
+}
+
+// The counts are those of a match at each percentage.
+TEST(Program, SweepsOverPercentages) {
+    std::string const samples = NEAR_TEXT_SAMPLES "/";
+    std::string const lists = " -P -t " + samples + "supplier.txt -e " + samples + "catalogue.txt ";
+    std::set<std::string> known;
+    for (std::string const& line : linesOf(contentOf(samples + "pairs.tsv")))
+        known.insert(line.substr(0, line.find('\t', line.find('\t') + 1)));
+    Outcome const sweep = run("sweep -f json -p 60,90 --pairs " + samples + "pairs.tsv" + lists);
+    Lines const rows = linesOf(sweep.output);
+    ASSERT_EQ(rows.size(), 2U);
+    for (std::string const& line : rows) {
+        auto const row = nlohmann::json::parse(line);
+        std::size_t none = 0, one = 0, matches = 0, found = 0, bestMatches = 0, bestFound = 0;
+        std::string const percent = row["percent"].dump();
+        for (std::string const& text : linesOf(run("match -f json -p " + percent + lists).output)) {
+            auto const object = nlohmann::json::parse(text);
+            std::size_t const count = object["matches"].size();
+            int best = 0;
+            for (auto const& match : object["matches"])
+                best = std::max(best, match["percent"].get<int>());
+            none += count == 0 ? 1 : 0;
+            one += count == 1 ? 1 : 0;
+            matches += count;
+            for (auto const& match : object["matches"]) {
+                bool const isBest = match["percent"] == best;
+                auto const isKnown =
+                    known.count(object["line"].dump() + '\t' + match["line"].dump());
+                bestMatches += isBest ? 1 : 0;
+                found += isKnown;
+                bestFound += isBest ? isKnown : 0;
+            }
+        }
+        EXPECT_EQ(row["none"], none);
+        EXPECT_EQ(row["one"], one);
+        EXPECT_EQ(row["matches"], matches);
+        EXPECT_EQ(row["found"], found);
+        EXPECT_EQ(row["others"], matches - found);
+        EXPECT_EQ(row["best_found"], bestFound);
+        EXPECT_EQ(row["best_others"], bestMatches - bestFound);
+        EXPECT_EQ(row["pairs"], known.size() - 1);  // the heading is none
+    }
+}
+
+TEST(Program, NoticesClosedStreams) {
+    std::string const match =
+        NEAR_TEXT_PROGRAM " match -p 50 -e " NEAR_TEXT_SAMPLES "/catalogue.txt -t ";
+    std::string const texts = NEAR_TEXT_SAMPLES "/supplier.txt";
+    Outcome const head = shell(match + texts + " | head -n 1");
+    EXPECT_EQ(head.errors, "");
+    EXPECT_EQ(head.output, "1  Claw hammer, steel, 16oz \n");
+    expectFailure("standard output is closed", shell(match + texts + " >&-"));
+    expectFailure("standard input is closed", shell(match + "- <&-"));
 }
 
 TEST(Program, AnswersEachLineBeforeTheNextComes) {
