@@ -1,5 +1,6 @@
 // The program as its users meet it: what it answers, prints and returns.
 #include <signal.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 
@@ -8,6 +9,8 @@
 #include <nlohmann/json.hpp>
 #include <set>
 
+#include "near_text/encoding.h"
+#include "near_text/table.h"
 #include "stand_in_host/whitespace.h"
 #include "tests/test_support.h"
 
@@ -406,11 +409,8 @@ TEST(Program, SweepsOverPercentages) {
 TEST(Program, NoticesClosedStreams) {
     std::string const match =
         NEAR_TEXT_PROGRAM " match -p 50 -e " NEAR_TEXT_SAMPLES "/catalogue.txt -t ";
-    std::string const texts = NEAR_TEXT_SAMPLES "/supplier.txt";
-    Outcome const head = shell(match + texts + " | head -n 1");
-    EXPECT_EQ(head.errors, "");
-    EXPECT_EQ(head.output, "1  Claw hammer, steel, 16oz \n");
-    expectFailure("standard output is closed", shell(match + texts + " >&-"));
+    expectFailure("standard output is closed",
+                  shell(match + NEAR_TEXT_SAMPLES "/supplier.txt >&-"));
     expectFailure("standard input is closed", shell(match + "- <&-"));
 }
 
@@ -452,6 +452,74 @@ TEST(Program, NoticesThatItCannotWrite) {
                                          "search a --percent 0 --entries " + entries,
                                          "match --texts " + entries + " --entries " + entries}) {
         expectFailure("cannot write", run(arguments, {}, "/dev/full"));
+    }
+}
+
+// The first line takes long, and by the time that it is done those behind the second, which fails,
+// are done too.
+TEST(Program, WritesNothingBehindTheFirstFailureIfStrict) {
+    std::string entries, text;
+    for (int i = 0; i < 20000; ++i)
+        entries += "an entry that takes a while to compare " + std::to_string(i) + '\n';
+    for (int i = 0; i < 100; ++i)
+        text += "word" + std::to_string(i) + ' ';
+    std::string const longest(2000, 'x');  // refused at once
+    Outcome const outcome =
+        run("match --strict --jobs 4 --percent 99 --format json --texts - --entries " +
+                fileOf("entries", entries),
+            text + "\n\xFF\n" + longest + '\n' + longest + '\n');
+    expectFailure(":2: not valid UTF-8", outcome);
+    EXPECT_EQ(linesOf(outcome.output).size(), 1U) << outcome.output;
+}
+
+TEST(Program, StaysSmallOverAnEndlessLine) {
+    std::string const output = fileOf("out", {});
+    std::string const command = "head -c 300000000 /dev/zero | tr '\\0' x | " NEAR_TEXT_PROGRAM
+                                " match --format json --texts - --entries " NEAR_TEXT_SAMPLES
+                                "/catalogue.txt >" +
+                                output + " 2>/dev/null";
+    EXPECT_EQ(WEXITSTATUS(std::system(command.c_str())), 2);
+    EXPECT_NE(contentOf(output).find("no longer 1000 characters"), std::string::npos);
+    rusage usage = {};
+    getrusage(RUSAGE_CHILDREN, &usage);
+    EXPECT_LT(usage.ru_maxrss, 200000);  // in KiB
+}
+
+TEST(Program, IsSilentWhenNobodyReadsOn) {
+    std::string const samples = NEAR_TEXT_SAMPLES "/";
+    std::string const status = fileOf("status", {}), errors = fileOf("err", {});
+    std::string const program = "(" NEAR_TEXT_PROGRAM " match --texts - --entries " + samples +
+                                "catalogue.txt 2>" + errors + "; echo $? >" + status + ")";
+    std::string const endless = "while cat " + samples + "supplier.txt; do :; done 2>/dev/null | ";
+    ASSERT_EQ(std::system((endless + program + " | head -n 1 >/dev/null").c_str()), 0);
+    EXPECT_EQ(contentOf(errors), "");
+    EXPECT_EQ(contentOf(status), std::to_string(128 + SIGPIPE) + '\n');
+}
+
+// A spreadsheet's table, by itself: what is kept comes out as it was written there.
+TEST(Program, CarriesASpreadsheetsTableThrough) {
+    using namespace near_text;
+    Encoder encoder("windows-1251");
+    std::vector<std::vector<std::string>> const rows = {
+        {"7", "Молоток; \"тяжёлый\"", "две\nстроки"}, {"№ 8", "Пила", ""}};
+    std::string table = encoder.encoded("код;наименование;примечание\r\n");
+    for (auto const& row : rows)
+        table += encoder.encoded(csvRow(row, ';'));
+    std::string const file = fileOf("table", table);
+    Outcome const outcome =
+        run("match --header --delimiter ';' --encoding windows-1251 --output-encoding windows-1251 "
+            "--format csv --prepare --best --text-column наименование --keep код,3 --texts " +
+            file + " --entry-column 2 --keep-entry примечание --entries " + file);
+    EXPECT_EQ(outcome.status, 0) << outcome.errors;
+    TableReader reader({fileOf("result", outcome.output), "windows-1251"},
+                       {.delimiter = ';', .hasHeader = true});
+    std::vector<std::string> const columns = {"код", "text", "примечание"};
+    for (Row row; auto const& expected : rows) {
+        ASSERT_TRUE(reader.next(row));
+        for (std::size_t i = 0; i < columns.size(); ++i)
+            EXPECT_EQ(row.fields[reader.column(columns[i])], expected[i]);
+        EXPECT_EQ(row.fields[reader.column("entry")], expected[1]);
+        EXPECT_EQ(row.fields[reader.column("entry_примечание")], expected[2]);
     }
 }
 
