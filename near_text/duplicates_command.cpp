@@ -75,7 +75,7 @@ Status duplicates(Program& program, DuplicatesOptions const& options) {
     options.format.applyTo(program.output);
     Shape const shape(true, options.format.delimiter, file.keptNames, file.keptNames);
     if (!options.isGrouped) program.output.write(format.heading(shape));
-    MatchWriter writer(program.output, options.sources.entries.file.name, options.jobs.isStrict,
+    MatchWriter writer(program.output, options.sources.entries.file, options.jobs.isStrict,
                        interrupt);
 
     Groups groups(options.isGrouped ? list.entries.size() : 0);

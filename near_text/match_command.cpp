@@ -32,7 +32,7 @@ Status match(Program& program, MatchOptions const& options) {
     Shape const shape(!options.isUnnumbered, options.format.delimiter, reader.keptNames(),
                       entryColumns);
     if (!options.isUnheaded) program.output.write(format.heading(shape));
-    MatchWriter writer(program.output, options.sources.texts.file.name, options.jobs.isStrict,
+    MatchWriter writer(program.output, options.sources.texts.file, options.jobs.isStrict,
                        interrupt);
     auto const work = [&, &entries = list](Matcher& matcher, TextRow const& row,
                                            std::u16string const& units) -> LineResult {

@@ -4,14 +4,12 @@
 
 #include <cstdio>
 
-#include "near_text/input.h"
-
 namespace near_text {
 
-MatchWriter::MatchWriter(Output& target, std::string const& textsFile, bool isStrictOne,
+MatchWriter::MatchWriter(Output& target, TextFile const& textsFile, bool isStrictOne,
                          Interrupt const& interruptor)
     : output(target),
-      shownFile(shownName(textsFile)),
+      shownFile(shownName(textsFile.name)),
       isStrict(isStrictOne),
       interrupt(interruptor),
       progress(textsFile) {}

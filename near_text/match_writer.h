@@ -4,6 +4,7 @@
 #include <chrono>
 #include <string>
 
+#include "near_text/input.h"
 #include "near_text/interrupt.h"
 #include "near_text/ordered_work.h"
 #include "near_text/output.h"
@@ -15,7 +16,7 @@ namespace near_text {
 class MatchWriter {
 public:
     // `textsFile` is what is run through. A strict writer gives up at the first line that failed.
-    MatchWriter(Output& target, std::string const& textsFile, bool isStrictOne,
+    MatchWriter(Output& target, TextFile const& textsFile, bool isStrictOne,
                 Interrupt const& interruptor);
 
     // False when the run is to stop: the writer has given up or the run is interrupted. Throws

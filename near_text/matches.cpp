@@ -12,6 +12,8 @@ namespace near_text {
 namespace {
 
 constexpr int kHigh = 85;
+constexpr int kMuchLower =
+    75;  // from here down a search takes so much longer that asking twice may pay
 
 double secondsSince(std::chrono::steady_clock::time_point start) {
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
@@ -49,7 +51,7 @@ std::vector<Match> Matcher::matches(std::u16string_view text) {
 Indices Matcher::found(std::u16string_view text) {
     Percentages const asked = terms.percentages;
     Percentages const high = {std::max(asked.forShort, kHigh), std::max(asked.forLong, kHigh)};
-    bool const isRaised = high.forShort > asked.forShort || high.forLong > asked.forLong;
+    bool const isRaised = std::min(asked.forShort, asked.forLong) <= kMuchLower;
     if (!wanted.isAll() && isRaised && highFirst.isDue()) {
         auto const start = std::chrono::steady_clock::now();
         Indices indices = search.find(text, high);

@@ -156,7 +156,7 @@ Status sweep(Program& program, SweepOptions const& options) {
     Interrupt const interrupt;
     RowReader reader(options.sources.texts, options.sources.reading, kLongestText,
                      interrupt.descriptor());
-    MatchWriter writer(program.output, options.sources.texts.file.name, options.jobs.isStrict,
+    MatchWriter writer(program.output, options.sources.texts.file, options.jobs.isStrict,
                        interrupt);
     Status const status = run(
         matchers, preparation, [&](TextRow& row) { return reader.next(row); },
