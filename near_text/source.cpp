@@ -25,6 +25,7 @@ void addColumns(CLI::App& command, std::string const& name, std::string const& k
                     "Columns of " + whose + " to carry over into the output, parted by commas")
         ->type_name("COLUMNS")
         ->delimiter(',')
+        ->allow_extra_args(false)
         ->group(kGroup);
 }
 

@@ -193,6 +193,7 @@ void addSweep(Program& program) {
                     "Percentages, parted by commas. Default: 95 to 50 in steps of 5")
         ->type_name("PERCENTS")
         ->delimiter(',')
+        ->allow_extra_args(false)
         ->check(percentCheck());
     command
         .add_option("--pairs", options->pairsFile,
