@@ -46,9 +46,7 @@ char delimiterOf(std::string const& name) {
 }
 
 TableReader::TableReader(TextFile const& file, TableShape tableShape, int wakeDescriptor)
-    : shape(tableShape),
-      reader(file, kLongestRow, wakeDescriptor),
-      parser(std::make_unique<csv_parser>()) {
+    : shape(tableShape), reader(file, kLongestRow, wakeDescriptor), parser(new csv_parser{}) {
     csv_init(parser.get(), CSV_STRICT);
     csv_set_delim(parser.get(), static_cast<unsigned char>(shape.delimiter));
     // Lines with a NUL are not fed.
@@ -63,8 +61,9 @@ TableReader::TableReader(TextFile const& file, TableShape tableShape, int wakeDe
     hasFirst = false;
 }
 
-TableReader::~TableReader() {
-    csv_free(parser.get());
+void TableReader::CloseParser::operator()(csv_parser* closed) const {
+    csv_free(closed);
+    delete closed;
 }
 
 std::size_t TableReader::column(std::string const& nameOrNumber) {

@@ -38,7 +38,6 @@ public:
     // Waits for the first row. Throws as LineReader, and std::runtime_error when the header is
     // missing or has a fault.
     TableReader(TextFile const& file, TableShape tableShape, int wakeDescriptor = -1);
-    ~TableReader();
     TableReader(TableReader const&) = delete;
     TableReader& operator=(TableReader const&) = delete;
 
@@ -58,6 +57,10 @@ public:
     std::string place(Row const& row) const;
 
 private:
+    struct CloseParser {
+        void operator()(csv_parser* closed) const;
+    };
+
     bool read(Row& row);
     bool take(Line const& line, Row& row);
     bool feed(std::string_view text);
@@ -67,7 +70,7 @@ private:
 
     TableShape shape;
     LineReader reader;
-    std::unique_ptr<csv_parser> parser;
+    std::unique_ptr<csv_parser, CloseParser> parser;
     std::vector<std::string> fields;  // of the row that is being read
     bool isComplete = false;          // that row
     std::size_t quoteLine = 0;        // where its field that is not complete begins
