@@ -89,18 +89,18 @@ std::vector<Cells> propertyRows(stand_in_host::Component& component) {
 }
 
 // An old library, or one that another linker wrote, does its work without telling its version.
-std::string versionOrDash(Program const& program, int& status) {
+std::string versionOrDash(Program const& program, Status& status) {
     try {
         return onOneLine(stand_in_host::libraryVersion(program.library));
     } catch (std::runtime_error const& error) {
         complain(error.what());
-        status = kError;
+        status = Status::Error;
         return "-";
     }
 }
 
-int describe(Program& program) {
-    int status = kFound;
+Status describe(Program& program) {
+    Status status = Status::Found;
     auto const component = program.makeComponent();
     unsigned short* extension = nullptr;
     (*component)->RegisterExtensionAs(&extension);

@@ -6,6 +6,7 @@
 
 #include "near_text/commands.h"
 #include "near_text/help_format.h"
+#include "stand_in_host/explanation.h"
 #include "stand_in_host/library_file.h"
 #include "stand_in_host/text_codec.h"
 
@@ -24,7 +25,7 @@ std::filesystem::path defaultLibrary() {
 }
 
 // The library's is the one that a command would load.
-int showVersions(Program& program) {
+Status showVersions(Program& program) {
     program.output.write("near_text " NEAR_TEXT_VERSION "\n");
     program.output.flush();
     program.output.write(onOneLine(kLibraryFile +
@@ -32,10 +33,10 @@ int showVersions(Program& program) {
                                    absolute(program.library).string() + ")") +
                          '\n');
     program.output.flush();
-    return kFound;
+    return Status::Found;
 }
 
-int run(int argc, char** argv) {
+Status run(int argc, char** argv) {
     Program program;
     CLI::App& app = program.app;
     app.name("near_text");
@@ -52,25 +53,32 @@ int run(int argc, char** argv) {
     program.library = defaultLibrary();
     program.addCommonOptions(app);
     // Read after the option that names the library.
-    app.set_version_flag("--version", "",
+    app.set_version_flag("-V,--version", "",
                          "Show the versions of the program and of the library, and exit");
     addDescribe(program);
     addCompare(program);
     addSearch(program);
     addMatch(program);
+    addDuplicates(program);
+    addSweep(program);
+    addHelp(program);
     try {
         app.parse(argc, argv);
     } catch (CLI::CallForVersion const&) {
         return showVersions(program);
     } catch (CLI::ParseError const& error) {
+        for (std::string const& word : app.remaining()) {
+            bool const isCommand = app.get_subcommands().empty() && !word.starts_with('-');
+            if (isCommand) throw std::runtime_error(unknownCommand(app, word));
+        }
         // Help comes this way too, with the status 0.
         std::ostringstream output;
         bool const isError = app.exit(error, output, std::cerr) != 0;
         program.output.write(output.str());
         program.output.flush();
-        return isError ? kError : kFound;
+        return isError ? Status::Error : Status::Found;
     }
-    int const status = program.command();
+    Status const status = program.command();
     program.output.flush();
     return status;
 }
@@ -105,6 +113,21 @@ void Program::addCommonOptions(CLI::App& target) {
         ->type_name("NAME");
 }
 
+std::string unknownCommand(CLI::App const& app, std::string const& name) {
+    constexpr unsigned long kNear = 3;
+    unsigned long least = kNear + 1;
+    std::string meant;
+    for (CLI::App const* command : app.get_subcommands({})) {
+        unsigned long const distance = stand_in_host::distanceBetween(
+            argumentUnits("COMMAND", name), argumentUnits("COMMAND", command->get_name()));
+        if (distance >= least) continue;
+        least = distance;
+        meant = command->get_name();
+    }
+    return "no command '" + name + "'; " +
+           (meant.empty() ? "near_text --help lists them" : "did you mean " + meant + '?');
+}
+
 std::u16string argumentUnits(std::string const& name, std::string const& text) {
     try {
         return stand_in_host::toUnits(text);
@@ -116,14 +139,18 @@ std::u16string argumentUnits(std::string const& name, std::string const& text) {
 }  // namespace near_text
 
 int main(int argc, char** argv) {
+    using near_text::Status;
+    Status status = Status::Error;
     std::signal(SIGPIPE, SIG_IGN);  // a write that fails is told instead
+    near_text::holdStandardStreams();
     try {
-        return near_text::run(argc, argv);
+        status = near_text::run(argc, argv);
+    } catch (near_text::NobodyReads const&) {
+        status = near_text::endedBy(SIGPIPE);
     } catch (std::bad_alloc const&) {
         near_text::complain("out of memory");
-        return near_text::kError;
     } catch (std::exception const& error) {
         near_text::complain(error.what());
-        return near_text::kError;
     }
+    return static_cast<int>(status);
 }

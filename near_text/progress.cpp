@@ -1,11 +1,11 @@
 #include "near_text/progress.h"
 
+#include <sys/ioctl.h>
 #include <unistd.h>
 
 #include <cmath>
 #include <cstdio>
-
-#include "near_text/input.h"
+#include <vector>
 
 namespace near_text {
 
@@ -20,32 +20,49 @@ std::string shownTime(double seconds) {
     return text;
 }
 
+// What a line may take. It leaves the last column free, since many terminals go on to the next line
+// there.
+std::size_t lineColumns() {
+    constexpr std::size_t kUsual = 80;
+    winsize size = {};
+    bool const isKnown = ioctl(STDERR_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
+    return (isKnown ? size.ws_col : kUsual) - 1;
+}
+
 }  // namespace
 
-Progress::Progress(std::string const& file)
+std::string progressText(std::size_t done, std::optional<std::size_t> total, double seconds,
+                         std::size_t columns) {
+    double const rate = static_cast<double>(done) / seconds;
+    std::string const count = std::to_string(done);
+    std::string const counts = count + (total ? " of " + std::to_string(*total) : "");
+    std::string const speed = counts + " lines, " + std::to_string(std::lround(rate)) + " a second";
+    std::vector<std::string> forms = {speed, counts + " lines", counts, count};
+    if (total && *total >= done && done > 0) {
+        std::string const left = shownTime(static_cast<double>(*total - done) / rate) + " left";
+        forms.insert(forms.begin(), {speed + ", " + left, counts + ", " + left});
+        forms.insert(forms.end() - 1, std::to_string(100 * done / *total) + '%');
+    }
+    for (std::string const& form : forms) {
+        if (form.size() <= columns) return form;
+    }
+    return {};
+}
+
+Progress::Progress(TextFile const& file)
     : isShown(isatty(STDERR_FILENO) == 1),
       isOutputShown(isatty(STDOUT_FILENO) == 1),
       nextDraw(start + kPause) {
     if (isShown) total = countLines(file);
 }
 
-std::string Progress::text(Clock::time_point now) const {
-    double const seconds = std::chrono::duration<double>(now - start).count();
-    double const rate = static_cast<double>(done) / seconds;
-    std::string line = std::to_string(done);
-    if (total) line += " of " + std::to_string(*total);
-    line += " lines, " + std::to_string(std::lround(rate)) + " a second";
-    if (total && *total >= done) {
-        line += ", " + shownTime(static_cast<double>(*total - done) / rate) + " left";
-    }
-    return line;
-}
-
 void Progress::step() {
     ++done;
     Clock::time_point const now = Clock::now();
     if (!isShown || now < nextDraw) return;
-    std::fprintf(stderr, "\r%s\033[K", text(now).c_str());
+    double const seconds = std::chrono::duration<double>(now - start).count();
+    std::string const text = progressText(done, total, seconds, lineColumns());
+    std::fprintf(stderr, "\r%s\033[K", text.c_str());
     isDrawn = true;
     nextDraw = now + kPause;
 }

@@ -6,12 +6,18 @@
 #include <optional>
 #include <string>
 
+#include "near_text/input.h"
+
 namespace near_text {
+
+// As much of how far a run is as fits into so many columns. Each character takes one.
+std::string progressText(std::size_t done, std::optional<std::size_t> total, double seconds,
+                         std::size_t columns);
 
 class Progress {
 public:
     // `file` is what is run through: where it is a file its lines are counted first.
-    explicit Progress(std::string const& file);
+    explicit Progress(TextFile const& file);
     ~Progress() { clear(); }
     Progress(Progress const&) = delete;
     Progress& operator=(Progress const&) = delete;
@@ -25,8 +31,6 @@ public:
 
 private:
     using Clock = std::chrono::steady_clock;
-
-    std::string text(Clock::time_point now) const;
 
     bool isShown;
     bool isOutputShown;

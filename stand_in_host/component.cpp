@@ -52,6 +52,7 @@ std::optional<bool> Component::compare(std::u16string_view first, std::u16string
                                        int percent) {
     _tVariant params[] = {textRecord(first), textRecord(second), numberRecord(percent)};
     _tVariant result = garbageRecord();
+    connection.reports.clear();  // they would heap up over a long run
     if (!object->CallAsFunc(kStringCompare, &result, params, std::size(params))) return {};
     return result.value.boolean != 0;
 }
@@ -69,6 +70,7 @@ std::optional<std::string> Component::search(SearchArguments const& arguments) {
     _tVariant result = garbageRecord();
     result.value.whole = 0;
     result.length = 0;
+    connection.reports.clear();
     bool const isDone = object->CallAsFunc(kStringSearch, &result, params, std::size(params));
     std::string list;
     if (isDone) list = toUtf8(fromHost(result.value.wideString, result.length));

@@ -37,6 +37,8 @@ public:
     Component(Component const&) = delete;
     Component& operator=(Component const&) = delete;
 
+    // Each of these two calls drops what was reported before it.
+
     // Whether the texts are alike; nothing when the add-in reported an error instead.
     std::optional<bool> compare(std::u16string_view first, std::u16string_view second, int percent);
 
@@ -46,7 +48,7 @@ public:
     // The language of later reports; a name that the add-in does not know changes nothing.
     void setLocale(std::u16string const& name) { object->SetLocale(hostUnits(name.c_str())); }
 
-    // What the add-in said when it last reported an error.
+    // What the add-in said when it last reported an error, in the last call if that failed.
     std::string lastReport() const;
 
     IComponentBase* operator->() const { return object; }

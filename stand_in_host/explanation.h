@@ -9,57 +9,82 @@
 
 #include <string>
 #include <string_view>
+#include <unordered_set>
 #include <vector>
 
 #include "stand_in_host/component.h"
 
 namespace stand_in_host {
 
-struct SideBySide {
+// What decides.
+struct Measure {
+    unsigned long length;   // the longer side's, of which the percentage leaves the limit
+    unsigned long percent;  // the one that applied
+    unsigned long limit;
+    unsigned long distance;  // of what is left of the sides
+    bool isAlike;
+};
+
+struct SideBySide : Measure {
     std::vector<std::u16string> cancelled;  // words of both sides, in the first side's order
     std::vector<std::u16string> excluded;   // words that counted on neither side, each once
     std::u16string firstLeft;               // what was left of each side, run together
     std::u16string secondLeft;
-    unsigned long length;   // the longer side's, of which the percentage leaves the limit
-    unsigned long percent;  // the one that applied
-    unsigned long limit;
-    unsigned long distance;
-    bool isAlike;
 };
 
 // Of two texts. A word cancels as often as both texts hold it.
 SideBySide explainCompare(std::u16string_view first, std::u16string_view second,
-                          unsigned long percent,
-                          std::vector<std::u16string> const& exclusions = {});
+                          unsigned long percent);
+
+// How alike the sides are: the highest percentage at which they still are.
+int nearness(Measure const& sides);
+
+// Insertions, deletions and replacements of a unit, as few as make one text the other.
+unsigned long distanceBetween(std::u16string_view first, std::u16string_view second);
+
+// Words of a text that the caller keeps.
+using Words = std::vector<std::u16string_view>;
+using ExcludedWords = std::unordered_set<std::u16string_view>;
+
+// The words of an exclusion list. They refer to it.
+ExcludedWords readExclusions(std::u16string_view exclusions, char16_t separator);
 
 // A part of a text: its words, each once, in the order of their first occurrence, and its length,
 // which counts whitespace and the unit that opened it.
 struct PlainSection {
-    std::vector<std::u16string> words;
+    Words words;
     unsigned long length;
 };
 
-// Of a search text against each entry that holds a word, by the add-in's index. There are no
-// entries where there is nothing to search.
+// An entry that holds a word, at the start of the list or behind a separator.
+PlainSection readEntry(std::u16string_view text, bool isBehindSeparator);
+
+// Of a search text against entries, which need not be known beforehand. What it is given is the
+// caller's and outlives it; the text holds a word.
 class SearchExplanation {
 public:
-    // The texts behind `arguments` are read now and not kept.
-    explicit SearchExplanation(SearchArguments const& arguments);
+    SearchExplanation(std::u16string_view searchText, ExcludedWords const& exclusions,
+                      int threshold, int shortPercent, int longPercent);
 
-    std::size_t size() const { return entries.size(); }
-    // Worked out anew at each call. `index` is below `size()`.
-    SideBySide entry(std::size_t index) const;
+    SideBySide explain(PlainSection const& entry) const;
+    // The same without the words: about two microseconds for texts of ordinary length.
+    Measure measure(PlainSection const& entry) const;
 
 private:
+    struct CountedWords {
+        Words ofText, ofEntry, excluded;
+    };
+    CountedWords countedWords(PlainSection const& entry) const;
+    Measure unjudged(PlainSection const& entry) const;
+
     PlainSection text;
-    std::vector<PlainSection> entries;
-    std::vector<std::u16string> exclusions;
+    ExcludedWords const& excluded;
     unsigned long lengthThreshold;
     unsigned long percentShort;
     unsigned long percentLong;
 };
 
-// All entries of a SearchExplanation.
+// Each entry that holds a word, by the add-in's index; none where there is nothing to search.
 std::vector<SideBySide> explainSearch(SearchArguments const& arguments);
 
 }  // namespace stand_in_host

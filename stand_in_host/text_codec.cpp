@@ -1,39 +1,38 @@
 #include "stand_in_host/text_codec.h"
 
-#include <utf8.h>
-
-#include <iterator>
+#include "stand_in_host/code_points.h"
 
 namespace stand_in_host {
 
 NotUtf8::NotUtf8(std::size_t byteNumber)
     : NotText("not valid UTF-8 at byte " + std::to_string(byteNumber)), byte(byteNumber) {}
 
-std::u16string toUnits(std::string_view utf8Text) {
-    auto const invalid = utf8::find_invalid(utf8Text.begin(), utf8Text.end());
-    if (invalid != utf8Text.end()) {
-        throw NotUtf8(static_cast<std::size_t>(invalid - utf8Text.begin()) + 1);
+void requireUtf8(std::string_view text) {
+    for (std::size_t i = 0; i < text.size();) {
+        std::size_t const start = i;
+        if (nextCodePoint(text, i) < 0) throw NotUtf8(start + 1);
     }
+}
+
+std::u16string toUnits(std::string_view utf8) {
     std::u16string units;
-    utf8::utf8to16(utf8Text.begin(), utf8Text.end(), std::back_inserter(units));
+    units.reserve(utf8.size());
+    for (std::size_t i = 0; i < utf8.size();) {
+        std::size_t const start = i;
+        CodePoint const point = nextCodePoint(utf8, i);
+        if (point < 0) throw NotUtf8(start + 1);
+        append(units, point);
+    }
     return units;
 }
 
 std::string toUtf8(std::u16string_view units) {
-    constexpr utf8::uint32_t kReplacement = 0xFFFD;
+    constexpr CodePoint kReplacement = 0xFFFD;
     std::string text;
-    for (std::size_t i = 0; i < units.size(); ++i) {
-        bool const isLead = utf8::internal::is_lead_surrogate(units[i]);
-        bool const isTrail = utf8::internal::is_trail_surrogate(units[i]);
-        if (!isLead && !isTrail) {
-            utf8::append(units[i], std::back_inserter(text));
-        } else if (isLead && i + 1 < units.size() &&
-                   utf8::internal::is_trail_surrogate(units[i + 1])) {
-            utf8::utf16to8(&units[i], &units[i] + 2, std::back_inserter(text));
-            ++i;
-        } else {
-            utf8::append(kReplacement, std::back_inserter(text));
-        }
+    text.reserve(units.size());
+    for (std::size_t i = 0; i < units.size();) {
+        CodePoint const point = nextCodePoint(units, i);
+        append(text, isHalfPair(point) ? kReplacement : point);
     }
     return text;
 }

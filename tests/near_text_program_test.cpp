@@ -1,12 +1,17 @@
 // The program as its users meet it: what it answers, prints and returns.
 #include <signal.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 
 #include <algorithm>
 #include <cstdlib>
 #include <nlohmann/json.hpp>
+#include <set>
 
+#include "near_text/encoding.h"
+#include "near_text/table.h"
+#include "stand_in_host/whitespace.h"
 #include "tests/test_support.h"
 
 namespace {
@@ -27,15 +32,17 @@ struct Outcome {
     std::string output, errors;
 };
 
-// `arguments` as a shell reads them.
-Outcome run(std::string const& arguments, std::string const& input = {},
-            std::string output = fileOf("out", {})) {
+Outcome shell(std::string const& command, std::string const& output = fileOf("out", {})) {
     std::string const errors = fileOf("err", {});
-    std::string const command = NEAR_TEXT_PROGRAM " " + arguments + " <" + fileOf("in", input) +
-                                " >" + output + " 2>" + errors;
-    int const status = std::system(command.c_str());
+    int const status = std::system(("{ " + command + "; } >" + output + " 2>" + errors).c_str());
     return {WIFEXITED(status) ? WEXITSTATUS(status) : -1,
             output.starts_with("/dev") ? "" : contentOf(output), contentOf(errors)};
+}
+
+// `arguments` as a shell reads them.
+Outcome run(std::string const& arguments, std::string const& input = {},
+            std::string const& output = fileOf("out", {})) {
+    return shell(NEAR_TEXT_PROGRAM " " + arguments + " <" + fileOf("in", input), output);
 }
 
 // Expects a failure that tells `part`.
@@ -48,9 +55,10 @@ void expectFailure(std::string const& part, Outcome const& outcome) {
 class RunningMatch {
 public:
     explicit RunningMatch(std::string const& arguments)
-        : output(
-              popen(("echo $$; exec " NEAR_TEXT_PROGRAM " match --format tsv " + arguments).c_str(),
-                    "r")),
+        : output(popen(
+              ("echo $$; exec " NEAR_TEXT_PROGRAM " match --format tsv --no-heading " + arguments)
+                  .c_str(),
+              "r")),
           process(std::stoi(line())) {}
 
     std::string line() const {
@@ -80,31 +88,50 @@ TEST(Program, AnswersAndReturnsAsGrepDoes) {
         {"compare '' abc --percent 16", 0, "alike\n"},
         {"compare '' abc --percent 17", 1, "different\n"},
         {"compare --percent 100 -- -a -b", 1, "different\n"},
-        {"search 'red bal' --separator ';'" + list, 0, "0,1\n"},
-        {"search green --separator ';'" + list, 1, ""}};
+        {"search 'red bal' --indices --separator ';'" + list, 0, "0,1\n"},
+        {"search green --indices --separator ';'" + list, 1, ""},
+        {"search green --separator ';'" + list, 1, ""},
+        {"help compare", 0, run("compare -h").output}};
     for (auto const& [arguments, status, output] : cases) {
         Outcome const outcome = run(arguments);
         EXPECT_EQ(outcome.status, status) << arguments;
         EXPECT_EQ(outcome.output, output) << arguments;
         EXPECT_EQ(outcome.errors, "") << arguments;
     }
-    Outcome const noted = run("search red --separator ' ' --short 0" + list);
-    EXPECT_EQ(noted.output, "0\n");
-    EXPECT_NE(noted.errors.find("whitespace"), std::string::npos);
+    for (auto const& [separator, note] : {std::pair(" ", "whitespace"), {"!", "does not occur"}}) {
+        Outcome const noted =
+            run("search red --indices --percent 0 --separator '"s + separator + '\'' + list);
+        EXPECT_EQ(noted.output, "0\n");
+        EXPECT_NE(noted.errors.find(note), std::string::npos);
+    }
 
     std::pair<std::string, std::string> const failures[] = {
-        {"compare a b --percent 101", "Input parameters error"},
-        {"compare a b --percent -1 --locale ru", "Ошибка входных параметров"},
+        {"compare a b -p 101", "--percent: '101' is no whole number from 0 to 100"},
+        {"compare a b -p -1", "--percent: '-1' is no"},
+        {"compare a b -p 60.5", "--percent: '60.5' is no"},
         {"compare a " + std::string(1001, 'x') + " --percent 0", "no longer 1000 characters"},
+        {"compare a " + std::string(1001, 'x') + " --percent 0 --locale ru", "1000 символов"},
         {"compare a b", "--percent is required"},
         {"compare a \"$(printf 'b\\377')\" --percent 0", "SECOND: not valid UTF-8 at byte 2"},
         {"compare a b --percent 0 --library /none.so", "/none.so"},
         {"search red --separator ';;'" + list, "not one UTF-16 unit"},
-        {"search red --entries x --long 5", "--threshold"},
+        {"search red --entries x --long-percent 5", "does nothing without --threshold"},
+        {"search red --entries x --threshold 5", "without --short-percent or --long-percent"},
+        {"search red --entries x --threshold 5 -p 1 --short-percent 1 --long-percent 1",
+         "--percent: does nothing"},
+        {"search red --entries x -P -i", "--prepare: already holds --fold-case"},
+        {"search red --entries x --best --top 2", "--best excludes --top"},
+        {"search red --entries x --header", "--header: does nothing"},
+        {"search red --entries x --indices --best", "--indices: is the add-in's bare answer"},
+        {"match -t x -e x --unmatched --top 2", "--unmatched: prints no match"},
+        {"match -t x -e x --keep 1", "--keep: does nothing"},
+        {"match -t x -e x --no-heading", "--no-heading: does nothing in the format text"},
+        {"match -t - -e /dev/null", "/dev/null holds no entry"},
+        {"mtch -t x", "no command 'mtch'; did you mean match?"},
+        {"help gibberish", "no command 'gibberish'; near_text --help lists them"},
         {"search red", "--entries or --dictionary"},
         {"search red --entries /none", "/none: No such file"},
         {"search red --entries - --exclusions -", "read once"},
-        {"match --texts - --entries /dev/null --short 101", "Input parameters error"},
         {"", "subcommand"}};
     for (auto const& [arguments, part] : failures) {
         Outcome const outcome = run(arguments);
@@ -119,16 +146,22 @@ TEST(Program, MapsIndicesToLines) {
     for (char c = 1; c < '\\'; ++c)
         units += std::string("\t\n\r").find(c) == std::string::npos ? c : ' ';
     std::pair<std::string, std::string> const cases[] = {
-        {"\n \nc\n\ne\n\n", "\t0:3:c\t1:5:e"},
-        {"a\r\n\r\nc\r\n\t\r\ne", "\t0:1:a\t1:3:c\t2:5:e"},
-        {"\xEF\xBB\xBF\nb\n", "\t0:2:b"},
-        {"a\n" + units + "\nc", "\t0:1:a\t1:2:" + units + "\t2:3:c"},
-        {"", ""}};
+        {"\n \nc\n\ne\n\n", "0:3:c 1:5:e "},
+        {"a\r\n\r\nc\r\n\t\r\ne", "0:1:a 1:3:c 2:5:e "},
+        {"\xEF\xBB\xBF\nb\n", "0:2:b "},
+        {"a\n" + units + "\nc", "0:1:a 1:2:" + units + " 2:3:c "}};
     for (auto const& [content, matches] : cases) {
-        Outcome const found = run(
-            "match --texts - --format tsv --short 0 --entries " + fileOf("entries", content), "x");
-        EXPECT_EQ(found.output, "1\tx" + matches + '\n');
-        EXPECT_EQ(found.status, matches.empty() ? 1 : 0);
+        Outcome const found =
+            run("match --texts - --format json --percent 0 --entries " + fileOf("entries", content),
+                "x");
+        std::string shown;
+        auto const object = nlohmann::json::parse(found.output);
+        for (auto const& match : object["matches"]) {
+            shown += match["index"].dump() + ':' + match["line"].dump() + ':' +
+                     match["entry"].get<std::string>() + ' ';
+        }
+        EXPECT_EQ(shown, matches);
+        EXPECT_EQ(found.status, 0);
     }
 }
 
@@ -147,17 +180,17 @@ TEST(Program, NamesTheLineThatIsNoText) {
 }
 
 TEST(Program, ExplainsMatchesAndMisses) {
-    std::string const search = "search 'red ball' --short 75 --exclude ltd --entries " +
+    std::string const search = "search 'red ball' --percent 75 --exclude ltd --entries " +
                                fileOf("entries", "blue cup\n\nred big ball ltd\n");
     std::string const match =
-        "index   line  entry\n"
-        "    1      3  red big ball ltd\n"
+        " 85%   3 of 4   line 3      index 1      red big ball ltd\n"
         "    words cancelled   red ball\n"
         "    words excluded    ltd\n"
         "    left of text      \"\"\n"
         "    left of entry     \"big\"\n"
         "    limit             4 (what 75 percent leaves of 17 units)\n"
-        "    distance          3 (alike)\n";
+        "    distance          3 (alike)\n"
+        "    alike up to       85 percent\n";
     EXPECT_EQ(run(search + " --explain").output, match);
     EXPECT_EQ(run(search + " --explain-line 3").output, match);
     EXPECT_NE(run(search + " --explain-line 1").output.find("7 (different)"), std::string::npos);
@@ -170,9 +203,9 @@ TEST(Program, MatchesInOrderAsSingleSearchesDo) {
     using stand_in_host::toUnits;
     std::string const samples = NEAR_TEXT_SAMPLES "/";
     std::string const input = contentOf(samples + "supplier.txt");
-    std::string const command = "match --texts - --short 70 --threshold 40 --long 60 --entries " +
-                                samples + "catalogue.txt --exclusions " + samples +
-                                "exclusions.txt --format json --jobs ";
+    std::string const command =
+        "match --texts - --short-percent 70 --threshold 40 --long-percent 60 --entries " + samples +
+        "catalogue.txt --exclusions " + samples + "exclusions.txt --format json --jobs ";
     Lines const lines = linesOf(run(command + '4', input).output);
     EXPECT_EQ(lines, linesOf(run(command + '1', input).output));
 
@@ -201,24 +234,32 @@ TEST(Program, MatchesInOrderAsSingleSearchesDo) {
 // a line too.
 TEST(Program, WritesALineForALine) {
     std::string const match = "match --texts - --no-numbers --entries " +
-                              fileOf("entries", "a\\b\tc \"d\"\n") + " --short 0 --format ";
+                              fileOf("entries", "a\\b\tc \"d\"\n") + " --percent 0 --format ";
     std::string const part1 = "\"x\\\ty\n\n";
     std::string part2 = "\xFF\nx";
     for (int i = 0; i < 100000; ++i)
         part2 += "я";  // two bytes each, from an odd place on
     part2 += "\nz";
+    std::string const tooLong = "String length must be no longer 1000 characters";
+    std::string const notUtf8 = "not valid UTF-8 at byte 1";
+    std::string const numbers = R"("percent":27,"distance":7,"limit":9}]})";
     std::pair<std::string, Lines> const cases[] = {
-        {"tsv",
-         {R"("x\\\ty	0:1:a\\b\tc "d")", "", "\terror: not valid UTF-8 at byte 1",
-          "\terror: String length must be no longer 1000 characters", R"(z	0:1:a\\b\tc "d")"}},
+        {"tsv --no-heading",
+         {R"(	"x\\\ty	27	7	9	0	1	a\\b\tc "d"	)",
+          "\t\t\t\t\t\t\t\t", "\t\t\t\t\t\t\t\t" + notUtf8, "\t\t\t\t\t\t\t\t" + tooLong,
+          R"(	z	27	7	9	0	1	a\\b\tc "d"	)"}},
+        {"csv --no-heading",
+         {R"(,"""x\	y",27,7,9,0,1,"a\b	c ""d""",)", ",,,,,,,,", ",,,,,,,," + notUtf8,
+          ",,,,,,,," + tooLong, R"(,z,27,7,9,0,1,"a\b	c ""d""",)"}},
         {"text",
-         {R"("x\ y  =>  0:1:a\b c "d")", "  =>  -", "error: not valid UTF-8 at byte 1",
-          "error: String length must be no longer 1000 characters", R"(z  =>  0:1:a\b c "d")"}},
+         {R"("x\ y)", R"(     27%   7 of 9   line 1      index 0      a\b c "d")", "", "       -",
+          "error: " + notUtf8, "error: " + tooLong, "z",
+          R"(     27%   7 of 9   line 1      index 0      a\b c "d")"}},
         {"json",
-         {R"({"text":"\"x\\\ty","matches":[{"index":0,"line":1,"entry":"a\\b\tc \"d\""}]})",
-          R"({"text":"","matches":[]})", R"({"error":"not valid UTF-8 at byte 1"})",
-          R"({"error":"String length must be no longer 1000 characters"})",
-          R"({"text":"z","matches":[{"index":0,"line":1,"entry":"a\\b\tc \"d\""}]})"}},
+         {R"({"text":"\"x\\\ty","matches":[{"index":0,"line":1,"entry":"a\\b\tc \"d\"",)" + numbers,
+          R"({"text":"","matches":[]})", R"({"error":")" + notUtf8 + "\"}",
+          R"({"error":")" + tooLong + "\"}",
+          R"({"text":"z","matches":[{"index":0,"line":1,"entry":"a\\b\tc \"d\"",)" + numbers}},
     };
     for (auto const& [format, lines] : cases) {
         Outcome const whole = run(match + format, part1 + part2);
@@ -227,8 +268,150 @@ TEST(Program, WritesALineForALine) {
         EXPECT_EQ(run(match + format, part1).output + run(match + format, part2).output,
                   whole.output);
         EXPECT_EQ(linesOf(run(match + format + " --strict", part1 + part2).output),
-                  Lines(lines.begin(), lines.begin() + 2));
+                  linesOf(run(match + format, part1).output));
     }
+}
+
+// Out of a spreadsheet and back into it.
+TEST(Program, CarriesColumnsFromTableToTable) {
+    std::string const texts = fileOf("texts.csv",
+                                     "id;\xCD\xE0\xE7\xE2\xE0\xED\xE8\xE5;line\r\n"
+                                     "7;\"\xCC\xCE\xCB\xCE\xD2\xCE\xCA \"\"1\"\";\nbig\";x\r\n"
+                                     "8;\"a;b\";\r\n9\r\n");
+    std::string const entries = fileOf("entries.tsv", "A1\tбольшой молоток \"1\" big\n");
+    std::string const command = "match -t " + texts + " -e " + entries +
+                                " --text-column Название --entry-column 2 --keep id,line "
+                                "--keep-entry 1 -d ';' -P -p 50 --encoding windows-1251 "
+                                "--entry-encoding utf-8 -f ";
+    Outcome const back = run(command + "csv --output-encoding cp1251");
+    EXPECT_EQ(
+        back.output,
+        "line;text;percent;distance;limit;index;entry_line;entry;error;id;text_line;entry_1\n"
+        "2;\"\xCC\xCE\xCB\xCE\xD2\xCE\xCA \"\"1\"\";\nbig\";71;7;12;0;1;\"\xE1\xEE\xEB\xFC\xF8"
+        "\xEE\xE9 \xEC\xEE\xEB\xEE\xF2\xEE\xEA \"\"1\"\" big\";;7;x;A1\n"
+        "4;\"a;b\";;;;;;;;8;;\n"
+        "5;;;;;;;;has 1 field, but column 3 is asked for;;;\n");
+    EXPECT_EQ(back.status, 2);
+    auto const object = nlohmann::json::parse(linesOf(run(command + "json").output)[0]);
+    EXPECT_EQ(object["kept"]["id"], "7");
+    EXPECT_EQ(object["matches"][0]["kept"]["entry_1"], "A1");
+}
+
+TEST(Program, PrintsWhatIsWanted) {
+    auto const match = [&](std::string const& options) {
+        return run("match -t - -p 60 -f tsv --no-heading -e " +
+                       fileOf("entries", "red bull\nred ball\nred bell\nblue cup\n") + options,
+                   "red ball\nnothing\n")
+            .output;
+    };
+    std::string const bull = "1\tred ball\t93\t1\t3\t0\t1\tred bull\t\n";
+    std::string const ball = "1\tred ball\t100\t0\t4\t1\t2\tred ball\t\n";
+    std::string const bell = "1\tred ball\t94\t1\t4\t2\t3\tred bell\t\n";
+    std::string const none = "2\tnothing\t\t\t\t\t\t\t\n";
+    EXPECT_EQ(match(""), bull + ball + bell + none);
+    EXPECT_EQ(match(" --best"), ball + none);
+    EXPECT_EQ(match(" --top 2"), ball + bell + none);
+    EXPECT_EQ(match(" --unmatched"), none);
+    EXPECT_EQ(match(" --threshold 8 --short-percent 100"), ball + bell + none);
+}
+
+// Every list begins with the separator there, and either may be the text.
+TEST(Program, FindsThePairsOfAList) {
+    using stand_in_host::toUnits;
+    Lines entries = linesOf(contentOf(NEAR_TEXT_SAMPLES "/catalogue.txt"));
+    std::erase_if(entries, [](std::string const& entry) {
+        return !stand_in_host::holdsWord(toUnits(entry));
+    });
+    entries.resize(80);
+    entries.push_back(std::string(1001, 'x'));  // may be found, but finds none
+    entries.push_back(std::string(1000, 'x'));
+    std::string content;
+    std::u16string dictionary;
+    for (std::string const& entry : entries) {
+        content += entry + '\n';
+        dictionary += u'\1' + toUnits(entry);
+    }
+    std::string const file = fileOf("list", content);
+    Component component(addIn());
+    for (int const percent : {50, 84}) {
+        std::set<std::pair<std::size_t, std::size_t>> expected, pairs;  // the lesser line first
+        for (std::size_t i = 0; i < entries.size(); ++i) {
+            auto const found = component.search(
+                {toUnits(entries[i]), dictionary, u'\1', 20, percent, percent - 9, u""});
+            for (std::size_t const j : stand_in_host::parseIndexList(found.value_or(""))) {
+                if (i != j) expected.emplace(std::min(i, j) + 1, std::max(i, j) + 1);
+            }
+        }
+        Outcome const outcome =
+            run("duplicates -f json --threshold 20 --long-percent " + std::to_string(percent - 9) +
+                " -p " + std::to_string(percent) + ' ' + file);
+        expectFailure("list:81: String length", outcome);
+        std::size_t count = 0;
+        for (std::string const& row : linesOf(outcome.output)) {
+            auto const object = nlohmann::json::parse(row);
+            if (!object.contains("matches")) continue;
+            for (auto const& match : object["matches"]) {
+                std::size_t const line1 = object["line"], line2 = match["line"];
+                pairs.emplace(std::min(line1, line2), std::max(line1, line2));
+                ++count;
+            }
+        }
+        EXPECT_EQ(pairs, expected);
+        EXPECT_EQ(pairs.size(), count);
+    }
+    Outcome const groups = run("duplicates -g -P -f csv -", "Ab\nx\nab!\n\nX\nzz\n");
+    EXPECT_EQ(groups.output, "group,line,text\n1,1,Ab\n1,3,ab!\n2,2,x\n2,5,X\n");
+}
+
+// The counts are those of a match at each percentage.
+TEST(Program, SweepsOverPercentages) {
+    std::string const samples = NEAR_TEXT_SAMPLES "/";
+    std::string const lists = " -P -t " + samples + "supplier.txt -e " + samples + "catalogue.txt ";
+    std::set<std::string> known;
+    for (std::string const& line : linesOf(contentOf(samples + "pairs.tsv")))
+        known.insert(line.substr(0, line.find('\t', line.find('\t') + 1)));
+    Outcome const sweep = run("sweep -f json -p 60,90 --pairs " + samples + "pairs.tsv" + lists);
+    Lines const rows = linesOf(sweep.output);
+    ASSERT_EQ(rows.size(), 2U);
+    for (std::string const& line : rows) {
+        auto const row = nlohmann::json::parse(line);
+        std::size_t none = 0, one = 0, matches = 0, found = 0, bestMatches = 0, bestFound = 0;
+        std::string const percent = row["percent"].dump();
+        for (std::string const& text : linesOf(run("match -f json -p " + percent + lists).output)) {
+            auto const object = nlohmann::json::parse(text);
+            std::size_t const count = object["matches"].size();
+            int best = 0;
+            for (auto const& match : object["matches"])
+                best = std::max(best, match["percent"].get<int>());
+            none += count == 0 ? 1 : 0;
+            one += count == 1 ? 1 : 0;
+            matches += count;
+            for (auto const& match : object["matches"]) {
+                bool const isBest = match["percent"] == best;
+                auto const isKnown =
+                    known.count(object["line"].dump() + '\t' + match["line"].dump());
+                bestMatches += isBest ? 1 : 0;
+                found += isKnown;
+                bestFound += isBest ? isKnown : 0;
+            }
+        }
+        EXPECT_EQ(row["none"], none);
+        EXPECT_EQ(row["one"], one);
+        EXPECT_EQ(row["matches"], matches);
+        EXPECT_EQ(row["found"], found);
+        EXPECT_EQ(row["others"], matches - found);
+        EXPECT_EQ(row["best_found"], bestFound);
+        EXPECT_EQ(row["best_others"], bestMatches - bestFound);
+        EXPECT_EQ(row["pairs"], known.size() - 1);  // the heading is none
+    }
+}
+
+TEST(Program, NoticesClosedStreams) {
+    std::string const match =
+        NEAR_TEXT_PROGRAM " match -p 50 -e " NEAR_TEXT_SAMPLES "/catalogue.txt -t ";
+    expectFailure("standard output is closed",
+                  shell(match + NEAR_TEXT_SAMPLES "/supplier.txt >&-"));
+    expectFailure("standard input is closed", shell(match + "- <&-"));
 }
 
 TEST(Program, AnswersEachLineBeforeTheNextComes) {
@@ -238,9 +421,9 @@ TEST(Program, AnswersEachLineBeforeTheNextComes) {
                              pipe);
     std::ofstream texts(pipe);
     texts << "ball red\n" << std::flush;
-    EXPECT_EQ(match.line(), "1\tball red\t0:1:red ball\n");
+    EXPECT_EQ(match.line(), "1\tball red\t100\t0\t2\t0\t1\tred ball\t\n");
     texts << "blue\nred" << std::flush;
-    EXPECT_EQ(match.line(), "2\tblue\n");
+    EXPECT_EQ(match.line(), "2\tblue\t\t\t\t\t\t\t\n");
     EXPECT_EQ(match.interrupt(SIGTERM), std::pair(""s, 128 + SIGTERM));
 }
 
@@ -248,7 +431,7 @@ TEST(Program, LeavesWholeLinesWhenInterrupted) {
     std::string texts, all;
     for (int i = 1; i <= 100000; ++i) {
         texts += "text\n";
-        all += std::to_string(i) + "\ttext\n";
+        all += std::to_string(i) + "\ttext\t\t\t\t\t\t\t\n";
     }
     RunningMatch const match("--jobs 3 --texts " + fileOf("texts", texts) + " --entries " +
                              NEAR_TEXT_SAMPLES "/catalogue.txt");
@@ -266,9 +449,77 @@ TEST(Program, LeavesWholeLinesWhenInterrupted) {
 TEST(Program, NoticesThatItCannotWrite) {
     std::string const entries = NEAR_TEXT_SAMPLES "/catalogue.txt";
     for (std::string const& arguments : {"--help"s, "describe"s, "compare a a --percent 1"s,
-                                         "search a --short 0 --entries " + entries,
+                                         "search a --percent 0 --entries " + entries,
                                          "match --texts " + entries + " --entries " + entries}) {
         expectFailure("cannot write", run(arguments, {}, "/dev/full"));
+    }
+}
+
+// The first line takes long, and by the time that it is done those behind the second, which fails,
+// are done too.
+TEST(Program, WritesNothingBehindTheFirstFailureIfStrict) {
+    std::string entries, text;
+    for (int i = 0; i < 20000; ++i)
+        entries += "an entry that takes a while to compare " + std::to_string(i) + '\n';
+    for (int i = 0; i < 100; ++i)
+        text += "word" + std::to_string(i) + ' ';
+    std::string const longest(2000, 'x');  // refused at once
+    Outcome const outcome =
+        run("match --strict --jobs 4 --percent 99 --format json --texts - --entries " +
+                fileOf("entries", entries),
+            text + "\n\xFF\n" + longest + '\n' + longest + '\n');
+    expectFailure(":2: not valid UTF-8", outcome);
+    EXPECT_EQ(linesOf(outcome.output).size(), 1U) << outcome.output;
+}
+
+TEST(Program, StaysSmallOverAnEndlessLine) {
+    std::string const output = fileOf("out", {});
+    std::string const command = "head -c 300000000 /dev/zero | tr '\\0' x | " NEAR_TEXT_PROGRAM
+                                " match --format json --texts - --entries " NEAR_TEXT_SAMPLES
+                                "/catalogue.txt >" +
+                                output + " 2>/dev/null";
+    EXPECT_EQ(WEXITSTATUS(std::system(command.c_str())), 2);
+    EXPECT_NE(contentOf(output).find("no longer 1000 characters"), std::string::npos);
+    rusage usage = {};
+    getrusage(RUSAGE_CHILDREN, &usage);
+    EXPECT_LT(usage.ru_maxrss, 200000);  // in KiB
+}
+
+TEST(Program, IsSilentWhenNobodyReadsOn) {
+    std::string const samples = NEAR_TEXT_SAMPLES "/";
+    std::string const status = fileOf("status", {}), errors = fileOf("err", {});
+    std::string const program = "(" NEAR_TEXT_PROGRAM " match --texts - --entries " + samples +
+                                "catalogue.txt 2>" + errors + "; echo $? >" + status + ")";
+    std::string const endless = "while cat " + samples + "supplier.txt; do :; done 2>/dev/null | ";
+    ASSERT_EQ(std::system((endless + program + " | head -n 1 >/dev/null").c_str()), 0);
+    EXPECT_EQ(contentOf(errors), "");
+    EXPECT_EQ(contentOf(status), std::to_string(128 + SIGPIPE) + '\n');
+}
+
+// A spreadsheet's table, by itself: what is kept comes out as it was written there.
+TEST(Program, CarriesASpreadsheetsTableThrough) {
+    using namespace near_text;
+    Encoder encoder("windows-1251");
+    std::vector<std::vector<std::string>> const rows = {
+        {"7", "Молоток; \"тяжёлый\"", "две\nстроки"}, {"№ 8", "Пила", ""}};
+    std::string table = encoder.encoded("код;наименование;примечание\r\n");
+    for (auto const& row : rows)
+        table += encoder.encoded(csvRow(row, ';'));
+    std::string const file = fileOf("table", table);
+    Outcome const outcome =
+        run("match --header --delimiter ';' --encoding windows-1251 --output-encoding windows-1251 "
+            "--format csv --prepare --best --text-column наименование --keep код,3 --texts " +
+            file + " --entry-column 2 --keep-entry примечание --entries " + file);
+    EXPECT_EQ(outcome.status, 0) << outcome.errors;
+    TableReader reader({fileOf("result", outcome.output), "windows-1251"},
+                       {.delimiter = ';', .hasHeader = true});
+    std::vector<std::string> const columns = {"код", "text", "примечание"};
+    for (Row row; auto const& expected : rows) {
+        ASSERT_TRUE(reader.next(row));
+        for (std::size_t i = 0; i < columns.size(); ++i)
+            EXPECT_EQ(row.fields[reader.column(columns[i])], expected[i]);
+        EXPECT_EQ(row.fields[reader.column("entry")], expected[1]);
+        EXPECT_EQ(row.fields[reader.column("entry_примечание")], expected[2]);
     }
 }
 

@@ -34,7 +34,7 @@ documents=usr/share/doc/$name
 grep -q "^library *$root/usr/lib/libNearTextComparerLin64.so$" described
 grep -q "^version *$version$" described
 "$root/usr/bin/near_text" search "steel claw hammer 16 oz" --entries "$root/$documents/samples/catalogue.txt" \
-    --short 100 --show >found
+    --percent 100 >found
 grep -q "hammer claw 16 oz steel" found
 test -s "$root/$documents/README.md"
 if command -v help2man >/dev/null; then

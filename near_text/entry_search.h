@@ -1,0 +1,57 @@
+// Searches for texts in one list of entries. Everything that the program tells of a list comes
+// through here: which entries match is the add-in's own answer, always.
+#pragma once
+
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "near_text/entry_list.h"
+#include "stand_in_host/component.h"
+
+namespace near_text {
+
+// How alike an entry must be: one no longer than the threshold, and a longer one.
+struct Percentages {
+    int forShort;
+    int forLong;
+};
+
+// The add-in would not search; what() is its report.
+class Refused : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+// By the add-in's index in the whole list, ascending.
+using Indices = std::vector<unsigned long>;
+
+// One object for a thread. Component, list and exclusions are the caller's and outlive it; threads
+// may share list and exclusions.
+class EntrySearch {
+public:
+    EntrySearch(stand_in_host::Component& lentComponent, EntryList const& searchedList,
+                std::u16string_view exclusionWords, int lengthThreshold)
+        : component(lentComponent),
+          list(searchedList),
+          exclusions(exclusionWords),
+          threshold(lengthThreshold) {}
+
+    // The entries that match `text`. Throws Refused.
+    Indices find(std::u16string_view text, Percentages percentages);
+
+    // The same where only `among`, ascending, may match; the add-in gets no other entry to see.
+    Indices findAmong(std::u16string_view text, Percentages percentages, Indices const& among);
+
+private:
+    Indices ask(std::u16string_view text, Percentages percentages, std::u16string_view dictionary);
+
+    stand_in_host::Component& component;
+    EntryList const& list;
+    std::u16string_view exclusions;
+    int threshold;
+    std::u16string shorterList;  // of the last call, kept for its memory
+};
+
+}  // namespace near_text

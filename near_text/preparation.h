@@ -1,0 +1,40 @@
+// What is done to texts on request before the add-in is asked, so that differences that a person
+// does not count do not count there either.
+//
+// The order is fixed, whatever is chosen of it:
+//
+//   compose   canonical composition (NFC): a letter and its accent become one unit where Unicode
+//             has one, so that they count as one
+//   fold      Unicode's simple case folding, a code point for a code point
+//   blank     each unit of a punctuation character becomes a blank; so words part at it
+//
+// Composing is first because folding knows composed letters, and what is canonically the same is
+// the same afterwards only so. Where folding leaves something to compose, it is composed again. To
+// prepare a text twice gives what preparing it once gives.
+//
+// Punctuation is what Unicode puts into the categories P: quotes, dashes, brackets, stops, and also
+// # % & * @ / \ and _. Symbols tell things apart and stay: + < = > | ~ ^ ` $ and other currencies,
+// signs of units and numbers (C++, 5 $, the numero sign).
+//
+// Half a surrogate pair and a NUL pass as they are. Composing and folding may change the number of
+// units; the other steps do not.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace near_text {
+
+struct Preparation {
+    bool composes = false;
+    bool foldsCase = false;
+    bool blanksPunctuation = false;
+
+    bool isNone() const { return !composes && !foldsCase && !blanksPunctuation; }
+
+    // From any number of threads at once. Throws std::runtime_error where there is something to
+    // compose in a text of more than 700 million units.
+    std::u16string prepared(std::u16string_view units) const;
+};
+
+}  // namespace near_text

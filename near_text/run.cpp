@@ -1,0 +1,54 @@
+#include "near_text/run.h"
+
+#include <algorithm>
+#include <thread>
+
+#include "stand_in_host/text_codec.h"
+
+namespace near_text {
+
+JobOptions::JobOptions() : jobs(std::max(1U, std::thread::hardware_concurrency())) {}
+
+void JobOptions::addTo(CLI::App& command) {
+    command.add_option("-j,--jobs", jobs, "Threads to search with. Default: one a processor")
+        ->type_name("N")
+        ->check(CLI::Range(1U, 256U));
+    command.add_flag("--strict", isStrict,
+                     "Stop at the first line that is too long or no text, instead of going on");
+}
+
+Matchers::Matchers(Program const& program, std::size_t count, EntryList const& list,
+                   SearchTerms const& terms, Wanted wanted) {
+    for (std::size_t i = 0; i < count; ++i) {
+        components.push_back(program.makeComponent());
+        matchers.push_back(std::make_unique<Matcher>(*components.back(), list, terms, wanted));
+    }
+    // What is wrong with the terms is wrong for every text, so it is told before the first.
+    matchers[0]->search.findAmong(u"-", terms.percentages, {});
+}
+
+Status run(Matchers& matchers, Preparation const& preparation,
+           std::function<bool(TextRow& row)> const& next, RowWork const& work,
+           FailureText const& failureText, MatchWriter& writer, Interrupt const& interrupt) {
+    auto const workOn = [&](std::size_t worker, TextRow const& row) {
+        LineResult result;
+        try {
+            result = work(matchers[worker], row, preparation.prepared(lineUnits(row)));
+        } catch (stand_in_host::NotText const& error) {
+            result = {failureText(row, error.what()), error.what()};
+        } catch (Refused const& error) {
+            result = {failureText(row, error.what()), error.what()};
+        }
+        result.line = row.number;
+        return result;
+    };
+    OrderedWork ordered(matchers.size(), workOn,
+                        [&](LineResult const& done) { return writer.write(done); });
+    for (TextRow row; interrupt.signal() == 0 && next(row);) {
+        if (!ordered.add(std::move(row))) break;
+    }
+    interrupt.signal() == 0 ? ordered.finish() : ordered.stop();
+    return writer.close();
+}
+
+}  // namespace near_text

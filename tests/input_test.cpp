@@ -1,0 +1,42 @@
+#include "near_text/input.h"
+
+#include "near_text/output.h"
+#include "tests/test_support.h"
+
+namespace {
+
+using namespace std::string_literals;
+
+TEST(Input, CutsALongLineBetweenCharacters) {
+    std::pair<std::string, std::string> const cases[] = {
+        {"abcd", "abcd"},     {"abcd\r", "abcd"},
+        {"abcde", "abcd"},    {"abcd\r\r", "abcd"},
+        {"abc\u044F", "abc"}, {"\U0001F600x", "\U0001F600"},
+        {"a\U0001F600", "a"}, {"\x80\x80\x80\x80\x80", "\x80"}};
+    for (auto const& [text, kept] : cases) {
+        near_text::LineReader reader({fileOf("lines", text + "\nz"), "utf-8"}, 4);
+        near_text::Line line;
+        ASSERT_TRUE(reader.next(line));
+        EXPECT_EQ(line.text, kept) << text;
+        ASSERT_TRUE(reader.next(line));
+        EXPECT_EQ(line.text, "z");
+    }
+}
+
+TEST(Input, KeepsToTextThatCanBeShown) {
+    EXPECT_EQ(near_text::onOneLine("a\x7F\x1F\t\u044F\n~"), "a   \u044F ~");
+    EXPECT_EQ(stand_in_host::toUtf8(u"\xDE00x\xD83Dy\xD83D"), "\uFFFDx\uFFFDy\uFFFD");
+    EXPECT_EQ(stand_in_host::toUtf8(u"\xD83D\xD83D\xDE00"), "\uFFFD\U0001F600");
+}
+
+TEST(Input, DropsReportsOfEarlierCalls) {
+    Component component(addIn());
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_FALSE(component.compare(u"a", u"b", 101));
+        EXPECT_EQ(component.connection.reports.size(), 1U);
+        EXPECT_FALSE(component.search({u"a", u"b", u',', 0, 101, 101, u""}));
+        EXPECT_EQ(component.connection.reports.size(), 1U);
+    }
+}
+
+}  // namespace

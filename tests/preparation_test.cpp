@@ -1,0 +1,56 @@
+#include "near_text/preparation.h"
+
+#include <random>
+
+#include "stand_in_host/code_points.h"
+#include "tests/test_support.h"
+
+namespace {
+
+using near_text::Preparation;
+
+constexpr Preparation kAll{.composes = true, .foldsCase = true, .blanksPunctuation = true};
+
+TEST(Preparation, DoesWhatItIsAskedFor) {
+    struct Case {
+        Preparation how;
+        Text text, prepared;
+    } const cases[] = {
+        {{}, u"E\u0301-\u0416", u"E\u0301-\u0416"},
+        {{.composes = true}, u"E\u0301\u2126\u0418\u0306", u"\u00C9\u03A9\u0419"},
+        {{.foldsCase = true},
+         u"A\u0416\u00DF\u1E9E\u03C2\u0130\U00010400",
+         u"a\u0436\u00DF\u00DF\u03C3\u0130\U00010428"},
+        // Symbols stay: they tell things apart.
+        {{.blanksPunctuation = true},
+         u"a.b,\u00ABc\u2014d\u00BB_#C+$\u2116<\u20AC>",
+         u"a b  c d   C+$\u2116<\u20AC>"},
+        {{.blanksPunctuation = true}, u"a\U00010100b", u"a  b"},
+        // The dotted capital I is the same in one unit and in two.
+        {kAll, u"I\u0307,\u0130", u"\u0130 \u0130"},
+        // Folding leaves an s, which the accent joins.
+        {kAll, u"\u017F\u0301", u"\u015B"},
+        {kAll, u"\xD83DX\xDE00", u"\xD83Dx\xDE00"},
+        {kAll, whole(u"A\0B\u0301"), whole(u"a\0b\u0301")},
+    };
+    for (auto const& [how, text, prepared] : cases)
+        EXPECT_EQ(how.prepared(text), prepared) << stand_in_host::toUtf8(text);
+}
+
+TEST(Preparation, TwiceIsAsOnce) {
+    std::mt19937 random(10);
+    constexpr stand_in_host::CodePoint kMarks = 0x300, kEnd = 0x20000;
+    std::uniform_int_distribution<stand_in_host::CodePoint> any(0, kEnd - 1);
+    std::uniform_int_distribution<stand_in_host::CodePoint> anyMark(kMarks, kMarks + 0x6F);
+    for (stand_in_host::CodePoint point = 0; point < kEnd; ++point) {
+        std::u16string text;
+        for (auto const part : {point, anyMark(random), any(random)})
+            stand_in_host::append(text, part);
+        for (Preparation const& how : {kAll, Preparation{.composes = true}}) {
+            std::u16string const once = how.prepared(text);
+            ASSERT_EQ(how.prepared(once), once) << point;
+        }
+    }
+}
+
+}  // namespace
