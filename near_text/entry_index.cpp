@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <bit>
 #include <limits>
+#include <tuple>
 
 #include "near_text/distinct_words.h"
 #include "stand_in_host/whitespace.h"
@@ -95,7 +96,9 @@ void EntryIndex::countEntries(EntryList const& list) {
         places.push_back({counted.total, static_cast<std::uint32_t>(length), index});
         fine.push_back(counted.counters);
     }
-    std::sort(places.begin(), places.end());
+    std::sort(places.begin(), places.end(), [](Place const& a, Place const& b) {
+        return std::tie(a.units, a.length, a.index) < std::tie(b.units, b.length, b.index);
+    });
     reorder(fine, places);
 }
 
@@ -146,9 +149,9 @@ EntryIndex::Query EntryIndex::queryFor(std::u16string_view text) const {
 std::vector<Indices> EntryIndex::candidates(std::span<std::u16string_view const> texts,
                                             SearchLimits const& limits) const {
     std::vector<Query> queries;
-    for (std::u16string_view const text : texts) {
+    queries.reserve(texts.size());
+    for (std::u16string_view const text : texts)
         queries.push_back(queryFor(text));
-    }
     // So much stays in the processor's cache until all texts are done with it.
     constexpr std::size_t kBlocksInCache = 32;
     for (std::size_t begin = 0; begin < blocks.size(); begin += kBlocksInCache) {
@@ -160,6 +163,7 @@ std::vector<Indices> EntryIndex::candidates(std::span<std::u16string_view const>
         }
     }
     std::vector<Indices> all;
+    all.reserve(texts.size());
     for (Query& query : queries)
         all.push_back(listed(query.found));
     return all;

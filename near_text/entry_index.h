@@ -35,7 +35,7 @@ namespace near_text {
 
 class EntryIndex {
 public:
-    // Keeps 93 bytes an entry, and nothing of the list. The excluded words are the caller's and
+    // Keeps 92 bytes an entry, and nothing of the list. The excluded words are the caller's and
     // outlive the index.
     EntryIndex(EntryList const& list, stand_in_host::ExcludedWords const& excludedWords);
 
@@ -55,8 +55,6 @@ private:
         std::uint32_t units;
         std::uint32_t length;  // as the add-in counts
         std::uint32_t index;   // in the list
-
-        auto operator<=>(Place const&) const = default;
     };
     // Neighbours that are left out together, or get one limit for the first round.
     static constexpr std::size_t kBlock = 64;
