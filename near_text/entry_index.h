@@ -26,7 +26,7 @@
 #include <vector>
 
 #include "near_text/byte_lanes.h"
-#include "near_text/entry_search.h"
+#include "near_text/entry_list.h"
 #include "near_text/search_limits.h"
 #include "near_text/unit_counters.h"
 #include "stand_in_host/explanation.h"
