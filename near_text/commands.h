@@ -10,18 +10,17 @@
 #include <string>
 
 #include "near_text/output.h"
+#include "near_text/status.h"
 #include "stand_in_host/component.h"
 
 namespace near_text {
-
-enum Status { kFound = 0, kNotFound = 1, kError = 2 };
 
 struct Program {
     CLI::App app;
     std::filesystem::path library;
     std::string locale;
     Output output;
-    std::function<int()> command;  // of the chosen command; its result is the exit status
+    std::function<Status()> command;  // of the chosen command; its result is the exit status
 
     // Loaded at the first call and for good: the add-in keeps a text for as long as its process
     // lives.
@@ -38,6 +37,12 @@ void addDescribe(Program& program);
 void addCompare(Program& program);
 void addSearch(Program& program);
 void addMatch(Program& program);
+void addDuplicates(Program& program);
+void addSweep(Program& program);
+void addHelp(Program& program);
+
+// What to say to a command that there is none of, with the one that was perhaps meant.
+std::string unknownCommand(CLI::App const& app, std::string const& name);
 
 // A text of the command line as units. Throws std::runtime_error that calls it `name`.
 std::u16string argumentUnits(std::string const& name, std::string const& text);

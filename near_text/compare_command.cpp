@@ -1,5 +1,6 @@
 #include "near_text/commands.h"
 #include "near_text/explanation_text.h"
+#include "near_text/search_options.h"
 #include "stand_in_host/text_codec.h"
 
 namespace near_text {
@@ -10,13 +11,15 @@ struct CompareOptions {
     std::string first;
     std::string second;
     int percent = 0;
+    PreparationOptions preparing;
     bool isExplained = false;
 };
 
-int compare(Program& program, CompareOptions const& options) {
+Status compare(Program& program, CompareOptions const& options) {
     auto const component = program.makeComponent();
-    std::u16string const first = argumentUnits("FIRST", options.first);
-    std::u16string const second = argumentUnits("SECOND", options.second);
+    Preparation const& preparation = options.preparing.preparation;
+    std::u16string const first = preparation.prepared(argumentUnits("FIRST", options.first));
+    std::u16string const second = preparation.prepared(argumentUnits("SECOND", options.second));
     auto const isAlike = component->compare(first, second, options.percent);
     if (!isAlike) throw std::runtime_error(component->lastReport());
     program.output.write(*isAlike ? "alike\n" : "different\n");
@@ -26,7 +29,7 @@ int compare(Program& program, CompareOptions const& options) {
         requireAgreement(sides, *isAlike);
         program.output.write(explanationText(sides, "first", "second"));
     }
-    return *isAlike ? kFound : kNotFound;
+    return foundIf(*isAlike);
 }
 
 }  // namespace
@@ -43,14 +46,18 @@ void addCompare(Program& program) {
         ->required();
     command.add_option("SECOND", options->second, "Another")->type_name("")->required();
     command
-        .add_option("--percent", options->percent,
+        .add_option("-p,--percent", options->percent,
                     "How alike they must be, 0 to 100: 100 forgives nothing beyond the shared "
                     "words, 0 everything")
         ->type_name("PERCENT")
+        ->check(percentCheck())
         ->required();
     command.add_flag("--explain", options->isExplained,
-                     "Show the words that cancelled, what was left, the limit and the distance");
+                     "Show the words that cancelled, what was left, the limit, the distance, and "
+                     "the highest percentage at which they are alike");
+    options->preparing.addTo(command);
     command.callback([&program, options] {
+        options->preparing.settle();
         program.command = [&program, options] { return compare(program, *options); };
     });
 }

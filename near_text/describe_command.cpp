@@ -87,7 +87,7 @@ std::vector<Cells> propertyRows(stand_in_host::Component& component) {
     return rows;
 }
 
-int describe(Program& program) {
+Status describe(Program& program) {
     auto const component = program.makeComponent();
     unsigned short* extension = nullptr;
     (*component)->RegisterExtensionAs(&extension);
@@ -97,7 +97,7 @@ int describe(Program& program) {
                                     {"interface", std::to_string((*component)->GetInfo())}}));
     program.output.write('\n' + tableText(methodRows(*component)));
     program.output.write('\n' + tableText(propertyRows(*component)));
-    return kFound;
+    return Status::Found;
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include <stdexcept>
 
 #include "near_text/input.h"
+#include "near_text/output.h"
 #include "stand_in_host/text_codec.h"
 #include "stand_in_host/whitespace.h"
 
@@ -11,16 +12,42 @@ namespace near_text {
 
 namespace {
 
-constexpr char16_t kJoint = 0;
+// Cut where the add-in will cut it; an entry that is prepared may come to hold the separator, so
+// NULs join those.
+EntryList cut(std::u16string_view whole, char16_t separator, Preparation const& preparation,
+              std::string const& source) {
+    bool const isWhitespace = stand_in_host::isWhitespace(separator);
+    if (isWhitespace) {
+        complain("note: whitespace does not separate entries");
+    } else if (whole.find(separator) == std::u16string_view::npos) {
+        complain("note: the separator does not occur in " + source + ", which is one entry");
+    }
+    EntryListBuilder builder(preparation, preparation.isNone() ? separator : u'\0');
+    char16_t joint = 0;
+    std::size_t place = 0;
+    for (std::size_t begin = 0; begin <= whole.size();) {
+        std::u16string_view const rest = whole.substr(begin);
+        auto const end = std::find_if(rest.begin(), rest.end(), [&](char16_t unit) {
+            return unit == 0 || (unit == separator && !isWhitespace);
+        });
+        auto const length = static_cast<std::size_t>(end - rest.begin());
+        std::u16string_view const entry = rest.substr(0, length);
+        builder.add(++place, entry, stand_in_host::toUtf8(entry), {},
+                    preparation.isNone() ? joint : u'\0');
+        begin += length + 1;
+        if (end != rest.end()) joint = *end;
+    }
+    return builder.take(source);
+}
 
 }  // namespace
 
-std::u16string readLines(std::string const& file) {
+std::u16string readLines(TextFile const& file) {
     LineReader reader(file);
     std::u16string text;
     for (Line line; reader.next(line);) {
         try {
-            text += lineUnits(line.text);
+            text += lineUnits(line);
         } catch (stand_in_host::NotText const& error) {
             throw std::runtime_error(reader.place() + error.what());
         }
@@ -29,45 +56,36 @@ std::u16string readLines(std::string const& file) {
     return text;
 }
 
-EntryList entriesFromLines(std::string const& file) {
-    std::u16string lines = readLines(file);
-    if (!lines.empty()) lines.pop_back();
-    std::replace(lines.begin(), lines.end(), u'\n', kJoint);
-    return entriesFromList(std::move(lines), kJoint);
-}
-
-EntryList entriesFromFile(std::string const& file, char16_t separator) {
+EntryList entriesFromFile(TextFile const& file, char16_t separator,
+                          Preparation const& preparation) {
     std::string const text = readWhole(file);
     try {
-        return entriesFromList(stand_in_host::toUnits(text), separator);
+        return cut(stand_in_host::toUnits(text), separator, preparation, shownName(file.name));
     } catch (stand_in_host::NotUtf8 const& error) {
         auto const wrong = text.begin() + static_cast<std::ptrdiff_t>(error.byte) - 1;
         auto const line = std::count(text.begin(), wrong, '\n') + 1;
         auto const start = std::find(std::reverse_iterator(wrong), text.rend(), '\n').base();
         throw std::runtime_error(
-            shownName(file) + ':' + std::to_string(line) + ": " +
+            shownName(file.name) + ':' + std::to_string(line) + ": " +
             stand_in_host::NotUtf8(static_cast<std::size_t>(wrong - start) + 1).what());
     }
 }
 
-EntryList entriesFromList(std::u16string dictionary, char16_t separator) {
-    EntryList list{std::move(dictionary), separator, {}, 0};
-    std::u16string_view const whole = list.dictionary;
-    auto const isEnd = [&](char16_t unit) {
-        return unit == 0 || (unit == separator && !stand_in_host::isWhitespace(unit));
-    };
-    for (std::size_t begin = 0; begin <= whole.size();) {
-        auto const end =
-            std::find_if(whole.begin() + static_cast<std::ptrdiff_t>(begin), whole.end(), isEnd);
-        std::size_t const length = static_cast<std::size_t>(end - whole.begin()) - begin;
-        std::u16string_view const entry = whole.substr(begin, length);
-        ++list.places;
-        if (stand_in_host::holdsWord(entry)) {
-            list.entries.push_back({list.places, stand_in_host::toUtf8(entry), begin, length});
-        }
-        begin += length + 1;
+void EntryListBuilder::add(std::size_t place, std::u16string_view units, std::string text,
+                           std::vector<std::string> kept, char16_t joint) {
+    if (list.places > 0) list.dictionary += joint;
+    list.places = place;
+    std::u16string const prepared = preparation.prepared(units);
+    if (stand_in_host::holdsWord(prepared)) {
+        list.entries.push_back(
+            {place, std::move(text), std::move(kept), list.dictionary.size(), prepared.size()});
     }
-    return list;
+    list.dictionary += prepared;
+}
+
+EntryList EntryListBuilder::take(std::string const& source) {
+    if (list.entries.empty()) throw std::runtime_error(source + " holds no entry");
+    return std::move(list);
 }
 
 }  // namespace near_text

@@ -8,12 +8,16 @@
 #include <string_view>
 #include <vector>
 
+#include "near_text/preparation.h"
+#include "near_text/text_row.h"
+
 namespace near_text {
 
 struct Entry {
-    std::size_t place;  // from 1, blank entries counted: the line number in a file of lines
-    std::string text;   // as people read it
-    std::size_t begin;  // of what the add-in compares, in the dictionary
+    std::size_t place;              // from 1, blank entries counted: the line number in a file
+    std::string text;               // as it came, in UTF-8
+    std::vector<std::string> kept;  // cells of the columns that are kept
+    std::size_t begin;              // of what the add-in compares, in the dictionary
     std::size_t length;
 };
 
@@ -24,7 +28,7 @@ struct EntryList {
     std::u16string dictionary;  // as the add-in gets it
     char16_t separator;
     std::vector<Entry> entries;  // by the add-in's index
-    std::size_t places;          // blank entries counted
+    std::size_t places = 0;      // the last one, blank entries counted
 
     std::u16string_view units(std::size_t index) const {
         return std::u16string_view(dictionary).substr(entries[index].begin, entries[index].length);
@@ -33,17 +37,38 @@ struct EntryList {
     bool isBehindSeparator(std::size_t index) const { return entries[index].begin > 0; }
 };
 
-// One entry a line, joined by NULs, which no line holds. Throws std::runtime_error, with file and
-// line where a line is no text.
-EntryList entriesFromLines(std::string const& file);
+// Makes a list of entries that come one at a time. A list that is taken as it stands is joined by
+// what joined it; else NULs do, which no line holds.
+class EntryListBuilder {
+public:
+    EntryListBuilder(Preparation const& howToPrepare, char16_t separator)
+        : preparation(howToPrepare) {
+        list.separator = separator;
+    }
 
-// A list as it stands in a file, read as a whole. Throws as entriesFromLines.
-EntryList entriesFromFile(std::string const& file, char16_t separator);
+    // A separator ahead of the first entry makes that as long as it would be elsewhere.
+    void beginWithSeparator() { list.dictionary = u'\0'; }
 
-// A list as it stands. A NUL separates whatever the separator is, whitespace never does.
-EntryList entriesFromList(std::u16string dictionary, char16_t separator);
+    // `text` is what people read and `units` the same before it is prepared. `joint` goes ahead of
+    // it where it is not the first; its places ascend.
+    void add(std::size_t place, std::u16string_view units, std::string text,
+             std::vector<std::string> kept = {}, char16_t joint = u'\0');
 
-// The lines of a file, each ended by a line feed. Throws as entriesFromLines.
-std::u16string readLines(std::string const& file);
+    // Throws std::runtime_error, which names `source`, when no entry holds a word.
+    EntryList take(std::string const& source);
+
+private:
+    Preparation preparation;
+    EntryList list;
+};
+
+// A list as it stands in a file, read as a whole and cut at the separator. A NUL separates whatever
+// the separator is, whitespace never does. Throws std::runtime_error, with file and line where
+// there is no text.
+EntryList entriesFromFile(TextFile const& file, char16_t separator,
+                          Preparation const& preparation);
+
+// The lines of a file, each ended by a line feed. Throws std::runtime_error.
+std::u16string readLines(TextFile const& file);
 
 }  // namespace near_text

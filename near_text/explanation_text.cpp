@@ -39,7 +39,8 @@ std::string explanationText(stand_in_host::SideBySide const& sides, std::string 
            row("left of " + secondName, quoted(sides.secondLeft)) +
            row("limit", std::to_string(sides.limit) + " (" + rule + ")") +
            row("distance",
-               std::to_string(sides.distance) + (sides.isAlike ? " (alike)" : " (different)"));
+               std::to_string(sides.distance) + (sides.isAlike ? " (alike)" : " (different)")) +
+           row("alike up to", std::to_string(stand_in_host::nearness(sides)) + " percent");
 }
 
 void requireAgreement(stand_in_host::SideBySide const& sides, bool isAlike) {

@@ -7,6 +7,7 @@
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
+#include <sstream>
 #include <stdexcept>
 
 #include "stand_in_host/text_codec.h"
@@ -16,10 +17,13 @@ namespace near_text {
 namespace {
 
 constexpr std::size_t kBlock = 1 << 16;
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 [[noreturn]] void fail(std::string const& name) {
     throw std::runtime_error(name + ": " + std::strerror(errno));
+}
+
+void requireNoNul(std::string_view line) {
+    if (line.find('\0') != std::string_view::npos) throw stand_in_host::NotText("holds a NUL");
 }
 
 bool continuesCharacter(char byte) {
@@ -30,6 +34,10 @@ bool continuesCharacter(char byte) {
 
 std::string shownName(std::string const& file) {
     return file == kStandardInput ? "standard input" : file;
+}
+
+std::string placeOf(std::string const& name, std::size_t line) {
+    return name + ':' + std::to_string(line) + ": ";
 }
 
 Input::Input(std::string const& file, int wake)
@@ -61,33 +69,54 @@ std::size_t Input::read(char* buffer, std::size_t size) {
     }
 }
 
-std::string readWhole(std::string const& file) {
-    Input input(file);
-    std::string text;
-    std::size_t count = 0;
-    do {
-        std::size_t const start = text.size();
-        text.resize(start + kBlock);
-        count = input.read(&text[start], kBlock);
-        text.resize(start + count);
-    } while (count > 0);
-    if (text.starts_with(kByteOrderMark)) text.erase(0, kByteOrderMark.size());
-    return text;
+TextInput::TextInput(TextFile const& file, int wake)
+    : input(file.name, wake), decoder(file.encoding) {}
+
+bool TextInput::read(std::string& utf8) {
+    std::size_t const start = utf8.size();
+    while (!isEnded && utf8.size() == start) {
+        block.resize(kBlock);
+        block.resize(input.read(block.data(), kBlock));
+        isEnded = block.empty();
+        try {
+            if (!isEnded) {
+                decoder.decode(block, utf8);
+            } else if (!isWoken()) {
+                decoder.finish(utf8);
+            }
+        } catch (std::runtime_error const& error) {
+            throw std::runtime_error(name() + ": " + error.what());
+        }
+    }
+    return utf8.size() > start;
 }
 
-LineReader::LineReader(std::string const& file, std::size_t longestLine, int wakeDescriptor)
+std::string readWhole(TextFile const& file) {
+    TextInput input(file);
+    std::string text;
+    while (input.read(text)) {
+    }
+    if (input.faultOf(text).empty()) return text;
+    std::istringstream lines(text);
+    std::string line;
+    std::size_t number = 0;
+    while (input.faultOf(line).empty() && std::getline(lines, line))
+        ++number;
+    throw std::runtime_error(placeOf(input.name(), number) + input.faultOf(line));
+}
+
+LineReader::LineReader(TextFile const& file, std::size_t longestLine, int wakeDescriptor)
     : input(file, wakeDescriptor), longest(longestLine) {}
 
 bool LineReader::refill() {
-    buffer.resize(kBlock);
-    buffer.resize(input.read(buffer.data(), kBlock));
+    buffer.clear();
     position = 0;
-    return !buffer.empty();
+    return input.read(buffer);
 }
 
 void LineReader::append(std::string& text, std::string_view bytes) const {
-    // Room for a byte order mark and a carriage return, which go again, and for one byte too many.
-    constexpr std::size_t kSpare = 5;
+    // Room for a carriage return, which goes again, and for one byte too many.
+    constexpr std::size_t kSpare = 2;
     bool const isBounded = longest != std::string::npos;
     text += bytes.substr(0, isBounded ? longest + kSpare - text.size() : longest);
 }
@@ -103,8 +132,8 @@ bool LineReader::next(Line& line) {
     }
     if (!isEnded && (line.text.empty() || input.isWoken())) return false;
     line.number = ++number;
-    if (number == 1 && line.text.starts_with(kByteOrderMark)) line.text.erase(0, 3);
-    if (line.text.ends_with('\r')) line.text.pop_back();
+    line.hadReturn = line.text.ends_with('\r');
+    if (line.hadReturn) line.text.pop_back();
     if (line.text.size() > longest) {
         // A character is four bytes at the most; what goes on longer is none, and stays to be
         // found.
@@ -114,20 +143,32 @@ bool LineReader::next(Line& line) {
             --end;
         line.text.resize(end);
     }
+    line.fault = input.faultOf(line.text);
     return true;
 }
 
 std::string LineReader::place() const {
-    return input.name() + ':' + std::to_string(number) + ": ";
+    return placeOf(input.name(), number);
+}
+
+void requireText(Line const& line) {
+    if (!line.fault.empty()) throw stand_in_host::NotText(line.fault);
+    requireNoNul(line.text);
+    stand_in_host::requireUtf8(line.text);
 }
 
 std::u16string lineUnits(std::string_view line) {
-    if (line.find('\0') != std::string_view::npos) throw stand_in_host::NotText("holds a NUL");
+    requireNoNul(line);
     return stand_in_host::toUnits(line);
 }
 
-std::optional<std::size_t> countLines(std::string const& file) {
-    if (file == kStandardInput || !std::filesystem::is_regular_file(file)) return {};
+std::u16string lineUnits(Line const& line) {
+    if (!line.fault.empty()) throw stand_in_host::NotText(line.fault);
+    return lineUnits(line.text);
+}
+
+std::optional<std::size_t> countLines(TextFile const& file) {
+    if (file.name == kStandardInput || !std::filesystem::is_regular_file(file.name)) return {};
     LineReader reader(file, 0);
     Line line;
     while (reader.next(line)) {

@@ -6,6 +6,7 @@
 
 #include "near_text/commands.h"
 #include "near_text/help_format.h"
+#include "stand_in_host/explanation.h"
 #include "stand_in_host/text_codec.h"
 
 namespace near_text {
@@ -22,7 +23,7 @@ std::filesystem::path defaultLibrary() {
     return isBeside || !std::filesystem::exists(installed) ? folder / kLibraryFile : installed;
 }
 
-int run(int argc, char** argv) {
+Status run(int argc, char** argv) {
     Program program;
     CLI::App& app = program.app;
     app.name("near_text");
@@ -35,7 +36,7 @@ int run(int argc, char** argv) {
                "Exit status: 0 alike or found, 1 different or nothing found, 2 an error.\n\n"
                "Example:\n  near_text compare \"red ball\" \"ball red\" --percent 100"));
     app.formatter(std::make_shared<HelpFormat>());
-    app.set_version_flag("--version", "near_text " NEAR_TEXT_VERSION);
+    app.set_version_flag("-V,--version", "near_text " NEAR_TEXT_VERSION);
     app.require_subcommand(1);
     program.library = defaultLibrary();
     program.addCommonOptions(app);
@@ -43,17 +44,24 @@ int run(int argc, char** argv) {
     addCompare(program);
     addSearch(program);
     addMatch(program);
+    addDuplicates(program);
+    addSweep(program);
+    addHelp(program);
     try {
         app.parse(argc, argv);
     } catch (CLI::ParseError const& error) {
+        for (std::string const& word : app.remaining()) {
+            bool const isCommand = app.get_subcommands().empty() && !word.starts_with('-');
+            if (isCommand) throw std::runtime_error(unknownCommand(app, word));
+        }
         // Help and version come this way too, with the status 0.
         std::ostringstream output;
         bool const isError = app.exit(error, output, std::cerr) != 0;
         program.output.write(output.str());
         program.output.flush();
-        return isError ? kError : kFound;
+        return isError ? Status::Error : Status::Found;
     }
-    int const status = program.command();
+    Status const status = program.command();
     program.output.flush();
     return status;
 }
@@ -88,6 +96,21 @@ void Program::addCommonOptions(CLI::App& target) {
         ->type_name("NAME");
 }
 
+std::string unknownCommand(CLI::App const& app, std::string const& name) {
+    constexpr unsigned long kNear = 3;
+    unsigned long least = kNear + 1;
+    std::string meant;
+    for (CLI::App const* command : app.get_subcommands({})) {
+        unsigned long const distance = stand_in_host::distanceBetween(
+            argumentUnits("COMMAND", name), argumentUnits("COMMAND", command->get_name()));
+        if (distance >= least) continue;
+        least = distance;
+        meant = command->get_name();
+    }
+    return "no command '" + name + "'; " +
+           (meant.empty() ? "near_text --help lists them" : "did you mean " + meant + '?');
+}
+
 std::u16string argumentUnits(std::string const& name, std::string const& text) {
     try {
         return stand_in_host::toUnits(text);
@@ -99,14 +122,18 @@ std::u16string argumentUnits(std::string const& name, std::string const& text) {
 }  // namespace near_text
 
 int main(int argc, char** argv) {
+    using near_text::Status;
+    Status status = Status::Error;
     std::signal(SIGPIPE, SIG_IGN);  // a write that fails is told instead
+    near_text::holdStandardStreams();
     try {
-        return near_text::run(argc, argv);
+        status = near_text::run(argc, argv);
+    } catch (near_text::NobodyReads const&) {
+        status = near_text::endedBy(SIGPIPE);
     } catch (std::bad_alloc const&) {
         near_text::complain("out of memory");
-        return near_text::kError;
     } catch (std::exception const& error) {
         near_text::complain(error.what());
-        return near_text::kError;
     }
+    return static_cast<int>(status);
 }

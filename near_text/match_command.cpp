@@ -1,132 +1,105 @@
-#include <map>
-#include <thread>
-
 #include "near_text/commands.h"
-#include "near_text/entry_search.h"
-#include "near_text/input.h"
-#include "near_text/interrupt.h"
-#include "near_text/match_delivery.h"
-#include "near_text/match_format.h"
-#include "near_text/ordered_work.h"
+#include "near_text/run.h"
 #include "near_text/search_options.h"
-#include "stand_in_host/text_codec.h"
+#include "near_text/source.h"
 
 namespace near_text {
 
 namespace {
 
-struct MatchCommand {
-    std::string textsFile;
-    std::string entriesFile;
+struct MatchOptions {
+    SourceOptions sources;
     SearchOptions search;
-    std::string format = "text";
+    WantedOptions wanted;
+    FormatOptions format;
+    JobOptions jobs;
     bool isUnnumbered = false;
-    unsigned jobs = std::max(1U, std::thread::hardware_concurrency());
-    bool isStrict = false;
+    bool isUnheaded = false;
+    bool isUnmatched = false;
 };
 
-// Far above what the add-in takes, so that it is the add-in that refuses a line too long.
-constexpr std::size_t kLongestLine = 1 << 16;
-
-// What all workers share and none changes.
-struct Matching {
-    SearchOptions const& options;
-    std::u16string const exclusions;
-    EntryList const list;
-    MatchFormat const how;
-
-    LineResult match(EntrySearch& search, Line const& line) const {
-        try {
-            auto const indices = search.find(lineUnits(line.text), options.percentages());
-            return {formatMatches(how, line, list, indices), {}, !indices.empty()};
-        } catch (stand_in_host::NotText const& error) {
-            return failed(line, error.what());
-        } catch (Refused const& error) {
-            return failed(line, error.what());
-        }
-    }
-
-    LineResult failed(Line const& line, std::string const& error) const {
-        return {formatFailure(how, line, error), error, false};
-    }
-};
-
-Matching prepare(MatchCommand const& options) {
-    std::map<std::string, Format> const formats = {
-        {"text", Format::Text}, {"tsv", Format::Tsv}, {"json", Format::Json}};
-    std::u16string exclusions = options.search.exclusions();
-    EntryList list = entriesFromLines(options.entriesFile);
-    return {options.search,
-            std::move(exclusions),
-            std::move(list),
-            {formats.at(options.format), !options.isUnnumbered}};
+Status match(Program& program, MatchOptions const& options) {
+    Preparation const& preparation = options.search.preparing.preparation;
+    SearchTerms const terms = options.search.terms();
+    auto const [list, entryColumns] =
+        readEntries(options.sources.entries, options.sources.reading, preparation);
+    Matchers matchers(program, options.jobs, list, terms, options.wanted.wanted);
+    Interrupt const interrupt;
+    RowReader reader(options.sources.texts, options.sources.reading, kLongestText,
+                     interrupt.descriptor());
+    Format const& format = options.format.format();
+    Shape const shape{!options.isUnnumbered, reader.keptNames(), entryColumns};
+    if (!options.isUnheaded) program.output.write(format.heading(shape));
+    MatchWriter writer(program.output, options.sources.texts.file, options.jobs.isStrict,
+                       interrupt);
+    auto const work = [&, &entries = list](Matcher& matcher, TextRow const& row,
+                                           std::u16string const& units) -> LineResult {
+        std::vector<Match> const matches = matcher.matches(units);
+        bool const isWritten = matches.empty() || !options.isUnmatched;
+        return {
+            isWritten ? format.matches(shape, row, entries, matches) : "", {}, !matches.empty()};
+    };
+    return run(
+        matchers, preparation, [&](TextRow& row) { return reader.next(row); }, work,
+        [&](TextRow const& row, std::string const& error) {
+            return format.failure(shape, row, error);
+        },
+        writer, interrupt);
 }
 
-int match(Program& program, MatchCommand const& options) {
-    Matching const matching = prepare(options);
-    std::vector<std::unique_ptr<stand_in_host::Component>> components;
-    std::vector<EntrySearch> searches;
-    for (unsigned i = 0; i < options.jobs; ++i) {
-        components.push_back(program.makeComponent());
-        searches.emplace_back(*components.back(), matching.list, matching.exclusions,
-                              options.search.threshold);
+void settle(MatchOptions& options) {
+    options.sources.settle();
+    options.search.settle();
+    Format const& format = options.format.format();
+    bool const isKeeping =
+        !options.sources.texts.keep.empty() || !options.sources.entries.keep.empty();
+    if (isKeeping && !format.carriesColumns) {
+        refuse("--keep", std::string("does nothing in the format ") + format.name);
     }
-
-    // What is wrong with the switches is wrong for every line, so it is told before the first.
-    searches[0].find(u"-", options.search.percentages());
-    Interrupt const interrupt;
-    LineReader reader(options.textsFile, kLongestLine, interrupt.descriptor());
-    MatchDelivery delivery(program.output, options.textsFile, options.isStrict, interrupt);
-    OrderedWork work(
-        options.jobs,
-        [&](std::size_t worker, Line const& line) {
-            return matching.match(searches[worker], line);
-        },
-        [&](LineResult const& result) { return delivery.deliver(result); });
-    for (Line line; interrupt.signal() == 0 && reader.next(line);) {
-        if (!work.add(std::move(line))) break;
+    if (options.isUnheaded && format.heading({}).empty()) {
+        refuse("--no-heading", std::string("does nothing in the format ") + format.name);
     }
-    interrupt.signal() == 0 ? work.finish() : work.stop();
-    return delivery.close();
+    if (!options.isUnmatched) return;
+    if (!options.wanted.wanted.isAll()) {
+        refuse("--unmatched", "prints no match, so --best and --top do nothing");
+    }
+    if (!options.sources.entries.keep.empty()) {
+        refuse("--unmatched", "prints no match, so --keep-entry does nothing");
+    }
 }
 
 }  // namespace
 
 void addMatch(Program& program) {
-    auto const options = std::make_shared<MatchCommand>();
+    auto const options = std::make_shared<MatchOptions>();
     CLI::App& command = program.addCommand(
         "match", "Search for each line of one file among the lines of another",
-        "Prints a line for each line of texts, in their order and each as soon as it is done, with "
-        "its matches as INDEX:LINE:ENTRY: the add-in's index, the entry's line number, the entry. "
-        "A line of texts that is too long, holds a NUL or is not valid UTF-8 is reported, and its "
-        "line of output holds the error.\n\n"
+        "Prints what each line of texts finds, in their order and each as soon as it is done: how "
+        "near the match is (the highest percentage at which the add-in still finds it), the "
+        "distance and its limit, the add-in's index, the entry's line number, the entry. A line of "
+        "texts that is too long, holds a NUL or cannot be decoded is reported, and the error "
+        "stands in its place.\n\n"
         "Exit status: 0 any text matched, 1 none did, 2 a line or the run failed, 128 and the "
         "signal's number when interrupted. What was finished by then is out, and no line is torn.",
-        "near_text match --texts supplier.txt --entries catalogue.txt --short 75 --format tsv");
-    command.add_option("--texts", options->textsFile, "Texts, one a line; - reads them in")
-        ->type_name("FILE")
-        ->required();
-    command.add_option("--entries", options->entriesFile, "Entries, one a line; - reads them in")
-        ->type_name("FILE")
-        ->required();
+        "near_text match --texts supplier.txt --entries catalogue.txt --prepare --percent 60 "
+        "--best");
+    options->sources.addTexts(command);
+    options->sources.addEntries(command);
+    command.get_option("--entries")->required();
+    options->sources.addReading(command);
     options->search.addTo(command);
-    command
-        .add_option(
-            "--format", options->format,
-            "text for eyes; tsv, in which \\\\, \\t and \\r stand for what would break columns; or "
-            "json, an object a line. Default: text")
-        ->type_name("FORMAT")
-        ->check(CLI::IsMember({"text", "tsv", "json"}));
+    options->wanted.addTo(command);
+    options->format.addTo(command);
+    command.add_flag("-u,--unmatched", options->isUnmatched, "Only texts that found nothing");
     command.add_flag(
         "--no-numbers", options->isUnnumbered,
         "Leave the line numbers of the texts out, so that parts of a file give the same "
         "lines as the whole");
-    command.add_option("--jobs", options->jobs, "Threads to search with. Default: one a processor")
-        ->type_name("N")
-        ->check(CLI::Range(1U, 256U));
-    command.add_flag("--strict", options->isStrict,
-                     "Stop at the first line that is too long or no text, instead of going on");
+    command.add_flag("--no-heading", options->isUnheaded,
+                     "Leave the heading out, so that parts can be joined");
+    options->jobs.addTo(command);
     command.callback([&program, options] {
+        settle(*options);
         program.command = [&program, options] { return match(program, *options); };
     });
 }

@@ -1,79 +1,268 @@
 #include "near_text/match_format.h"
 
-#include <nlohmann/json.hpp>
+#include <algorithm>
+#include <cstdio>
+#include <stdexcept>
 
 #include "near_text/output.h"
+#include "stand_in_host/text_codec.h"
 
 namespace near_text {
 
 namespace {
 
-using Json = nlohmann::ordered_json;
+using Cells = std::vector<std::string>;
 
-std::string escaped(std::string const& text) {
-    constexpr std::string_view kPlain = "\\\t\r";
-    constexpr std::string_view kLetters = "\\tr";
-    std::string result;
-    for (char const c : text) {
-        std::size_t const i = kPlain.find(c);
-        if (i != std::string_view::npos) result += '\\';
-        result += i == std::string_view::npos ? c : kLetters[i];
+std::string dumped(Json const& value) {
+    return value.dump(-1, ' ', false, Json::error_handler_t::replace);
+}
+
+std::string cellOf(Json const& value) {
+    if (value.is_null()) return {};
+    return value.is_string() ? value.get<std::string>() : dumped(value);
+}
+
+Cells cellsOf(Json const& object) {
+    Cells cells;
+    for (auto const& value : object)
+        cells.push_back(cellOf(value));
+    return cells;
+}
+
+Cells keysOf(Json const& object) {
+    Cells keys;
+    for (auto const& item : object.items())
+        keys.push_back(item.key());
+    return keys;
+}
+
+// For eyes.
+
+std::string textHeading(Shape const& /*shape*/) {
+    return {};
+}
+
+std::string number(Shape const& shape, TextRow const& row) {
+    return shape.isNumbered ? std::to_string(row.number) + "  " : std::string();
+}
+
+std::string textMatches(Shape const& shape, TextRow const& row, EntryList const& list,
+                        std::vector<Match> const& matches) {
+    std::string text = number(shape, row) + onOneLine(row.text) + '\n';
+    std::vector<Match> nearestFirst = matches;
+    sortByNearness(nearestFirst);
+    for (Match const& match : nearestFirst)
+        text += "    " + shownMatch(match, list.entries.at(match.index)) + '\n';
+    if (matches.empty()) text += "       -\n";
+    return text;
+}
+
+std::string textFailure(Shape const& shape, TextRow const& row, std::string const& error) {
+    return number(shape, row) + "error: " + error + '\n';
+}
+
+std::size_t shownWidth(std::string const& text) {
+    return stand_in_host::toUnits(text).size();
+}
+
+// Numbers to the right, words to the left.
+std::string textTable(std::vector<Json> const& rows) {
+    if (rows.empty()) return {};
+    std::vector<Cells> lines = {keysOf(rows[0])};
+    for (Json const& row : rows)
+        lines.push_back(cellsOf(row));
+    std::vector<std::size_t> widths(lines[0].size());
+    for (Cells& cells : lines) {
+        for (std::size_t i = 0; i < cells.size(); ++i) {
+            cells[i] = onOneLine(cells[i]);
+            widths[i] = std::max(widths[i], shownWidth(cells[i]));
+        }
     }
-    return result;
+    std::string text;
+    for (Cells const& cells : lines) {
+        std::size_t i = 0;
+        std::string line;
+        for (auto const& value : rows[0]) {
+            std::string const blanks(widths[i] - shownWidth(cells[i]), ' ');
+            line +=
+                (i == 0 ? "" : "  ") + (value.is_string() ? cells[i] + blanks : blanks + cells[i]);
+            ++i;
+        }
+        text += line.substr(0, line.find_last_not_of(' ') + 1) + '\n';
+    }
+    return text;
 }
 
-std::string shown(Format format, std::string const& text) {
-    return format == Format::Tsv ? escaped(text) : onOneLine(text);
+// Tables.
+
+std::string tsvRow(Cells const& cells) {
+    std::string row;
+    for (std::string const& cell : cells) {
+        if (&cell != &cells[0]) row += '\t';
+        for (char const c : cell) {
+            std::size_t const i = std::string_view("\\\t\n\r").find(c);
+            if (i != std::string_view::npos) row += '\\';
+            row += i == std::string_view::npos ? c : "\\tnr"[i];
+        }
+    }
+    return row + '\n';
 }
 
-std::string number(MatchFormat how, Line const& line) {
-    if (!how.isNumbered) return {};
-    return std::to_string(line.number) + (how.format == Format::Tsv ? "\t" : "  ");
+std::string csvRow(Cells const& cells) {
+    std::string row;
+    for (std::string const& cell : cells) {
+        if (&cell != &cells[0]) row += ',';
+        bool const isQuoted = cell.find_first_of(",\"\r\n") != std::string::npos;
+        if (isQuoted) row += '"';
+        for (char const c : cell)
+            row += c == '"' ? std::string("\"\"") : std::string(1, c);
+        if (isQuoted) row += '"';
+    }
+    return row + '\n';
 }
 
-Json numberedObject(MatchFormat how, Line const& line) {
+using RowText = std::string (*)(Cells const& cells);
+
+template <RowText rowText>
+std::string tableHeading(Shape const& shape) {
+    Cells cells = {"line",  "text",       "percent", "distance", "limit",
+                   "index", "entry_line", "entry",   "error"};
+    cells.insert(cells.end(), shape.textColumns.begin(), shape.textColumns.end());
+    cells.insert(cells.end(), shape.entryColumns.begin(), shape.entryColumns.end());
+    return rowText(cells);
+}
+
+Cells rowCells(Shape const& shape, TextRow const& row, std::string const& text) {
+    return {shape.isNumbered ? std::to_string(row.number) : std::string(), text};
+}
+
+void appendKept(Cells& cells, Cells const& kept, std::size_t count) {
+    cells.insert(cells.end(), kept.begin(), kept.end());
+    cells.resize(cells.size() + count - kept.size());
+}
+
+// With nothing where an entry would stand.
+template <RowText rowText>
+std::string emptyRow(Shape const& shape, TextRow const& row, std::string const& text,
+                     std::string const& error) {
+    Cells cells = rowCells(shape, row, text);
+    cells.resize(cells.size() + 6);
+    cells.push_back(error);
+    appendKept(cells, row.kept, shape.textColumns.size());
+    appendKept(cells, {}, shape.entryColumns.size());
+    return rowText(cells);
+}
+
+template <RowText rowText>
+std::string tableMatches(Shape const& shape, TextRow const& row, EntryList const& list,
+                         std::vector<Match> const& matches) {
+    if (matches.empty()) return emptyRow<rowText>(shape, row, row.text, {});
+    std::string text;
+    for (Match const& match : matches) {
+        Entry const& entry = list.entries.at(match.index);
+        Cells cells = rowCells(shape, row, row.text);
+        for (unsigned long const value : {static_cast<unsigned long>(match.percent), match.distance,
+                                          match.limit, match.index, entry.place})
+            cells.push_back(std::to_string(value));
+        cells.push_back(entry.text);
+        cells.emplace_back();
+        appendKept(cells, row.kept, shape.textColumns.size());
+        appendKept(cells, entry.kept, shape.entryColumns.size());
+        text += rowText(cells);
+    }
+    return text;
+}
+
+template <RowText rowText>
+std::string tableFailure(Shape const& shape, TextRow const& row, std::string const& error) {
+    return emptyRow<rowText>(shape, row, {}, error);
+}
+
+template <RowText rowText>
+std::string anyTable(std::vector<Json> const& rows) {
+    if (rows.empty()) return {};
+    std::string text = rowText(keysOf(rows[0]));
+    for (Json const& row : rows)
+        text += rowText(cellsOf(row));
+    return text;
+}
+
+// Objects.
+
+Json numberedObject(Shape const& shape, TextRow const& row) {
     Json object = Json::object();
-    if (how.isNumbered) object["line"] = line.number;
+    if (shape.isNumbered) object["line"] = row.number;
     return object;
 }
 
-std::string formatObject(MatchFormat how, Line const& line, EntryList const& list,
-                         std::vector<unsigned long> const& indices) {
-    Json object = numberedObject(how, line);
-    object["text"] = line.text;
-    Json& matches = object["matches"] = Json::array();
-    for (unsigned long const index : indices) {
-        Entry const& entry = list.entries.at(index);
-        matches.push_back({{"index", index}, {"line", entry.place}, {"entry", entry.text}});
-    }
-    return object.dump() + '\n';
+void addKept(Json& object, Cells const& names, Cells const& kept) {
+    for (std::size_t i = 0; i < std::min(names.size(), kept.size()); ++i)
+        object["kept"][names[i]] = kept[i];
 }
+
+std::string jsonMatches(Shape const& shape, TextRow const& row, EntryList const& list,
+                        std::vector<Match> const& matches) {
+    Json object = numberedObject(shape, row);
+    object["text"] = row.text;
+    addKept(object, shape.textColumns, row.kept);
+    Json& array = object["matches"] = Json::array();
+    for (Match const& match : matches) {
+        Entry const& entry = list.entries.at(match.index);
+        array.push_back({{"index", match.index},
+                         {"line", entry.place},
+                         {"entry", entry.text},
+                         {"percent", match.percent},
+                         {"distance", match.distance},
+                         {"limit", match.limit}});
+        addKept(array.back(), shape.entryColumns, entry.kept);
+    }
+    return dumped(object) + '\n';
+}
+
+std::string jsonFailure(Shape const& shape, TextRow const& row, std::string const& error) {
+    Json object = numberedObject(shape, row);
+    object["error"] = error;
+    addKept(object, shape.textColumns, row.kept);
+    return dumped(object) + '\n';
+}
+
+std::string jsonTable(std::vector<Json> const& rows) {
+    std::string text;
+    for (Json const& row : rows)
+        text += dumped(row) + '\n';
+    return text;
+}
+
+constexpr Format kFormats[] = {
+    {"text", false, textHeading, textMatches, textFailure, textTable},
+    {"tsv", true, tableHeading<tsvRow>, tableMatches<tsvRow>, tableFailure<tsvRow>,
+     anyTable<tsvRow>},
+    {"csv", true, tableHeading<csvRow>, tableMatches<csvRow>, tableFailure<csvRow>,
+     anyTable<csvRow>},
+    {"json", true, textHeading, jsonMatches, jsonFailure, jsonTable},
+};
 
 }  // namespace
 
-std::string formatMatches(MatchFormat how, Line const& line, EntryList const& list,
-                          std::vector<unsigned long> const& indices) {
-    if (how.format == Format::Json) return formatObject(how, line, list, indices);
-    bool const isTsv = how.format == Format::Tsv;
-    std::string output = number(how, line) + shown(how.format, line.text);
-    char const* before = isTsv ? "\t" : "  =>  ";
-    for (unsigned long const index : indices) {
-        Entry const& entry = list.entries.at(index);
-        output += before + std::to_string(index) + ':' + std::to_string(entry.place) + ':' +
-                  shown(how.format, entry.text);
-        before = isTsv ? "\t" : " | ";
+Format const& formatNamed(std::string const& name) {
+    for (Format const& format : kFormats) {
+        if (format.name == name) return format;
     }
-    if (indices.empty() && !isTsv) output += "  =>  -";
-    return output + '\n';
+    throw std::out_of_range("no format " + name);
 }
 
-std::string formatFailure(MatchFormat how, Line const& line, std::string const& error) {
-    if (how.format == Format::Json) {
-        Json object = numberedObject(how, line);
-        object["error"] = error;
-        return object.dump() + '\n';
-    }
-    return number(how, line) + (how.format == Format::Tsv ? "\t" : "") + "error: " + error + '\n';
+std::vector<std::string> formatNames() {
+    std::vector<std::string> names;
+    for (Format const& format : kFormats)
+        names.emplace_back(format.name);
+    return names;
+}
+
+std::string shownMatch(Match const& match, Entry const& entry) {
+    char numbers[160];
+    std::snprintf(numbers, sizeof numbers, "%3d%%  %2lu of %-2lu  line %-5zu  index %-5lu  ",
+                  match.percent, match.distance, match.limit, entry.place, match.index);
+    return numbers + onOneLine(entry.text);
 }
 
 }  // namespace near_text

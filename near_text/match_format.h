@@ -1,34 +1,54 @@
-// How a line of texts and its matches are written: always as one line.
+// How a text and its matches are written.
 //
-//   text  3  red ball  =>  0:1:ball red | 7:9:red balls     "-" where nothing matches
-//   tsv   3 <tab> red ball <tab> 0:1:ball red <tab> 7:9:red balls
-//   json  {"line":3,"text":"red ball","matches":[{"index":0,"line":1,"entry":"ball red"},...]}
+//   text   for eyes: the text, and below it a line a match, the nearest first
+//   tsv    a row a match under a heading; one row with the match left empty where there is none
+//   csv    the same
+//   json   an object a text, on one line:
+//          {"line":3,"text":"red ball","matches":[{"index":0,"line":1,"entry":"ball red",
+//           "percent":100,"distance":0,"limit":2},...]}
 //
-// A match is the add-in's index, the line number of the entry and the entry. In tsv a backslash, a
-// tab and a carriage return are written as \\, \t and \r. A line that failed is written without its
-// text and with the error in place of the matches: "error: ..." in text and tsv, the key "error" in
-// json.
+// The columns of a table are line, text, percent, distance, limit, index, entry_line, entry, error,
+// and then those that are kept, of the text and of the entry. A text that failed is written with
+// the error in place of its text and its matches.
 #pragma once
 
+#include <nlohmann/json.hpp>
 #include <string>
 #include <vector>
 
 #include "near_text/entry_list.h"
-#include "near_text/input.h"
+#include "near_text/matches.h"
+#include "near_text/text_row.h"
 
 namespace near_text {
 
-enum class Format { Text, Tsv, Json };
+using Json = nlohmann::ordered_json;
 
-struct MatchFormat {
-    Format format = Format::Text;
-    bool isNumbered =
-        true;  // otherwise a line's number is left out, and no line depends on another
+// What one run's output is like.
+struct Shape {
+    bool isNumbered = true;  // otherwise no line tells its number, and none depends on another
+    std::vector<std::string> textColumns;  // names of those that are kept
+    std::vector<std::string> entryColumns;
 };
 
-// With the line feed. `line.text` is valid UTF-8.
-std::string formatMatches(MatchFormat how, Line const& line, EntryList const& list,
-                          std::vector<unsigned long> const& indices);
-std::string formatFailure(MatchFormat how, Line const& line, std::string const& error);
+struct Format {
+    char const* name;
+    bool carriesColumns;
+    // Ahead of the first text; may be empty. All texts end with a line feed.
+    std::string (*heading)(Shape const& shape);
+    // The texts of rows and entries are valid UTF-8.
+    std::string (*matches)(Shape const& shape, TextRow const& row, EntryList const& list,
+                           std::vector<Match> const& matches);
+    std::string (*failure)(Shape const& shape, TextRow const& row, std::string const& error);
+    // Any other table: objects with the same keys.
+    std::string (*table)(std::vector<Json> const& rows);
+};
+
+// Throws std::out_of_range.
+Format const& formatNamed(std::string const& name);
+std::vector<std::string> formatNames();
+
+// A match for eyes, on one line.
+std::string shownMatch(Match const& match, Entry const& entry);
 
 }  // namespace near_text

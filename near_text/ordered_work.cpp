@@ -26,11 +26,11 @@ OrderedWork::~OrderedWork() {
     end(true);
 }
 
-bool OrderedWork::add(Line line) {
+bool OrderedWork::add(TextRow row) {
     std::unique_lock lock(mutex);
     forAdd.wait(lock, [&] { return isStopped || window.size() < windowSize; });
     if (isStopped) return false;
-    window.push_back({std::move(line), {}});
+    window.push_back({std::move(row), {}});
     forWorkers.notify_one();
     return true;
 }
@@ -70,10 +70,10 @@ void OrderedWork::run(std::size_t worker) {
         forWorkers.wait(lock, [&] { return isStopped || mayBegin() || allBegun(); });
         if (isStopped || !mayBegin()) return;
         std::size_t const number = begun++;
-        Line const line = std::move(window[number - delivered].line);
+        TextRow const row = std::move(window[number - delivered].row);
         try {
             lock.unlock();
-            LineResult result = work(worker, line);
+            LineResult result = work(worker, row);
             lock.lock();
             heldBytes += result.output.size();
             window[number - delivered].result = std::move(result);

@@ -16,20 +16,21 @@
 #include <thread>
 #include <vector>
 
-#include "near_text/input.h"
+#include "near_text/text_row.h"
 
 namespace near_text {
 
 struct LineResult {
-    std::string output;
-    std::string failure;  // empty where there is none
+    std::string output = {};
+    std::string failure = {};  // empty where there is none
     bool isFound = false;
+    std::size_t line = 0;  // its number
 };
 
 class OrderedWork {
 public:
     // Called on the thread of the worker, which is numbered from 0.
-    using Work = std::function<LineResult(std::size_t worker, Line const& line)>;
+    using Work = std::function<LineResult(std::size_t worker, TextRow const& row)>;
     // Called by one thread at a time; false stops the run, as `stop` does.
     using Deliver = std::function<bool(LineResult const& result)>;
 
@@ -39,7 +40,7 @@ public:
     OrderedWork& operator=(OrderedWork const&) = delete;
 
     // Waits while the window is full. False when the run has ended.
-    bool add(Line line);
+    bool add(TextRow row);
 
     // Both wait for the threads and rethrow what `Work` or `Deliver` threw.
     void finish();  // after all lines are delivered
@@ -47,7 +48,7 @@ public:
 
 private:
     struct Slot {
-        Line line;
+        TextRow row;
         LineResult result;
         bool isDone = false;
     };

@@ -1,5 +1,6 @@
 #include "near_text/output.h"
 
+#include <fcntl.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -9,6 +10,14 @@
 #include <stdexcept>
 
 namespace near_text {
+
+void holdStandardStreams() {
+    for (int const stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        bool const isClosed = fcntl(stream, F_GETFD) < 0;
+        // The lowest free number is the stream's own, opened for what nobody does with it.
+        if (isClosed) open("/dev/null", stream == STDIN_FILENO ? O_WRONLY : O_RDONLY);
+    }
+}
 
 void Output::write(std::string_view text) {
     constexpr std::size_t kEnough = 1 << 16;
@@ -23,6 +32,8 @@ void Output::flush() {
         ssize_t const count = ::write(STDOUT_FILENO, &text[done], text.size() - done);
         if (count >= 0) {
             done += static_cast<std::size_t>(count);
+        } else if (errno == EPIPE) {
+            throw NobodyReads();
         } else if (errno != EINTR) {
             throw std::runtime_error(std::string("cannot write: ") + std::strerror(errno));
         }

@@ -1,14 +1,25 @@
 // The program's standard output. Nothing is lost in silence: a write that fails throws.
 #pragma once
 
+#include <stdexcept>
 #include <string>
 #include <string_view>
 
 namespace near_text {
 
+// Whoever read the output has closed it, as head does: no error, but nothing is left to do.
+class NobodyReads : public std::runtime_error {
+public:
+    NobodyReads() : std::runtime_error("nobody reads the output") {}
+};
+
+// Files that are opened later do not take the place of a standard stream that was closed from the
+// start; reading or writing such a stream fails.
+void holdStandardStreams();
+
 class Output {
 public:
-    // Both throw std::runtime_error.
+    // Both throw std::runtime_error, NobodyReads among them.
     void write(std::string_view text);
     void flush();
 

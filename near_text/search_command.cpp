@@ -4,179 +4,206 @@
 
 #include "near_text/commands.h"
 #include "near_text/explanation_text.h"
-#include "near_text/input.h"
+#include "near_text/run.h"
 #include "near_text/search_options.h"
-#include "stand_in_host/whitespace.h"
+#include "near_text/source.h"
 
 namespace near_text {
 
 namespace {
 
-struct SearchCommand {
+struct TextSearchOptions {
     std::string text;
-    std::string entriesFile;
+    SourceOptions sources;
     std::string dictionaryFile;
     std::string separator;
     SearchOptions search;
-    bool isShown = false;
+    WantedOptions wanted;
+    FormatOptions format;
+    bool isIndices = false;
     bool isExplained = false;
     std::vector<std::size_t> explainedPlaces;
+
+    Preparation const& preparation() const { return search.preparing.preparation; }
 };
 
-EntryList readList(SearchCommand const& options) {
-    if (!options.entriesFile.empty()) return entriesFromLines(options.entriesFile);
+EntryFile readList(TextSearchOptions const& options) {
+    if (!options.sources.entries.file.empty()) {
+        return readEntries(options.sources.entries, options.sources.reading, options.preparation());
+    }
     std::u16string const separator = argumentUnits("--separator", options.separator);
     if (separator.size() != 1) {
         throw std::runtime_error("--separator: not one UTF-16 unit: '" + options.separator + '\'');
     }
-    if (stand_in_host::isWhitespace(separator[0]))
-        complain("note: whitespace does not separate entries");
-    return entriesFromFile(options.dictionaryFile, separator[0]);
+    return {entriesFromFile(options.dictionaryFile, separator[0], options.preparation()), {}};
 }
 
-std::string rightAligned(std::string const& text, std::size_t width) {
-    return std::string(width - std::min(width, text.size()), ' ') + text;
+std::string commaList(Indices const& indices) {
+    std::string text;
+    for (unsigned long const index : indices)
+        text += (text.empty() ? "" : ",") + std::to_string(index);
+    return text.empty() ? text : text + '\n';
 }
 
-// Matches, and the entries to explain, as a table.
-class Table {
-public:
-    Table(Program& target, SearchCommand const& shownOptions, EntryList const& entryList,
-          stand_in_host::SearchArguments const& arguments,
-          std::vector<unsigned long> const& matching)
-        : program(target),
-          options(shownOptions),
-          list(entryList),
-          matches(matching),
-          searchArguments(arguments),
-          placeName(options.entriesFile.empty() ? "place" : "line") {}
-
-    void write() {
-        std::vector<unsigned long> const asked = askedIndices();
-        bool const showsMatches = options.isShown || options.isExplained;
-        if (showsMatches ? !matches.empty() : !asked.empty()) header();
-        if (showsMatches) {
-            for (unsigned long const index : matches)
-                row(index, options.isExplained);
+// The entries in the places that are to be explained.
+Indices askedIndices(TextSearchOptions const& options, EntryList const& list) {
+    Indices indices;
+    for (std::size_t const place : options.explainedPlaces) {
+        auto const entry = std::find_if(list.entries.begin(), list.entries.end(),
+                                        [&](Entry const& e) { return e.place == place; });
+        if (entry != list.entries.end()) {
+            indices.push_back(static_cast<unsigned long>(entry - list.entries.begin()));
+            continue;
         }
-        for (unsigned long const index : asked)
-            row(index, true);
+        std::string const name =
+            (options.sources.entries.file.empty() ? "place " : "line ") + std::to_string(place);
+        if (place > list.places) throw std::runtime_error("no " + name);
+        complain(name + " holds no word, so it is no entry and has no index");
+    }
+    return indices;
+}
+
+// Matches, or entries that are asked for, with the reasons.
+class ExplainedRows {
+public:
+    ExplainedRows(Program& target, EntryList const& entryList, std::u16string_view text,
+                  SearchTerms const& terms)
+        : program(target),
+          list(entryList),
+          excluded(stand_in_host::readExclusions(terms.exclusions, list.separator)),
+          explanation(text, excluded, terms.threshold, terms.percentages.forShort,
+                      terms.percentages.forLong) {}
+
+    void write(unsigned long index, bool isMatch) {
+        stand_in_host::SideBySide const sides = explanation.explain(
+            stand_in_host::readEntry(list.units(index), list.isBehindSeparator(index)));
+        requireAgreement(sides, isMatch);
+        Match const shown = {index, stand_in_host::nearness(sides), sides.distance, sides.limit};
+        program.output.write(shownMatch(shown, list.entries[index]) + '\n' +
+                             explanationText(sides, "text", "entry"));
     }
 
 private:
-    std::vector<unsigned long> askedIndices() {
-        std::vector<unsigned long> indices;
-        for (std::size_t const place : options.explainedPlaces) {
-            auto const entry = std::find_if(list.entries.begin(), list.entries.end(),
-                                            [&](Entry const& e) { return e.place == place; });
-            if (entry != list.entries.end()) {
-                indices.push_back(static_cast<unsigned long>(entry - list.entries.begin()));
-                continue;
-            }
-            std::string const name = placeName + ' ' + std::to_string(place);
-            if (place == 0 || place > list.places) throw std::runtime_error("no " + name);
-            complain(name + " holds no word, so it is no entry and has no index");
-        }
-        return indices;
-    }
-
-    void header() {
-        program.output.write("index  " + rightAligned(placeName, kPlaceWidth) + "  entry\n");
-    }
-
-    void row(unsigned long index, bool isExplained) {
-        Entry const& entry = list.entries.at(index);
-        program.output.write(rightAligned(std::to_string(index), kIndexWidth) + "  " +
-                             rightAligned(std::to_string(entry.place), kPlaceWidth) + "  " +
-                             onOneLine(entry.text) + '\n');
-        if (!isExplained) return;
-        auto const excluded =
-            stand_in_host::readExclusions(searchArguments.exclusions, searchArguments.separator);
-        stand_in_host::SearchExplanation const explanation(
-            searchArguments.text, excluded, searchArguments.lengthThreshold,
-            searchArguments.percentShort, searchArguments.percentLong);
-        stand_in_host::SideBySide const sides = explanation.explain(
-            stand_in_host::readEntry(list.units(index), list.isBehindSeparator(index)));
-        requireAgreement(sides, std::binary_search(matches.begin(), matches.end(), index));
-        program.output.write(explanationText(sides, "text", "entry"));
-    }
-
-    static constexpr std::size_t kIndexWidth = 5;
-    static constexpr std::size_t kPlaceWidth = 5;
-
     Program& program;
-    SearchCommand const& options;
     EntryList const& list;
-    std::vector<unsigned long> const& matches;
-    stand_in_host::SearchArguments const& searchArguments;
-    std::string const placeName;
+    stand_in_host::ExcludedWords const excluded;
+    stand_in_host::SearchExplanation const explanation;
 };
 
-int search(Program& program, SearchCommand const& options) {
-    auto const component = program.makeComponent();
-    std::u16string const text = argumentUnits("TEXT", options.text);
-    std::u16string const exclusions = options.search.exclusions();
-    EntryList const list = readList(options);
-    stand_in_host::SearchArguments const arguments =
-        options.search.arguments(text, list, exclusions);
-    auto const answer = component->search(arguments);
-    if (!answer) throw std::runtime_error(component->lastReport());
-    auto const matches = stand_in_host::parseIndexList(*answer);
-    if (options.isShown || options.isExplained || !options.explainedPlaces.empty()) {
-        Table(program, options, list, arguments, matches).write();
-    } else if (!matches.empty()) {
-        program.output.write(*answer + '\n');
+void writeMatches(Program& program, TextSearchOptions const& options, EntryFile const& entries,
+                  std::vector<Match> const& matches) {
+    Format const& format = options.format.format();
+    if (options.format.isForEyes()) {
+        std::vector<Match> nearestFirst = matches;
+        sortByNearness(nearestFirst);
+        for (Match const& match : nearestFirst)
+            program.output.write(shownMatch(match, entries.list.entries[match.index]) + '\n');
+        return;
     }
-    return matches.empty() ? kNotFound : kFound;
+    Shape const shape{false, {}, entries.keptNames};
+    TextRow row;
+    row.text = options.text;
+    program.output.write(format.heading(shape) + format.matches(shape, row, entries.list, matches));
+}
+
+Status search(Program& program, TextSearchOptions const& options) {
+    auto const component = program.makeComponent();
+    std::u16string const text = options.preparation().prepared(argumentUnits("TEXT", options.text));
+    SearchTerms const terms = options.search.terms();
+    EntryFile const entries = readList(options);
+    Matcher matcher(*component, entries.list, terms, options.wanted.wanted);
+    if (options.isIndices) {
+        Indices const indices = matcher.search.find(text, terms.percentages);
+        program.output.write(commaList(indices));
+        return foundIf(!indices.empty());
+    }
+    std::vector<Match> matches = matcher.matches(text);
+    Indices const asked = askedIndices(options, entries.list);
+    if (!options.isExplained && options.explainedPlaces.empty()) {
+        writeMatches(program, options, entries, matches);
+        return foundIf(!matches.empty());
+    }
+    if (matches.empty() && asked.empty()) return Status::NotFound;
+    ExplainedRows rows(program, entries.list, text, terms);
+    if (options.isExplained) {
+        sortByNearness(matches);
+        for (Match const& match : matches)
+            rows.write(match.index, true);
+    }
+    for (unsigned long const index : asked) {
+        rows.write(index, !matcher.search.findAmong(text, terms.percentages, {index}).empty());
+    }
+    return foundIf(!matches.empty());
+}
+
+void settle(TextSearchOptions& options) {
+    if (options.sources.entries.file.empty() == options.dictionaryFile.empty()) {
+        throw CLI::RequiredError("--entries or --dictionary");
+    }
+    options.sources.settle();
+    options.search.settle();
+    bool const isExplained = options.isExplained || !options.explainedPlaces.empty();
+    if (options.sources.entries.isTable() && options.sources.entries.file.empty()) {
+        refuse("--entry-column", "does nothing without --entries");
+    }
+    if (isExplained && !options.format.isForEyes()) {
+        refuse("--format", "explanations are for eyes, in the format text alone");
+    }
+    if (!options.sources.entries.keep.empty() && !options.format.format().carriesColumns) {
+        refuse("--keep-entry", "does nothing in the format " + options.format.name);
+    }
+    if (options.isIndices &&
+        (isExplained || !options.wanted.wanted.isAll() || !options.format.isForEyes())) {
+        refuse("--indices", "is the add-in's bare answer: no --best, --top, --format, --explain");
+    }
 }
 
 }  // namespace
 
 void addSearch(Program& program) {
-    auto const options = std::make_shared<SearchCommand>();
+    auto const options = std::make_shared<TextSearchOptions>();
     CLI::App& command = program.addCommand(
         "search", "Find the entries of a list that are alike to a text",
-        "Prints the indices of the matching entries as the add-in gives them (status 0), or "
-        "nothing (status 1). They count from 0, and only entries that hold a word; --show maps "
-        "them to line numbers.",
-        "near_text search \"claw hammer\" --entries catalogue.txt --short 60 --show");
+        "Prints the matching entries, the nearest first (status 0), or nothing (status 1): how "
+        "near each is (the highest percentage at which the add-in still finds it), the distance "
+        "and its limit, the line number, the add-in's index. Indices count from 0, and only "
+        "entries that hold a word.",
+        "near_text search \"claw hammer\" --entries catalogue.txt --percent 60");
     command
         .add_option("TEXT", options->text,
                     "What to look for, of at most 1000 UTF-16 units; behind -- if it begins with -")
         ->type_name("")
         ->required();
-    CLI::Option* const entries =
-        command
-            .add_option("--entries", options->entriesFile, "Entries, one a line; - reads them in")
-            ->type_name("FILE");
+    options->sources.addEntries(command);
+    options->sources.addReading(command);
     CLI::Option* const dictionary =
         command
             .add_option("--dictionary", options->dictionaryFile,
                         "Entries as one list, taken as it stands; - reads it in")
             ->type_name("FILE")
-            ->excludes(entries);
-    CLI::Option* const separator =
+            ->excludes("--entries");
+    dictionary->needs(
         command.add_option("--separator", options->separator, "What separates the list's entries")
             ->type_name("C")
-            ->needs(dictionary);
-    dictionary->needs(separator);
+            ->needs(dictionary));
     options->search.addTo(command);
-    command.add_flag("--show", options->isShown,
-                     "Print each match as index, line number (or place in the list) and entry");
+    options->wanted.addTo(command);
+    options->format.addTo(command);
+    command.add_flag("--indices", options->isIndices,
+                     "Only the add-in's own answer: the indices, joined by commas");
     command.add_flag("--explain", options->isExplained,
-                     "As --show, with the words that cancelled, what was left, the limit and the "
-                     "distance of each match");
+                     "Show the words that cancelled, what was left, the limit and the distance of "
+                     "each match");
     command
         .add_option("--explain-line", options->explainedPlaces,
-                    "Explain the entry in this line (or place), match or not; may be given again")
+                    "Explain the entry in this line (or place in the list), match or not; may be "
+                    "given again")
         ->type_name("N")
         ->expected(1)
         ->check(CLI::Range(1, std::numeric_limits<int>::max()).description(""))
         ->take_all();
-    command.callback([&program, options, entries, dictionary] {
-        if (entries->empty() && dictionary->empty()) {
-            throw CLI::RequiredError("--entries or --dictionary");
-        }
+    command.callback([&program, options] {
+        settle(*options);
         program.command = [&program, options] { return search(program, *options); };
     });
 }

@@ -1,48 +1,130 @@
 #include "near_text/search_options.h"
 
+#include <charconv>
+#include <limits>
+
 #include "near_text/commands.h"
 
 namespace near_text {
 
-void SearchOptions::addTo(CLI::App& command) {
+CLI::Validator percentCheck() {
+    return CLI::Validator(
+        [](std::string const& text) {
+            int percent = -1;
+            char const* const end = text.data() + text.size();
+            auto const read = std::from_chars(text.data(), end, percent);
+            bool const isPercentage =
+                read.ec == std::errc() && read.ptr == end && percent >= 0 && percent <= 100;
+            return isPercentage ? std::string()
+                                : '\'' + text + "' is no whole number from 0 to 100";
+        },
+        "");
+}
+
+void refuse(std::string const& option, std::string const& reason) {
+    throw CLI::ValidationError(option, reason);
+}
+
+void PreparationOptions::addTo(CLI::App& command) {
+    constexpr char const* kGroup = "Preparing texts and entries";
+    command.add_flag("-P,--prepare", isWhole, "All three below. Texts are printed as they came")
+        ->group(kGroup);
     command
-        .add_option("--short", percentShort,
-                    "How alike an entry must be, 0 to 100: 100 forgives nothing beyond the shared "
-                    "words, 0 everything. Default: 80")
-        ->type_name("PERCENT");
-    CLI::Option* const thresholdOption =
+        .add_flag("-i,--fold-case", preparation.foldsCase,
+                  "Take capital and small letters for the same")
+        ->group(kGroup);
+    command
+        .add_flag("--blank-punctuation", preparation.blanksPunctuation,
+                  "Take punctuation characters for blanks")
+        ->group(kGroup);
+    command
+        .add_flag("--compose", preparation.composes,
+                  "Take a letter and its accents for the one character that they make (NFC)")
+        ->group(kGroup);
+}
+
+void PreparationOptions::settle() {
+    if (isWhole && !preparation.isNone()) {
+        refuse("--prepare", "already holds --fold-case, --blank-punctuation and --compose");
+    }
+    if (isWhole) preparation = {true, true, true};
+}
+
+void SearchOptions::addTo(CLI::App& command, bool hasPercent) {
+    constexpr char const* kGroup = "Which entries match";
+    if (hasPercent) {
         command
-            .add_option(
-                "--threshold", threshold,
-                "The longest entry, in UTF-16 units, to which --short applies when --long "
-                "is given. It counts blanks, and one unit more in every entry but the first")
-            ->type_name("UNITS");
+            .add_option("-p,--percent", percent,
+                        "How alike an entry must be, 0 to 100: 100 forgives nothing beyond the "
+                        "shared words, 0 everything. Default: " +
+                            std::to_string(kDefaultPercent))
+            ->type_name("PERCENT")
+            ->check(percentCheck())
+            ->group(kGroup);
+        command
+            .add_option("--threshold", threshold,
+                        "Tell long entries from short ones: those above so many UTF-16 units, "
+                        "blanks counted, and one unit more in every entry but the first")
+            ->type_name("UNITS")
+            ->check(CLI::Range(0, std::numeric_limits<int>::max()).description(""))
+            ->group(kGroup);
+        command.add_option("--short-percent", percentShort, "How alike a short entry must be")
+            ->type_name("PERCENT")
+            ->check(percentCheck())
+            ->group(kGroup);
+        command.add_option("--long-percent", percentLong, "How alike a long entry must be")
+            ->type_name("PERCENT")
+            ->check(percentCheck())
+            ->group(kGroup);
+    }
     command
-        .add_option("--long", percentLong,
-                    "How alike an entry above --threshold must be, 0 to 100. Default: as --short")
-        ->type_name("PERCENT")
-        ->check(CLI::Range(0, 100).description(""))
-        ->needs(thresholdOption);
-    command
-        .add_option("--exclude", exclude,
+        .add_option("-x,--exclude", exclude,
                     "Words that count on neither side, in one argument; may be given again")
         ->type_name("WORDS")
-        ->multi_option_policy(CLI::MultiOptionPolicy::Join);
-    command.add_option("--exclusions", exclusionsFile, "The same from a file")->type_name("FILE");
+        ->multi_option_policy(CLI::MultiOptionPolicy::Join)
+        ->group(kGroup);
+    command.add_option("--exclusions", exclusionsFile, "The same from a file")
+        ->type_name("FILE")
+        ->group(kGroup);
+    preparing.addTo(command);
 }
 
-std::u16string SearchOptions::exclusions() const {
+void SearchOptions::settle() {
+    for (auto const& [option, value] :
+         {std::pair("--short-percent", &percentShort), std::pair("--long-percent", &percentLong)}) {
+        if (*value && !threshold) refuse(option, "does nothing without --threshold");
+    }
+    if (threshold && !percentShort && !percentLong) {
+        refuse("--threshold", "does nothing without --short-percent or --long-percent");
+    }
+    if (percent && percentShort && percentLong) {
+        refuse("--percent", "does nothing beside --short-percent and --long-percent");
+    }
+    preparing.settle();
+}
+
+SearchTerms SearchOptions::terms() const {
+    int const both = percent.value_or(kDefaultPercent);
     std::u16string words;
     if (!exclusionsFile.empty()) words = readLines(exclusionsFile);
-    return words + argumentUnits("--exclude", exclude);
+    words += argumentUnits("--exclude", exclude);
+    return {{percentShort.value_or(both), percentLong.value_or(both)},
+            threshold.value_or(0),
+            preparing.preparation.prepared(words)};
 }
 
-stand_in_host::SearchArguments SearchOptions::arguments(std::u16string_view text,
-                                                        EntryList const& list,
-                                                        std::u16string_view exclusionWords) const {
-    return {text,          list.dictionary, list.separator,
-            threshold,     percentShort,    percentLong.value_or(percentShort),
-            exclusionWords};
+void WantedOptions::addTo(CLI::App& command) {
+    constexpr char const* kGroup = "Which entries match";
+    CLI::Option* const best =
+        command
+            .add_flag("-b,--best", wanted.isBestAlone,
+                      "Only the nearest entry, or entries where several are as near")
+            ->group(kGroup);
+    command.add_option("-n,--top", wanted.most, "Only so many of the nearest entries")
+        ->type_name("N")
+        ->check(CLI::Range(1, std::numeric_limits<int>::max()).description(""))
+        ->excludes(best)
+        ->group(kGroup);
 }
 
 }  // namespace near_text

@@ -1,33 +1,57 @@
-// The switches that every search has.
+// The options that every search has.
 #pragma once
 
 #include <CLI/App.hpp>
 #include <optional>
 #include <string>
-#include <string_view>
 
-#include "near_text/entry_search.h"
-#include "stand_in_host/component.h"
+#include "near_text/matches.h"
+#include "near_text/preparation.h"
 
 namespace near_text {
 
-struct SearchOptions {
-    int threshold = 0;
-    int percentShort = 80;
-    std::optional<int> percentLong;
-    std::string exclude;
-    std::string exclusionsFile;
+constexpr int kDefaultPercent = 80;
+
+// For options that take a percentage.
+CLI::Validator percentCheck();
+
+// An option that would do nothing, with the reason. Throws CLI::ValidationError.
+[[noreturn]] void refuse(std::string const& option, std::string const& reason);
+
+// --fold-case and its like.
+struct PreparationOptions {
+    Preparation preparation;
+    bool isWhole = false;
 
     void addTo(CLI::App& command);
+    // Once the command line is read. Throws CLI::ValidationError.
+    void settle();
+};
 
-    // The words of both switches. Throws std::runtime_error.
-    std::u16string exclusions() const;
+struct SearchOptions {
+    std::optional<int> percent;
+    std::optional<int> percentShort;
+    std::optional<int> percentLong;
+    std::optional<int> threshold;
+    std::string exclude;
+    std::string exclusionsFile;
+    std::string encoding;
+    PreparationOptions preparing;
 
-    Percentages percentages() const { return {percentShort, percentLong.value_or(percentShort)}; }
+    // `hasPercent` is false where the command has percentages of its own.
+    void addTo(CLI::App& command, bool hasPercent = true);
+    // Once the command line is read. Throws CLI::ValidationError.
+    void settle();
 
-    // The texts are the caller's and outlive the result.
-    stand_in_host::SearchArguments arguments(std::u16string_view text, EntryList const& list,
-                                             std::u16string_view exclusions) const;
+    // Reads the exclusions. Throws std::runtime_error.
+    SearchTerms terms() const;
+};
+
+// --best and --top.
+struct WantedOptions {
+    Wanted wanted;
+
+    void addTo(CLI::App& command);
 };
 
 }  // namespace near_text

@@ -7,6 +7,13 @@ namespace stand_in_host {
 NotUtf8::NotUtf8(std::size_t byteNumber)
     : NotText("not valid UTF-8 at byte " + std::to_string(byteNumber)), byte(byteNumber) {}
 
+void requireUtf8(std::string_view text) {
+    for (std::size_t i = 0; i < text.size();) {
+        std::size_t const start = i;
+        if (nextCodePoint(text, i) < 0) throw NotUtf8(start + 1);
+    }
+}
+
 std::u16string toUnits(std::string_view utf8) {
     std::u16string units;
     units.reserve(utf8.size());

@@ -21,7 +21,8 @@ public:
     std::size_t byte;
 };
 
-// Throws NotUtf8.
+// Both throw NotUtf8.
+void requireUtf8(std::string_view text);
 std::u16string toUnits(std::string_view utf8);
 
 // Units that are half a surrogate pair become the replacement character.

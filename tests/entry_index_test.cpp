@@ -2,6 +2,7 @@
 // that do not match must be.
 #include "near_text/entry_index.h"
 
+#include "stand_in_host/whitespace.h"
 #include "tests/random_text.h"
 
 namespace {
@@ -17,13 +18,28 @@ std::vector<bool> among(near_text::Indices const& indices, std::size_t size) {
     return isAmong;
 }
 
+EntryList listOf(std::u16string_view dictionary, char16_t separator) {
+    near_text::EntryListBuilder builder({}, separator);
+    std::size_t begin = 0;
+    for (std::size_t end = 0; end <= dictionary.size(); ++end) {
+        bool const isEnd =
+            end == dictionary.size() || dictionary[end] == 0 ||
+            (dictionary[end] == separator && !stand_in_host::isWhitespace(separator));
+        if (!isEnd) continue;
+        char16_t const joint = begin > 0 ? dictionary[begin - 1] : u'\0';
+        builder.add(end + 1, dictionary.substr(begin, end - begin), {}, {}, joint);
+        begin = end + 1;
+    }
+    return builder.take("the test");
+}
+
 // At several percentages about the one at which the last entry stops matching.
 void expectNoneLeftOut(SearchArguments in, int percentLong) {
     auto const excluded = stand_in_host::readExclusions(in.exclusions, in.separator);
-    EntryList const list = near_text::entriesFromList(std::u16string(in.dictionary), in.separator);
-    EntryIndex const index(list, excluded);
     auto const plain = stand_in_host::explainSearch(in);
     if (plain.empty()) return;
+    EntryList const list = listOf(in.dictionary, in.separator);
+    EntryIndex const index(list, excluded);
     ASSERT_EQ(plain.size(), list.entries.size());
     for (int const percent : turningPercents(plain.back())) {
         in.percentShort = percent;
@@ -91,7 +107,7 @@ TEST(EntryIndex, LeavesOutMostThatDoNotMatch) {
     for (int entry = 0; entry < 2000; ++entry)
         dictionary += random.run(kAlphabets[1], 20 + random.below(40)) + u";";
     stand_in_host::ExcludedWords const none;
-    EntryList const list = near_text::entriesFromList(dictionary, u';');
+    EntryList const list = listOf(dictionary, u';');
     EntryIndex const index(list, none);
     std::size_t left = 0;
     for (std::size_t i = 0; i < 100; ++i) {

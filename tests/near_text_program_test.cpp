@@ -48,9 +48,10 @@ void expectFailure(std::string const& part, Outcome const& outcome) {
 class RunningMatch {
 public:
     explicit RunningMatch(std::string const& arguments)
-        : output(
-              popen(("echo $$; exec " NEAR_TEXT_PROGRAM " match --format tsv " + arguments).c_str(),
-                    "r")),
+        : output(popen(
+              ("echo $$; exec " NEAR_TEXT_PROGRAM " match --format tsv --no-heading " + arguments)
+                  .c_str(),
+              "r")),
           process(std::stoi(line())) {}
 
     std::string line() const {
@@ -80,31 +81,50 @@ TEST(Program, AnswersAndReturnsAsGrepDoes) {
         {"compare '' abc --percent 16", 0, "alike\n"},
         {"compare '' abc --percent 17", 1, "different\n"},
         {"compare --percent 100 -- -a -b", 1, "different\n"},
-        {"search 'red bal' --separator ';'" + list, 0, "0,1\n"},
-        {"search green --separator ';'" + list, 1, ""}};
+        {"search 'red bal' --indices --separator ';'" + list, 0, "0,1\n"},
+        {"search green --indices --separator ';'" + list, 1, ""},
+        {"search green --separator ';'" + list, 1, ""},
+        {"help compare", 0, run("compare -h").output}};
     for (auto const& [arguments, status, output] : cases) {
         Outcome const outcome = run(arguments);
         EXPECT_EQ(outcome.status, status) << arguments;
         EXPECT_EQ(outcome.output, output) << arguments;
         EXPECT_EQ(outcome.errors, "") << arguments;
     }
-    Outcome const noted = run("search red --separator ' ' --short 0" + list);
-    EXPECT_EQ(noted.output, "0\n");
-    EXPECT_NE(noted.errors.find("whitespace"), std::string::npos);
+    for (auto const& [separator, note] : {std::pair(" ", "whitespace"), {"!", "does not occur"}}) {
+        Outcome const noted =
+            run("search red --indices --percent 0 --separator '"s + separator + '\'' + list);
+        EXPECT_EQ(noted.output, "0\n");
+        EXPECT_NE(noted.errors.find(note), std::string::npos);
+    }
 
     std::pair<std::string, std::string> const failures[] = {
-        {"compare a b --percent 101", "Input parameters error"},
-        {"compare a b --percent -1 --locale ru", "Ошибка входных параметров"},
+        {"compare a b -p 101", "--percent: '101' is no whole number from 0 to 100"},
+        {"compare a b -p -1", "--percent: '-1' is no"},
+        {"compare a b -p 60.5", "--percent: '60.5' is no"},
         {"compare a " + std::string(1001, 'x') + " --percent 0", "no longer 1000 characters"},
+        {"compare a " + std::string(1001, 'x') + " --percent 0 --locale ru", "1000 символов"},
         {"compare a b", "--percent is required"},
         {"compare a \"$(printf 'b\\377')\" --percent 0", "SECOND: not valid UTF-8 at byte 2"},
         {"compare a b --percent 0 --library /none.so", "/none.so"},
         {"search red --separator ';;'" + list, "not one UTF-16 unit"},
-        {"search red --entries x --long 5", "--threshold"},
+        {"search red --entries x --long-percent 5", "does nothing without --threshold"},
+        {"search red --entries x --threshold 5", "without --short-percent or --long-percent"},
+        {"search red --entries x --threshold 5 -p 1 --short-percent 1 --long-percent 1",
+         "--percent: does nothing"},
+        {"search red --entries x -P -i", "--prepare: already holds --fold-case"},
+        {"search red --entries x --best --top 2", "--best excludes --top"},
+        {"search red --entries x --header", "--header: does nothing"},
+        {"search red --entries x --indices --best", "--indices: is the add-in's bare answer"},
+        {"match -t x -e x --unmatched --top 2", "--unmatched: prints no match"},
+        {"match -t x -e x --keep 1", "--keep: does nothing"},
+        {"match -t x -e x --no-heading", "--no-heading: does nothing in the format text"},
+        {"match -t - -e /dev/null", "/dev/null holds no entry"},
+        {"mtch -t x", "no command 'mtch'; did you mean match?"},
+        {"help gibberish", "no command 'gibberish'; near_text --help lists them"},
         {"search red", "--entries or --dictionary"},
         {"search red --entries /none", "/none: No such file"},
         {"search red --entries - --exclusions -", "read once"},
-        {"match --texts - --entries /dev/null --short 101", "Input parameters error"},
         {"", "subcommand"}};
     for (auto const& [arguments, part] : failures) {
         Outcome const outcome = run(arguments);
@@ -119,16 +139,22 @@ TEST(Program, MapsIndicesToLines) {
     for (char c = 1; c < '\\'; ++c)
         units += std::string("\t\n\r").find(c) == std::string::npos ? c : ' ';
     std::pair<std::string, std::string> const cases[] = {
-        {"\n \nc\n\ne\n\n", "\t0:3:c\t1:5:e"},
-        {"a\r\n\r\nc\r\n\t\r\ne", "\t0:1:a\t1:3:c\t2:5:e"},
-        {"\xEF\xBB\xBF\nb\n", "\t0:2:b"},
-        {"a\n" + units + "\nc", "\t0:1:a\t1:2:" + units + "\t2:3:c"},
-        {"", ""}};
+        {"\n \nc\n\ne\n\n", "0:3:c 1:5:e "},
+        {"a\r\n\r\nc\r\n\t\r\ne", "0:1:a 1:3:c 2:5:e "},
+        {"\xEF\xBB\xBF\nb\n", "0:2:b "},
+        {"a\n" + units + "\nc", "0:1:a 1:2:" + units + " 2:3:c "}};
     for (auto const& [content, matches] : cases) {
-        Outcome const found = run(
-            "match --texts - --format tsv --short 0 --entries " + fileOf("entries", content), "x");
-        EXPECT_EQ(found.output, "1\tx" + matches + '\n');
-        EXPECT_EQ(found.status, matches.empty() ? 1 : 0);
+        Outcome const found =
+            run("match --texts - --format json --percent 0 --entries " + fileOf("entries", content),
+                "x");
+        std::string shown;
+        auto const object = nlohmann::json::parse(found.output);
+        for (auto const& match : object["matches"]) {
+            shown += match["index"].dump() + ':' + match["line"].dump() + ':' +
+                     match["entry"].get<std::string>() + ' ';
+        }
+        EXPECT_EQ(shown, matches);
+        EXPECT_EQ(found.status, 0);
     }
 }
 
@@ -147,17 +173,17 @@ TEST(Program, NamesTheLineThatIsNoText) {
 }
 
 TEST(Program, ExplainsMatchesAndMisses) {
-    std::string const search = "search 'red ball' --short 75 --exclude ltd --entries " +
+    std::string const search = "search 'red ball' --percent 75 --exclude ltd --entries " +
                                fileOf("entries", "blue cup\n\nred big ball ltd\n");
     std::string const match =
-        "index   line  entry\n"
-        "    1      3  red big ball ltd\n"
+        " 85%   3 of 4   line 3      index 1      red big ball ltd\n"
         "    words cancelled   red ball\n"
         "    words excluded    ltd\n"
         "    left of text      \"\"\n"
         "    left of entry     \"big\"\n"
         "    limit             4 (what 75 percent leaves of 17 units)\n"
-        "    distance          3 (alike)\n";
+        "    distance          3 (alike)\n"
+        "    alike up to       85 percent\n";
     EXPECT_EQ(run(search + " --explain").output, match);
     EXPECT_EQ(run(search + " --explain-line 3").output, match);
     EXPECT_NE(run(search + " --explain-line 1").output.find("7 (different)"), std::string::npos);
@@ -170,9 +196,9 @@ TEST(Program, MatchesInOrderAsSingleSearchesDo) {
     using stand_in_host::toUnits;
     std::string const samples = NEAR_TEXT_SAMPLES "/";
     std::string const input = contentOf(samples + "supplier.txt");
-    std::string const command = "match --texts - --short 70 --threshold 40 --long 60 --entries " +
-                                samples + "catalogue.txt --exclusions " + samples +
-                                "exclusions.txt --format json --jobs ";
+    std::string const command =
+        "match --texts - --short-percent 70 --threshold 40 --long-percent 60 --entries " + samples +
+        "catalogue.txt --exclusions " + samples + "exclusions.txt --format json --jobs ";
     Lines const lines = linesOf(run(command + '4', input).output);
     EXPECT_EQ(lines, linesOf(run(command + '1', input).output));
 
@@ -201,24 +227,32 @@ TEST(Program, MatchesInOrderAsSingleSearchesDo) {
 // a line too.
 TEST(Program, WritesALineForALine) {
     std::string const match = "match --texts - --no-numbers --entries " +
-                              fileOf("entries", "a\\b\tc \"d\"\n") + " --short 0 --format ";
+                              fileOf("entries", "a\\b\tc \"d\"\n") + " --percent 0 --format ";
     std::string const part1 = "\"x\\\ty\n\n";
     std::string part2 = "\xFF\nx";
     for (int i = 0; i < 100000; ++i)
         part2 += "я";  // two bytes each, from an odd place on
     part2 += "\nz";
+    std::string const tooLong = "String length must be no longer 1000 characters";
+    std::string const notUtf8 = "not valid UTF-8 at byte 1";
+    std::string const numbers = R"("percent":27,"distance":7,"limit":9}]})";
     std::pair<std::string, Lines> const cases[] = {
-        {"tsv",
-         {R"("x\\\ty	0:1:a\\b\tc "d")", "", "\terror: not valid UTF-8 at byte 1",
-          "\terror: String length must be no longer 1000 characters", R"(z	0:1:a\\b\tc "d")"}},
+        {"tsv --no-heading",
+         {R"(	"x\\\ty	27	7	9	0	1	a\\b\tc "d"	)",
+          "\t\t\t\t\t\t\t\t", "\t\t\t\t\t\t\t\t" + notUtf8, "\t\t\t\t\t\t\t\t" + tooLong,
+          R"(	z	27	7	9	0	1	a\\b\tc "d"	)"}},
+        {"csv --no-heading",
+         {R"(,"""x\	y",27,7,9,0,1,"a\b	c ""d""",)", ",,,,,,,,", ",,,,,,,," + notUtf8,
+          ",,,,,,,," + tooLong, R"(,z,27,7,9,0,1,"a\b	c ""d""",)"}},
         {"text",
-         {R"("x\ y  =>  0:1:a\b c "d")", "  =>  -", "error: not valid UTF-8 at byte 1",
-          "error: String length must be no longer 1000 characters", R"(z  =>  0:1:a\b c "d")"}},
+         {R"("x\ y)", R"(     27%   7 of 9   line 1      index 0      a\b c "d")", "", "       -",
+          "error: " + notUtf8, "error: " + tooLong, "z",
+          R"(     27%   7 of 9   line 1      index 0      a\b c "d")"}},
         {"json",
-         {R"({"text":"\"x\\\ty","matches":[{"index":0,"line":1,"entry":"a\\b\tc \"d\""}]})",
-          R"({"text":"","matches":[]})", R"({"error":"not valid UTF-8 at byte 1"})",
-          R"({"error":"String length must be no longer 1000 characters"})",
-          R"({"text":"z","matches":[{"index":0,"line":1,"entry":"a\\b\tc \"d\""}]})"}},
+         {R"({"text":"\"x\\\ty","matches":[{"index":0,"line":1,"entry":"a\\b\tc \"d\"",)" + numbers,
+          R"({"text":"","matches":[]})", R"({"error":")" + notUtf8 + "\"}",
+          R"({"error":")" + tooLong + "\"}",
+          R"({"text":"z","matches":[{"index":0,"line":1,"entry":"a\\b\tc \"d\"",)" + numbers}},
     };
     for (auto const& [format, lines] : cases) {
         Outcome const whole = run(match + format, part1 + part2);
@@ -227,7 +261,7 @@ TEST(Program, WritesALineForALine) {
         EXPECT_EQ(run(match + format, part1).output + run(match + format, part2).output,
                   whole.output);
         EXPECT_EQ(linesOf(run(match + format + " --strict", part1 + part2).output),
-                  Lines(lines.begin(), lines.begin() + 2));
+                  linesOf(run(match + format, part1).output));
     }
 }
 
@@ -238,9 +272,9 @@ TEST(Program, AnswersEachLineBeforeTheNextComes) {
                              pipe);
     std::ofstream texts(pipe);
     texts << "ball red\n" << std::flush;
-    EXPECT_EQ(match.line(), "1\tball red\t0:1:red ball\n");
+    EXPECT_EQ(match.line(), "1\tball red\t100\t0\t2\t0\t1\tred ball\t\n");
     texts << "blue\nred" << std::flush;
-    EXPECT_EQ(match.line(), "2\tblue\n");
+    EXPECT_EQ(match.line(), "2\tblue\t\t\t\t\t\t\t\n");
     EXPECT_EQ(match.interrupt(SIGTERM), std::pair(""s, 128 + SIGTERM));
 }
 
@@ -248,7 +282,7 @@ TEST(Program, LeavesWholeLinesWhenInterrupted) {
     std::string texts, all;
     for (int i = 1; i <= 100000; ++i) {
         texts += "text\n";
-        all += std::to_string(i) + "\ttext\n";
+        all += std::to_string(i) + "\ttext\t\t\t\t\t\t\t\n";
     }
     RunningMatch const match("--jobs 3 --texts " + fileOf("texts", texts) + " --entries " +
                              NEAR_TEXT_SAMPLES "/catalogue.txt");
@@ -266,7 +300,7 @@ TEST(Program, LeavesWholeLinesWhenInterrupted) {
 TEST(Program, NoticesThatItCannotWrite) {
     std::string const entries = NEAR_TEXT_SAMPLES "/catalogue.txt";
     for (std::string const& arguments : {"--help"s, "describe"s, "compare a a --percent 1"s,
-                                         "search a --short 0 --entries " + entries,
+                                         "search a --percent 0 --entries " + entries,
                                          "match --texts " + entries + " --entries " + entries}) {
         expectFailure("cannot write", run(arguments, {}, "/dev/full"));
     }

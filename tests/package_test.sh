@@ -18,8 +18,8 @@ dpkg --root="$root" --force-depends --force-not-root --force-script-chrootless \
 program=$root/usr/bin/near_text
 "$program" describe | grep -q "^library *$root/usr/lib/libNearTextComparerLin64.so$"
 documents=$root/usr/share/doc/NearTextComparer
-"$program" search "steel claw hammer 16 oz" --entries "$documents/samples/catalogue.txt" --short 100 \
-    --show | grep -q "hammer claw 16 oz steel"
+"$program" search "steel claw hammer 16 oz" --entries "$documents/samples/catalogue.txt" --percent 100 |
+    grep -q "hammer claw 16 oz steel"
 test -s "$documents/README.md"
 if command -v help2man >/dev/null; then
     for page in near_text near_text-match; do

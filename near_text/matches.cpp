@@ -1,0 +1,95 @@
+// Only the nearest are wanted: what a search at a higher percentage finds is as near as that or
+// nearer, and what it does not find is less near. So where it finds enough the nearest are among
+// it.
+#include "near_text/matches.h"
+
+#include <algorithm>
+#include <chrono>
+#include <stdexcept>
+
+namespace near_text {
+
+namespace {
+
+constexpr int kHigh = 85;
+
+double secondsSince(std::chrono::steady_clock::time_point start) {
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
+}  // namespace
+
+void sortByNearness(std::vector<Match>& matches) {
+    std::stable_sort(matches.begin(), matches.end(),
+                     [](Match const& a, Match const& b) { return a.percent > b.percent; });
+}
+
+void keepWanted(std::vector<Match>& matches, Wanted wanted) {
+    sortByNearness(matches);
+    if (matches.size() > wanted.most) matches.resize(wanted.most);
+    if (!wanted.isBestAlone || matches.empty()) return;
+    int const best = matches[0].percent;
+    std::erase_if(matches, [&](Match const& match) { return match.percent < best; });
+}
+
+Matcher::Matcher(stand_in_host::Component& component, EntryList const& searchedList,
+                 SearchTerms const& searchTerms, Wanted wantedMatches, Shortlist* shortlist)
+    : search(component, searchedList, searchTerms.exclusions, searchTerms.threshold, shortlist),
+      list(searchedList),
+      terms(searchTerms),
+      wanted(wantedMatches),
+      excluded(stand_in_host::readExclusions(terms.exclusions, list.separator)) {}
+
+std::vector<Match> Matcher::matches(std::u16string_view text) {
+    std::vector<Match> matches = measured(text, found(text));
+    if (!wanted.isAll()) keepWanted(matches, wanted);
+    return matches;
+}
+
+Indices Matcher::found(std::u16string_view text) {
+    Percentages const asked = terms.percentages;
+    Percentages const high = {std::max(asked.forShort, kHigh), std::max(asked.forLong, kHigh)};
+    bool const isRaised = high.forShort > asked.forShort || high.forLong > asked.forLong;
+    if (!wanted.isAll() && isRaised && highFirst.isDue()) {
+        auto const start = std::chrono::steady_clock::now();
+        Indices indices = search.find(text, high);
+        bool const isEnough = indices.size() >= (wanted.isBestAlone ? 1 : wanted.most);
+        highFirst.tried(secondsSince(start), isEnough);
+        if (isEnough) return indices;
+    }
+    auto const start = std::chrono::steady_clock::now();
+    Indices indices = search.find(text, asked);
+    highFirst.searchedFully(secondsSince(start));
+    return indices;
+}
+
+std::vector<Match> Matcher::measured(std::u16string_view text, Indices const& indices) const {
+    std::vector<Match> matches;
+    if (indices.empty()) return matches;
+    auto const against = explanation(text);
+    matches.reserve(indices.size());
+    for (unsigned long const index : indices) {
+        auto const sides = measure(against, index);
+        if (!sides.isAlike) {
+            throw std::runtime_error("the plain computation and the add-in's answer disagree");
+        }
+        matches.push_back({index, stand_in_host::nearness(sides), sides.distance, sides.limit});
+    }
+    return matches;
+}
+
+int Matcher::nearnessOf(std::u16string_view text, unsigned long index) const {
+    return stand_in_host::nearness(measure(explanation(text), index));
+}
+
+stand_in_host::SearchExplanation Matcher::explanation(std::u16string_view text) const {
+    return {text, excluded, terms.threshold, terms.percentages.forShort, terms.percentages.forLong};
+}
+
+stand_in_host::Measure Matcher::measure(stand_in_host::SearchExplanation const& against,
+                                        unsigned long index) const {
+    return against.measure(
+        stand_in_host::readEntry(list.units(index), list.isBehindSeparator(index)));
+}
+
+}  // namespace near_text

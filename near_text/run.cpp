@@ -1,0 +1,71 @@
+#include "near_text/run.h"
+
+#include <algorithm>
+#include <thread>
+
+#include "stand_in_host/text_codec.h"
+
+namespace near_text {
+
+JobOptions::JobOptions() : jobs(std::max(1U, std::thread::hardware_concurrency())) {}
+
+void JobOptions::addTo(CLI::App& command) {
+    command.add_option("-j,--jobs", jobs, "Threads to search with. Default: one a processor")
+        ->type_name("N")
+        ->check(CLI::Range(1U, 256U));
+    command.add_flag("--strict", isStrict,
+                     "Stop at the first line that is too long or no text, instead of going on");
+    command.add_flag("--no-index", hasNoIndex,
+                     "Show the add-in every entry for every text. The answers are the same, and "
+                     "take longer");
+}
+
+void FormatOptions::addTo(CLI::App& command) {
+    command
+        .add_option(
+            "-f,--format", name,
+            "text for eyes; tsv, in which \\\\, \\t, \\n and \\r stand for what would break "
+            "columns; csv; or json, an object a line. Default: text")
+        ->type_name("FORMAT")
+        ->check(CLI::IsMember(formatNames()));
+}
+
+Matchers::Matchers(Program const& program, JobOptions const& options, EntryList const& list,
+                   SearchTerms const& terms, Wanted wanted)
+    : excluded(stand_in_host::readExclusions(terms.exclusions, list.separator)),
+      shortlist(list, excluded, terms.threshold) {
+    Shortlist* const used = options.hasNoIndex ? nullptr : &shortlist;
+    for (unsigned i = 0; i < options.jobs; ++i) {
+        components.push_back(program.makeComponent());
+        matchers.push_back(
+            std::make_unique<Matcher>(*components.back(), list, terms, wanted, used));
+    }
+    // What is wrong with the terms is wrong for every text, so it is told before the first.
+    matchers[0]->search.findAmong(u"-", terms.percentages, {});
+}
+
+Status run(Matchers& matchers, Preparation const& preparation,
+           std::function<bool(TextRow& row)> const& next, RowWork const& work,
+           FailureText const& failureText, MatchWriter& writer, Interrupt const& interrupt) {
+    auto const workOn = [&](std::size_t worker, TextRow const& row) {
+        LineResult result;
+        try {
+            result = work(matchers[worker], row, preparation.prepared(lineUnits(row)));
+        } catch (stand_in_host::NotText const& error) {
+            result = {failureText(row, error.what()), error.what()};
+        } catch (Refused const& error) {
+            result = {failureText(row, error.what()), error.what()};
+        }
+        result.line = row.number;
+        return result;
+    };
+    OrderedWork ordered(matchers.size(), workOn,
+                        [&](LineResult const& done) { return writer.write(done); });
+    for (TextRow row; interrupt.signal() == 0 && next(row);) {
+        if (!ordered.add(std::move(row))) break;
+    }
+    interrupt.signal() == 0 ? ordered.finish() : ordered.stop();
+    return writer.close();
+}
+
+}  // namespace near_text

@@ -1,0 +1,73 @@
+// Where texts and entries come from: files of one a line, or tables of which a column holds them.
+#pragma once
+
+#include <CLI/App.hpp>
+#include <string>
+#include <vector>
+
+#include "near_text/entry_list.h"
+#include "near_text/text_row.h"
+
+namespace near_text {
+
+struct Source {
+    std::string file;
+    std::string column;             // a name, or a number from 1; empty for a file of lines
+    std::vector<std::string> keep;  // columns to carry over, likewise
+
+    bool isTable() const { return !column.empty(); }
+};
+
+// How the files of a run are read.
+struct Reading {
+    bool hasHeader = false;
+    std::string delimiter;  // empty where the file's name tells it
+    std::string encoding;   // empty where the file tells it
+};
+
+// The options of both.
+struct SourceOptions {
+    Source texts;
+    Source entries;
+    Reading reading;
+
+    void addTexts(CLI::App& command, bool hasKeep = true);
+    void addEntries(CLI::App& command, bool hasKeep = true);
+    // After those.
+    void addReading(CLI::App& command);
+    // The one file of a command that has one, in place of the first two.
+    void addFile(CLI::App& command);
+    // Once the command line is read. Throws CLI::ValidationError.
+    void settle() const;
+};
+
+// The texts of a source, one at a time, each as soon as it is complete.
+class RowReader {
+public:
+    // Of a text above `longest` bytes only so much is kept. Readiness of `wakeDescriptor` ends the
+    // input. Throws std::runtime_error.
+    explicit RowReader(Source const& source, Reading const& reading,
+                       std::size_t longest = std::string::npos, int wakeDescriptor = -1);
+
+    // False at the end.
+    bool next(TextRow& row);
+    // "FILE:LINE: ", of the row that was read last.
+    std::string place() const { return lines.place(); }
+    std::vector<std::string> const& keptNames() const { return names; }
+
+private:
+    LineReader lines;
+    std::vector<std::string> names;
+};
+
+struct EntryFile {
+    EntryList list;
+    std::vector<std::string> keptNames;
+};
+
+// `beginsWithSeparator` makes the first entry as long as it would be elsewhere. Throws
+// std::runtime_error, with file and line where a line is no text, and when no entry holds a word.
+EntryFile readEntries(Source const& source, Reading const& reading, Preparation const& preparation,
+                      bool beginsWithSeparator = false);
+
+}  // namespace near_text

@@ -1,0 +1,111 @@
+#include "near_text/encoding.h"
+
+#include "near_text/input.h"
+#include "tests/test_support.h"
+
+namespace {
+
+using namespace std::string_literals;
+using near_text::Decoder;
+using near_text::Line;
+using near_text::LineReader;
+
+std::string encoded(std::string const& encoding, std::string const& text) {
+    return near_text::Encoder(encoding).encoded(text);
+}
+
+std::string decoded(std::string const& encoding, std::string const& bytes, std::size_t piece) {
+    Decoder decoder(encoding);
+    std::string text;
+    for (std::size_t i = 0; i < bytes.size(); i += piece)
+        decoder.decode(bytes.substr(i, piece), text);
+    decoder.finish(text);
+    return text;
+}
+
+std::string messageOf(auto const& call) {
+    try {
+        call();
+    } catch (std::runtime_error const& error) {
+        return error.what();
+    }
+    return "nothing thrown";
+}
+
+TEST(Encoding, ReadsInPiecesWhatItWrites) {
+    std::string text = "red ball\r\n\u042F\u2116 7;\"\u00AB\u0451\u00BB\"\n";
+    std::string const marked = "\xEF\xBB\xBF" + text;
+    std::string const pairs = text + "\U0001F600\U00010400\n";
+    std::string longText;
+    while (longText.size() < 5000)  // more than is converted at once, with pairs at all offsets
+        longText += pairs;
+    std::tuple<std::string, std::string, std::string> const cases[] = {
+        {"", text, text},
+        {"", marked, text},
+        {"koi8-r", marked, text},
+        {"", "\xEF\xBB", "\xEF\xBB"},
+        {"", "\xEF", "\xEF"},
+        {"", "", ""},
+        {"", encoded("utf-16", longText), longText},
+        {"", "\xFE\xFF" + encoded("utf-16be", pairs), pairs},
+        {"Windows1251", encoded("windows-1251", text), text},
+        {"utf-16", encoded("utf-16le", pairs), pairs},
+        {"utf-16", encoded("utf-16be", pairs), pairs},
+        {"utf-16be", encoded("utf-16be", longText), longText},
+        {"utf-32", encoded("utf-32", pairs), pairs},
+        {"shift_jis", "\x93\xFA\x96\x7B", "\u65E5\u672C"}};
+    for (auto const& [encoding, bytes, expected] : cases) {
+        for (std::size_t const piece : {1U, 2U, 3U, 1023U})
+            EXPECT_EQ(decoded(encoding, bytes, piece), expected) << encoding << ' ' << piece;
+    }
+}
+
+TEST(Encoding, NamesTheCharacterThatIsNone) {
+    std::string const unpaired = encoded("utf-16le", "ab\n") + "c\0\x3D\xD8\n\0\0\xDC"s +
+                                 encoded("utf-16le", "\nd\n") + "e\0\x3D\xD8"s;
+    LineReader reader({fileOf("unpaired", unpaired), "utf-16le"});
+    std::vector<std::string> faults;
+    for (Line line; reader.next(line);)
+        faults.push_back(line.fault);
+    EXPECT_EQ(faults, (std::vector<std::string>{"", "not valid utf-16le at character 2",
+                                                "not valid utf-16le at character 1", "",
+                                                "not valid utf-16le at character 2"}));
+    EXPECT_NE(messageOf([] {
+                  near_text::readWhole({fileOf("unpaired", "a\nb\x98"), "us-ascii"});
+              }).find("unpaired:2: not valid us-ascii at character 2"),
+              std::string::npos);
+    EXPECT_EQ(messageOf([] { encoded("windows-1251", "\u044F\U0001F600"); }),
+              "windows-1251 has no U+1F600 '\U0001F600'");
+    EXPECT_NE(messageOf([] { Decoder("windows-1521"); }).find("windows-1251"), std::string::npos);
+    // A part that failed leaves nothing behind.
+    near_text::Encoder encoder("windows-1251");
+    EXPECT_THROW(encoder.encoded("a\u03A9"), near_text::NotEncodable);
+    EXPECT_EQ(encoder.encoded("\u044F"), "\xFF");
+}
+
+TEST(Encoding, TellsOnceWhatAFileLooksLike) {
+    std::string const russian =
+        "Молоток слесарный, 500 г\nПила по дереву\nОтвёртка крестовая\nКраска белая матовая\n";
+    std::string const french =
+        "Caf\u00E9 moulu\nTh\u00E9 vert\nP\u00E2t\u00E9 de campagne\nCr\u00E8me\n";
+    std::tuple<std::string, std::string> const others[] = {
+        {"windows-1251", russian}, {"koi8-r", russian},           {"utf-16le", russian},
+        {"cp866", russian},        {"windows-1251", "МОЛОТОК\n"}, {"utf-16be", "Red ball\n"}};
+    for (auto const& [encoding, text] : others) {
+        std::string const bytes = encoded(encoding, text);
+        std::string const message = messageOf([&] { decoded("", bytes, 1 << 16); });
+        EXPECT_EQ(message,
+                  "looks like " + encoding + ", not UTF-8: --encoding " + encoding + " reads it");
+        EXPECT_EQ(decoded("utf-8", bytes, 7), bytes);
+    }
+    EXPECT_NE(messageOf([&] {
+                  decoded("", encoded("windows-1252", french), 1 << 16);
+              }).find("is not UTF-8"),
+              std::string::npos);
+    // Bad lines are told one by one where the rest is good.
+    for (std::string const& bytes : {russian + encoded("windows-1251", "Молоток\n") + russian,
+                                     "caf\xE9\n"s, "a\0b\0c\0\n"s, "\0\0\0\0\0\0"s})
+        EXPECT_EQ(decoded("", bytes, 1 << 16), bytes);
+}
+
+}  // namespace

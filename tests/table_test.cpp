@@ -1,0 +1,104 @@
+#include "near_text/table.h"
+
+#include "tests/test_support.h"
+
+namespace {
+
+using namespace std::string_literals;
+using near_text::Row;
+using near_text::TableReader;
+using near_text::TableShape;
+
+// Each row as LINE:FIELD|FIELD, or LINE!FAULT.
+std::vector<std::string> rowsOf(std::string const& content, TableShape shape = {},
+                                std::string const& column = "1") {
+    TableReader reader(fileOf("table", content), shape);
+    reader.column(column);
+    std::vector<std::string> rows;
+    for (Row row; reader.next(row);) {
+        std::string& shown = rows.emplace_back(std::to_string(row.line));
+        for (std::size_t i = 0; i < row.fields.size(); ++i)
+            shown += (i == 0 ? ':' : '|') + row.fields[i];
+        if (!row.fault.empty()) shown += '!' + row.fault;
+    }
+    return rows;
+}
+
+TEST(Table, ReadsRows) {
+    struct Case {
+        std::string content;
+        TableShape shape;
+        std::vector<std::string> rows;
+    } const cases[] = {
+        {"a,b\r\n\"c,\"\"d\"\"\",\r\n", {}, {"1:a|b", "2:c,\"d\"|"}},
+        {"\"a\r\n\nb\",c\r\n\r\n\nd", {}, {"1:a\r\n\nb|c", "6:d"}},
+        {" a ; \"b\";5\" c\"\"\n\"\"\n", {.delimiter = ';'}, {"1: a | \"b\"|5\" c\"\"", "2:"}},
+        {"\ta\t\"b\tc\"\n", {.delimiter = '\t'}, {"1:|a|b\tc"}},
+        {"\"a\tb\n", {.delimiter = '\t', .hasQuotes = false}, {"1:\"a|b"}},
+        {"\xEF\xBB\xBFn,m\n\"1\n2\",3\n4\n", {.hasHeader = true}, {"2:1\n2|3", "4:4"}},
+        {"a\rb,c\n", {}, {"1:a\rb|c"}},
+        {"", {}, {}},
+        // A fault ends with its row, and the next is as good as any.
+        {"a\n\"b\"c,\"d\ne\n",
+         {},
+         {"1:a", "2!has text behind the quote that closes field 1", "3:e"}},
+        {"a\n\"b\n\xFF\",c\nd\0\ne\n"s,
+         {},
+         {"1:a", "2!line 3: not valid UTF-8 at byte 1", "4!holds a NUL", "5:e"}},
+        {"a\n\"b\n\",c,\"d\n", {}, {"1:a", "2!the quote opened in line 3 is not closed"}},
+    };
+    for (auto const& [content, shape, rows] : cases)
+        EXPECT_EQ(rowsOf(content, shape), rows) << content;
+}
+
+TEST(Table, FindsColumns) {
+    std::string const table = "id,name,2,id\n7,ball,x,8\n9\n";
+    EXPECT_EQ(
+        rowsOf(table, {.hasHeader = true}, "name"),
+        (std::vector<std::string>{"2:7|ball|x|8", "3:9!has 1 field, but column 2 is asked for"}));
+    TableReader reader(fileOf("table", table), {.hasHeader = true});
+    EXPECT_EQ(reader.column("2"), 2U);  // a name first
+    EXPECT_EQ(reader.column("4"), 3U);
+    std::tuple<std::string, std::string, bool, std::string> const failures[] = {
+        {table, "id", true, "several columns are called 'id'"},
+        {table, "5", true, "no column '5'; the header has id, name, 2, id"},
+        {table, "0", true, "no column '0'"},
+        {table, "5", false, "the first row has 4 fields"},
+        {table, "name", false, "--header"},
+        {"id;name\n", "name", true, "Is the --delimiter ';'?"},
+        {"\n", "1", true, "holds no header"},
+        {"a,\"b\n", "1", true, "table:1: the quote opened in line 1"}};
+    for (auto const& [content, column, hasHeader, part] : failures) {
+        try {
+            rowsOf(content, {.hasHeader = hasHeader}, column);
+            ADD_FAILURE() << part;
+        } catch (std::runtime_error const& error) {
+            EXPECT_NE(std::string(error.what()).find(part), std::string::npos) << error.what();
+        }
+    }
+    for (std::string const name : {"", "ab", "\"", "\n", "\xC2"})
+        EXPECT_THROW(near_text::delimiterOf(name), std::runtime_error) << name;
+}
+
+TEST(Table, BoundsARow) {
+    std::string const large(1 << 20, 'x');
+    EXPECT_EQ(rowsOf(large + "\na\n"), (std::vector<std::string>{"1!is longer than 1 MiB", "2:a"}));
+    std::vector<std::string> const rows = rowsOf("a\nb,\"\n" + large + "\nc\n");
+    ASSERT_EQ(rows.size(), 2U);
+    EXPECT_TRUE(rows[1].starts_with("2!the quote opened in line 2 is not closed within"));
+}
+
+TEST(Table, ReadsTheRowsItWrites) {
+    std::vector<std::string> const fields = {"a", "", " b", "c;\"d\"", "e\nf\r\ng\\", "\t", "5\""};
+    std::string const row = near_text::csvRow(fields, ';');
+    EXPECT_EQ(row, "a;;\" b\";\"c;\"\"d\"\"\";\"e\nf\r\ng\\\";\t;\"5\"\"\"\n");
+    TableReader reader(fileOf("table", row + near_text::csvRow({""})), {.delimiter = ';'});
+    Row read;
+    ASSERT_TRUE(reader.next(read));
+    EXPECT_EQ(read.fields, fields);
+    ASSERT_TRUE(reader.next(read));
+    EXPECT_EQ(read.fields, std::vector<std::string>{""});
+    EXPECT_EQ(near_text::tsvRow({"a\\", "", "\tb\r\n"}), "a\\\\\t\t\\tb\\r\\n\n");
+}
+
+}  // namespace
