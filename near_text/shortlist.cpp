@@ -4,24 +4,30 @@ namespace near_text {
 
 bool Shortlist::Experience::isPaying(std::size_t entries) const {
     constexpr std::size_t kLearning = 16;
-    return texts < kLearning || left < entries * texts / 4 * 3;
+    constexpr double kMostLeft = 0.75;
+    return texts < kLearning ||
+           static_cast<double>(left) < kMostLeft * static_cast<double>(entries * texts);
+}
+
+Shortlist::Experience* Shortlist::experienceOf(Percentages percentages) {
+    constexpr std::size_t kRetry = 64;  // texts of another kind may have come
+    std::lock_guard const lock(mutex);
+    std::pair const key(percentages.forShort, percentages.forLong);
+    auto place = experience.find(key);
+    if (place == experience.end()) {
+        SearchLimits const limits(threshold, percentages.forShort, percentages.forLong);
+        place = experience.emplace(key, Experience{limits}).first;
+    }
+    Experience& known = place->second;
+    if (known.isPaying(list.entries.size()) || ++known.passed % kRetry == 0) return &known;
+    return nullptr;
 }
 
 std::optional<Indices> Shortlist::entriesFor(std::u16string_view text, Percentages percentages) {
-    // An index takes about as long as this many searches.
-    constexpr std::size_t kWithout = 8;
-    if (searches < kWithout && searches++ < kWithout) return std::nullopt;
+    if (searches < kSearchesWithout && searches++ < kSearchesWithout) return std::nullopt;
+    Experience* const known = experienceOf(percentages);
+    if (known == nullptr) return std::nullopt;
     std::call_once(isIndexed, [&] { index = std::make_unique<EntryIndex>(list, excluded); });
-
-    Experience* known = nullptr;
-    {
-        std::lock_guard const lock(mutex);
-        auto const limits = SearchLimits(threshold, percentages.forShort, percentages.forLong);
-        known = &experience.try_emplace(percentages.asPair(), Experience{limits}).first->second;
-        constexpr std::size_t kRetry = 64;  // texts of another kind may follow
-        if (!known->isPaying(list.entries.size()) && ++known->passed % kRetry != 0)
-            return std::nullopt;
-    }
     Indices entries = std::move(index->candidates({&text, 1}, known->limits)[0]);
     std::lock_guard const lock(mutex);
     ++known->texts;

@@ -1,8 +1,5 @@
 // Shows a search only the entries of a list that can match, where that is quicker than to show it
 // all of them. No answer depends on it.
-//
-// An index of the list is made when some searches have gone without, so that few texts do not pay
-// for it; and it is not asked where experience says that it leaves most of the list.
 #pragma once
 
 #include <atomic>
@@ -11,6 +8,7 @@
 #include <mutex>
 #include <optional>
 #include <string_view>
+#include <utility>
 
 #include "near_text/entry_index.h"
 
@@ -20,13 +18,14 @@ namespace near_text {
 struct Percentages {
     int forShort;
     int forLong;
-
-    auto asPair() const { return std::pair(forShort, forLong); }
 };
 
-// For all threads. What it is given is the caller's and outlives it.
+// For all threads of a run. What it is given is the caller's and outlives it.
 class Shortlist {
 public:
+    // Searches that go without, since making the index takes about as long as they do.
+    static constexpr std::size_t kSearchesWithout = 8;
+
     Shortlist(EntryList const& searchedList, stand_in_host::ExcludedWords const& excludedWords,
               int lengthThreshold)
         : list(searchedList), excluded(excludedWords), threshold(lengthThreshold) {}
@@ -36,15 +35,18 @@ public:
     std::optional<Indices> entriesFor(std::u16string_view text, Percentages percentages);
 
 private:
-    // What is known of one pair of percentages.
+    // What two percentages have left so far.
     struct Experience {
         SearchLimits limits;
         std::size_t texts = 0;   // that the index was asked about
-        std::size_t left = 0;    // entries that it left, of all of them
-        std::size_t passed = 0;  // texts for which it was not asked
+        std::size_t left = 0;    // entries that it left, of all those texts
+        std::size_t passed = 0;  // texts that it was not asked about
 
         bool isPaying(std::size_t entries) const;
     };
+
+    // Null where it does not pay to ask the index.
+    Experience* experienceOf(Percentages percentages);
 
     EntryList const& list;
     stand_in_host::ExcludedWords const& excluded;
@@ -52,7 +54,7 @@ private:
     std::atomic<std::size_t> searches = 0;
     std::once_flag isIndexed;
     std::unique_ptr<EntryIndex const> index;
-    std::mutex mutex;  // for what follows
+    std::mutex mutex;  // of all experience but the limits, which do not change
     std::map<std::pair<int, int>, Experience> experience;
 };
 

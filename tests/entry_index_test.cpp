@@ -2,7 +2,7 @@
 // that do not match must be.
 #include "near_text/entry_index.h"
 
-#include "stand_in_host/whitespace.h"
+#include "tests/entry_lists.h"
 #include "tests/random_text.h"
 
 namespace {
@@ -16,21 +16,6 @@ std::vector<bool> among(near_text::Indices const& indices, std::size_t size) {
     for (unsigned long const index : indices)
         isAmong.at(index) = true;
     return isAmong;
-}
-
-EntryList listOf(std::u16string_view dictionary, char16_t separator) {
-    near_text::EntryListBuilder builder({}, separator);
-    std::size_t begin = 0;
-    for (std::size_t end = 0; end <= dictionary.size(); ++end) {
-        bool const isEnd =
-            end == dictionary.size() || dictionary[end] == 0 ||
-            (dictionary[end] == separator && !stand_in_host::isWhitespace(separator));
-        if (!isEnd) continue;
-        char16_t const joint = begin > 0 ? dictionary[begin - 1] : u'\0';
-        builder.add(end + 1, dictionary.substr(begin, end - begin), {}, {}, joint);
-        begin = end + 1;
-    }
-    return builder.take("the test");
 }
 
 // At several percentages about the one at which the last entry stops matching.
