@@ -72,9 +72,10 @@ Status duplicates(Program& program, DuplicatesOptions const& options) {
     Matchers matchers(program, options.jobs, list, terms, {});
     Interrupt const interrupt;
     Format const& format = options.format.format();
-    Shape const shape{true, file.keptNames, file.keptNames};
+    options.format.applyTo(program.output);
+    Shape const shape(true, options.format.delimiter, file.keptNames, file.keptNames);
     if (!options.isGrouped) program.output.write(format.heading(shape));
-    MatchWriter writer(program.output, options.sources.entries.file, options.jobs.isStrict,
+    MatchWriter writer(program.output, options.sources.entries.file.name, options.jobs.isStrict,
                        interrupt);
 
     Groups groups(options.isGrouped ? list.entries.size() : 0);
@@ -106,17 +107,14 @@ Status duplicates(Program& program, DuplicatesOptions const& options) {
     };
     Status const status = run(matchers, preparation, next, work, failureText, writer, interrupt);
     if (options.isGrouped && interrupt.signal() == 0) {
-        program.output.write(format.table(groupRows(groups, list, shape)));
+        program.output.write(format.table(shape, groupRows(groups, list, shape)));
     }
     return status;
 }
 
 void settle(DuplicatesOptions& options) {
-    options.sources.settle();
+    options.sources.settle(options.format);
     options.search.settle();
-    if (!options.sources.entries.keep.empty() && !options.format.format().carriesColumns) {
-        refuse("--keep", "does nothing in the format " + options.format.name);
-    }
 }
 
 }  // namespace

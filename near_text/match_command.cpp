@@ -28,9 +28,11 @@ Status match(Program& program, MatchOptions const& options) {
     RowReader reader(options.sources.texts, options.sources.reading, kLongestText,
                      interrupt.descriptor());
     Format const& format = options.format.format();
-    Shape const shape{!options.isUnnumbered, reader.keptNames(), entryColumns};
+    options.format.applyTo(program.output);
+    Shape const shape(!options.isUnnumbered, options.format.delimiter, reader.keptNames(),
+                      entryColumns);
     if (!options.isUnheaded) program.output.write(format.heading(shape));
-    MatchWriter writer(program.output, options.sources.texts.file, options.jobs.isStrict,
+    MatchWriter writer(program.output, options.sources.texts.file.name, options.jobs.isStrict,
                        interrupt);
     auto const work = [&, &entries = list](Matcher& matcher, TextRow const& row,
                                            std::u16string const& units) -> LineResult {
@@ -48,16 +50,10 @@ Status match(Program& program, MatchOptions const& options) {
 }
 
 void settle(MatchOptions& options) {
-    options.sources.settle();
+    options.sources.settle(options.format);
     options.search.settle();
-    Format const& format = options.format.format();
-    bool const isKeeping =
-        !options.sources.texts.keep.empty() || !options.sources.entries.keep.empty();
-    if (isKeeping && !format.carriesColumns) {
-        refuse("--keep", std::string("does nothing in the format ") + format.name);
-    }
-    if (options.isUnheaded && format.heading({}).empty()) {
-        refuse("--no-heading", std::string("does nothing in the format ") + format.name);
+    if (options.isUnheaded && !options.format.format().hasHeading) {
+        refuse("--no-heading", "does nothing in the format " + options.format.name);
     }
     if (!options.isUnmatched) return;
     if (!options.wanted.wanted.isAll()) {

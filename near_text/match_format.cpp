@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <set>
 #include <stdexcept>
 
 #include "near_text/output.h"
+#include "near_text/table.h"
 #include "stand_in_host/text_codec.h"
 
 namespace near_text {
@@ -12,6 +14,9 @@ namespace near_text {
 namespace {
 
 using Cells = std::vector<std::string>;
+
+constexpr char const* kColumns[] = {"line",  "text",       "percent", "distance", "limit",
+                                    "index", "entry_line", "entry",   "error"};
 
 std::string dumped(Json const& value) {
     return value.dump(-1, ' ', false, Json::error_handler_t::replace);
@@ -38,7 +43,7 @@ Cells keysOf(Json const& object) {
 
 // For eyes.
 
-std::string textHeading(Shape const& /*shape*/) {
+std::string noHeading(Shape const& /*shape*/) {
     return {};
 }
 
@@ -66,7 +71,7 @@ std::size_t shownWidth(std::string const& text) {
 }
 
 // Numbers to the right, words to the left.
-std::string textTable(std::vector<Json> const& rows) {
+std::string textTable(Shape const& /*shape*/, std::vector<Json> const& rows) {
     if (rows.empty()) return {};
     std::vector<Cells> lines = {keysOf(rows[0])};
     for (Json const& row : rows)
@@ -95,41 +100,22 @@ std::string textTable(std::vector<Json> const& rows) {
 
 // Tables.
 
-std::string tsvRow(Cells const& cells) {
-    std::string row;
-    for (std::string const& cell : cells) {
-        if (&cell != &cells[0]) row += '\t';
-        for (char const c : cell) {
-            std::size_t const i = std::string_view("\\\t\n\r").find(c);
-            if (i != std::string_view::npos) row += '\\';
-            row += i == std::string_view::npos ? c : "\\tnr"[i];
-        }
-    }
-    return row + '\n';
+std::string tsvText(Shape const& /*shape*/, Cells const& cells) {
+    return tsvRow(cells);
 }
 
-std::string csvRow(Cells const& cells) {
-    std::string row;
-    for (std::string const& cell : cells) {
-        if (&cell != &cells[0]) row += ',';
-        bool const isQuoted = cell.find_first_of(",\"\r\n") != std::string::npos;
-        if (isQuoted) row += '"';
-        for (char const c : cell)
-            row += c == '"' ? std::string("\"\"") : std::string(1, c);
-        if (isQuoted) row += '"';
-    }
-    return row + '\n';
+std::string csvText(Shape const& shape, Cells const& cells) {
+    return csvRow(cells, shape.delimiter);
 }
 
-using RowText = std::string (*)(Cells const& cells);
+using RowText = std::string (*)(Shape const& shape, Cells const& cells);
 
 template <RowText rowText>
 std::string tableHeading(Shape const& shape) {
-    Cells cells = {"line",  "text",       "percent", "distance", "limit",
-                   "index", "entry_line", "entry",   "error"};
+    Cells cells(std::begin(kColumns), std::end(kColumns));
     cells.insert(cells.end(), shape.textColumns.begin(), shape.textColumns.end());
     cells.insert(cells.end(), shape.entryColumns.begin(), shape.entryColumns.end());
-    return rowText(cells);
+    return rowText(shape, cells);
 }
 
 Cells rowCells(Shape const& shape, TextRow const& row, std::string const& text) {
@@ -150,7 +136,7 @@ std::string emptyRow(Shape const& shape, TextRow const& row, std::string const& 
     cells.push_back(error);
     appendKept(cells, row.kept, shape.textColumns.size());
     appendKept(cells, {}, shape.entryColumns.size());
-    return rowText(cells);
+    return rowText(shape, cells);
 }
 
 template <RowText rowText>
@@ -168,7 +154,7 @@ std::string tableMatches(Shape const& shape, TextRow const& row, EntryList const
         cells.emplace_back();
         appendKept(cells, row.kept, shape.textColumns.size());
         appendKept(cells, entry.kept, shape.entryColumns.size());
-        text += rowText(cells);
+        text += rowText(shape, cells);
     }
     return text;
 }
@@ -179,11 +165,11 @@ std::string tableFailure(Shape const& shape, TextRow const& row, std::string con
 }
 
 template <RowText rowText>
-std::string anyTable(std::vector<Json> const& rows) {
+std::string anyTable(Shape const& shape, std::vector<Json> const& rows) {
     if (rows.empty()) return {};
-    std::string text = rowText(keysOf(rows[0]));
+    std::string text = rowText(shape, keysOf(rows[0]));
     for (Json const& row : rows)
-        text += rowText(cellsOf(row));
+        text += rowText(shape, cellsOf(row));
     return text;
 }
 
@@ -226,7 +212,7 @@ std::string jsonFailure(Shape const& shape, TextRow const& row, std::string cons
     return dumped(object) + '\n';
 }
 
-std::string jsonTable(std::vector<Json> const& rows) {
+std::string jsonTable(Shape const& /*shape*/, std::vector<Json> const& rows) {
     std::string text;
     for (Json const& row : rows)
         text += dumped(row) + '\n';
@@ -234,15 +220,31 @@ std::string jsonTable(std::vector<Json> const& rows) {
 }
 
 constexpr Format kFormats[] = {
-    {"text", false, textHeading, textMatches, textFailure, textTable},
-    {"tsv", true, tableHeading<tsvRow>, tableMatches<tsvRow>, tableFailure<tsvRow>,
-     anyTable<tsvRow>},
-    {"csv", true, tableHeading<csvRow>, tableMatches<csvRow>, tableFailure<csvRow>,
-     anyTable<csvRow>},
-    {"json", true, textHeading, jsonMatches, jsonFailure, jsonTable},
+    {"text", false, false, noHeading, textMatches, textFailure, textTable},
+    {"tsv", true, true, tableHeading<tsvText>, tableMatches<tsvText>, tableFailure<tsvText>,
+     anyTable<tsvText>},
+    {"csv", true, true, tableHeading<csvText>, tableMatches<csvText>, tableFailure<csvText>,
+     anyTable<csvText>},
+    {"json", true, false, noHeading, jsonMatches, jsonFailure, jsonTable},
 };
 
 }  // namespace
+
+Shape::Shape(bool isNumberedOne, char csvDelimiter, Cells const& textNames, Cells const& entryNames)
+    : isNumbered(isNumberedOne), delimiter(csvDelimiter) {
+    std::set<std::string> taken(std::begin(kColumns), std::end(kColumns));
+    auto const free = [&](std::string name, std::string const& prefix) {
+        bool const isNumber = name.find_first_not_of("0123456789") == std::string::npos;
+        if (isNumber) name.insert(0, prefix);
+        while (!taken.insert(name).second)
+            name.insert(0, prefix);
+        return name;
+    };
+    for (std::string const& name : textNames)
+        textColumns.push_back(free(name, "text_"));
+    for (std::string const& name : entryNames)
+        entryColumns.push_back(free(name, "entry_"));
+}
 
 Format const& formatNamed(std::string const& name) {
     for (Format const& format : kFormats) {

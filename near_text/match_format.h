@@ -26,22 +26,28 @@ using Json = nlohmann::ordered_json;
 
 // What one run's output is like.
 struct Shape {
-    bool isNumbered = true;  // otherwise no line tells its number, and none depends on another
-    std::vector<std::string> textColumns;  // names of those that are kept
-    std::vector<std::string> entryColumns;
+    // `textNames` and `entryNames` are of the columns that are kept. A name that is taken by
+    // another column gets text_ or entry_ ahead, and so do numbers.
+    Shape(bool isNumberedOne, char csvDelimiter, std::vector<std::string> const& textNames,
+          std::vector<std::string> const& entryNames);
+
+    bool isNumbered;  // otherwise no line tells its number, and none depends on another
+    char delimiter;
+    std::vector<std::string> textColumns, entryColumns;
 };
 
 struct Format {
     char const* name;
     bool carriesColumns;
-    // Ahead of the first text; may be empty. All texts end with a line feed.
+    bool hasHeading;
+    // Ahead of the first text. All texts end with a line feed.
     std::string (*heading)(Shape const& shape);
     // The texts of rows and entries are valid UTF-8.
     std::string (*matches)(Shape const& shape, TextRow const& row, EntryList const& list,
                            std::vector<Match> const& matches);
     std::string (*failure)(Shape const& shape, TextRow const& row, std::string const& error);
     // Any other table: objects with the same keys.
-    std::string (*table)(std::vector<Json> const& rows);
+    std::string (*table)(Shape const& shape, std::vector<Json> const& rows);
 };
 
 // Throws std::out_of_range.

@@ -21,7 +21,11 @@ void holdStandardStreams() {
 
 void Output::write(std::string_view text) {
     constexpr std::size_t kEnough = 1 << 16;
-    waiting += text;
+    if (encoder) {
+        waiting += encoder->encoded(text);
+    } else {
+        waiting += text;
+    }
     if (waiting.size() >= kEnough) flush();
 }
 

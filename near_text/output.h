@@ -1,9 +1,12 @@
 // The program's standard output. Nothing is lost in silence: a write that fails throws.
 #pragma once
 
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
+
+#include "near_text/encoding.h"
 
 namespace near_text {
 
@@ -19,12 +22,16 @@ void holdStandardStreams();
 
 class Output {
 public:
+    // All that is written from now on. Throws std::runtime_error when there is no such encoding.
+    void encodeAs(std::string const& encoding) { encoder.emplace(encoding); }
+
     // Both throw std::runtime_error, NobodyReads among them.
     void write(std::string_view text);
     void flush();
 
 private:
     std::string waiting;
+    std::optional<Encoder> encoder;
 };
 
 // A message on standard error.

@@ -20,16 +20,6 @@ void JobOptions::addTo(CLI::App& command) {
                      "take longer");
 }
 
-void FormatOptions::addTo(CLI::App& command) {
-    command
-        .add_option(
-            "-f,--format", name,
-            "text for eyes; tsv, in which \\\\, \\t, \\n and \\r stand for what would break "
-            "columns; csv; or json, an object a line. Default: text")
-        ->type_name("FORMAT")
-        ->check(CLI::IsMember(formatNames()));
-}
-
 Matchers::Matchers(Program const& program, JobOptions const& options, EntryList const& list,
                    SearchTerms const& terms, Wanted wanted)
     : excluded(stand_in_host::readExclusions(terms.exclusions, list.separator)),

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "near_text/commands.h"
-#include "near_text/match_format.h"
+#include "near_text/format_options.h"
 #include "near_text/match_writer.h"
 #include "near_text/matches.h"
 #include "near_text/text_row.h"
@@ -25,15 +25,6 @@ struct JobOptions {
 
     JobOptions();
     void addTo(CLI::App& command);
-};
-
-// --format and what goes with it.
-struct FormatOptions {
-    std::string name = "text";
-
-    void addTo(CLI::App& command);
-    Format const& format() const { return formatNamed(name); }
-    bool isForEyes() const { return name == "text"; }
 };
 
 // A matcher for each thread.

@@ -28,7 +28,7 @@ struct TextSearchOptions {
 };
 
 EntryFile readList(TextSearchOptions const& options) {
-    if (!options.sources.entries.file.empty()) {
+    if (!options.sources.entries.file.name.empty()) {
         return readEntries(options.sources.entries, options.sources.reading, options.preparation());
     }
     std::u16string const separator = argumentUnits("--separator", options.separator);
@@ -55,8 +55,8 @@ Indices askedIndices(TextSearchOptions const& options, EntryList const& list) {
             indices.push_back(static_cast<unsigned long>(entry - list.entries.begin()));
             continue;
         }
-        std::string const name =
-            (options.sources.entries.file.empty() ? "place " : "line ") + std::to_string(place);
+        std::string const name = (options.sources.entries.file.name.empty() ? "place " : "line ") +
+                                 std::to_string(place);
         if (place > list.places) throw std::runtime_error("no " + name);
         complain(name + " holds no word, so it is no entry and has no index");
     }
@@ -100,7 +100,8 @@ void writeMatches(Program& program, TextSearchOptions const& options, EntryFile 
             program.output.write(shownMatch(match, entries.list.entries[match.index]) + '\n');
         return;
     }
-    Shape const shape{false, {}, entries.keptNames};
+    Shape const shape(false, options.format.delimiter, {}, entries.keptNames);
+    options.format.applyTo(program.output);
     TextRow row;
     row.text = options.text;
     program.output.write(format.heading(shape) + format.matches(shape, row, entries.list, matches));
@@ -137,20 +138,17 @@ Status search(Program& program, TextSearchOptions const& options) {
 }
 
 void settle(TextSearchOptions& options) {
-    if (options.sources.entries.file.empty() == options.dictionaryFile.empty()) {
+    if (options.sources.entries.file.name.empty() == options.dictionaryFile.empty()) {
         throw CLI::RequiredError("--entries or --dictionary");
     }
-    options.sources.settle();
+    options.sources.settle(options.format);
     options.search.settle();
     bool const isExplained = options.isExplained || !options.explainedPlaces.empty();
-    if (options.sources.entries.isTable() && options.sources.entries.file.empty()) {
+    if (options.sources.entries.isTable() && options.sources.entries.file.name.empty()) {
         refuse("--entry-column", "does nothing without --entries");
     }
     if (isExplained && !options.format.isForEyes()) {
         refuse("--format", "explanations are for eyes, in the format text alone");
-    }
-    if (!options.sources.entries.keep.empty() && !options.format.format().carriesColumns) {
-        refuse("--keep-entry", "does nothing in the format " + options.format.name);
     }
     if (options.isIndices &&
         (isExplained || !options.wanted.wanted.isAll() || !options.format.isForEyes())) {

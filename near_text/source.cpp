@@ -1,5 +1,7 @@
 #include "near_text/source.h"
 
+#include <algorithm>
+
 #include "near_text/search_options.h"
 #include "stand_in_host/text_codec.h"
 
@@ -29,7 +31,7 @@ void addColumns(CLI::App& command, std::string const& name, std::string const& k
 }  // namespace
 
 void SourceOptions::addTexts(CLI::App& command, bool hasKeep) {
-    command.add_option("-t,--texts", texts.file, "Texts, one a line; - reads them in")
+    command.add_option("-t,--texts", texts.file.name, "Texts, one a line; - reads them in")
         ->type_name("FILE")
         ->required()
         ->group(kGroup);
@@ -37,14 +39,14 @@ void SourceOptions::addTexts(CLI::App& command, bool hasKeep) {
 }
 
 void SourceOptions::addEntries(CLI::App& command, bool hasKeep) {
-    command.add_option("-e,--entries", entries.file, "Entries, one a line; - reads them in")
+    command.add_option("-e,--entries", entries.file.name, "Entries, one a line; - reads them in")
         ->type_name("FILE")
         ->group(kGroup);
     addColumns(command, "--entry-column", "--keep-entry", "the entries", entries, hasKeep);
 }
 
 void SourceOptions::addFile(CLI::App& command) {
-    command.add_option("FILE", entries.file, "Texts, one a line; - reads them in")
+    command.add_option("FILE", entries.file.name, "Texts, one a line; - reads them in")
         ->type_name("")
         ->required()
         ->group(kGroup);
@@ -59,37 +61,84 @@ void SourceOptions::addReading(CLI::App& command) {
         ->group(kGroup);
     command
         .add_option("-d,--delimiter", reading.delimiter,
-                    "What parts the columns of a table, \\t for a tab. Default: a tab in files "
+                    "What parts the columns of a table, here and in the format csv: a character, "
+                    "or tab, and then quotes are characters like any other. Default: tab in files "
                     "named .tsv, else a comma")
         ->type_name("C")
         ->group(kGroup);
     command
-        .add_option("--encoding", reading.encoding,
+        .add_option("--encoding", texts.file.encoding,
                     "The encoding of the files, such as windows-1251, utf-16 or koi8-r. Default: "
                     "what a byte order mark tells, else UTF-8")
         ->type_name("NAME")
         ->group(kGroup);
+    if (command.get_option_no_throw("--texts") == nullptr) return;
+    command
+        .add_option("--entry-encoding", entries.file.encoding,
+                    "That of the entries, where it is another")
+        ->type_name("NAME")
+        ->group(kGroup);
 }
 
-void SourceOptions::settle() const {
+void SourceOptions::settle(FormatOptions& format) {
     bool const hasTable = texts.isTable() || entries.isTable();
-    std::string const noTable = "does nothing without a column to read (--text-column";
-    if (!hasTable && reading.hasHeader) refuse("--header", noTable + " or --entry-column)");
-    if (!hasTable && !reading.delimiter.empty()) {
-        refuse("--delimiter", noTable + " or --entry-column)");
+    constexpr char const* kNoTable = "does nothing while no column is told to hold the texts";
+    if (!hasTable && reading.hasHeader) refuse("--header", kNoTable);
+    if (!hasTable && !reading.delimiter.empty() && !format.isCsv()) {
+        refuse("--delimiter", kNoTable);
     }
-    if (!texts.isTable() && !texts.keep.empty()) refuse("--keep", noTable + ')');
-    if (!entries.isTable() && !entries.keep.empty()) {
-        refuse("--keep-entry", "does nothing without --entry-column");
+    if (!texts.isTable() && !texts.keep.empty()) refuse("--keep", kNoTable);
+    if (!entries.isTable() && !entries.keep.empty()) refuse("--keep-entry", kNoTable);
+    bool const isKeeping = !texts.keep.empty() || !entries.keep.empty();
+    if (isKeeping && !format.format().carriesColumns) {
+        refuse("--format", format.name + " shows no columns that are kept");
     }
+    if (entries.file.encoding.empty()) entries.file.encoding = texts.file.encoding;
+    if (!reading.delimiter.empty()) format.delimiter = delimiterOf(reading.delimiter);
 }
 
-RowReader::RowReader(Source const& source, Reading const& /*reading*/, std::size_t longest,
-                     int wakeDescriptor)
-    : lines(source.file, longest, wakeDescriptor) {}
+RowReader::RowReader(Source const& source, Reading const& reading, std::size_t longest,
+                     int wakeDescriptor) {
+    if (!source.isTable()) {
+        lines = std::make_unique<LineReader>(source.file, longest, wakeDescriptor);
+        return;
+    }
+    auto const isName = [](std::string const& column) {
+        return column.find_first_not_of("0123456789") != std::string::npos;
+    };
+    bool const hasName =
+        isName(source.column) || std::any_of(source.keep.begin(), source.keep.end(), isName);
+    bool const hasTabs = reading.delimiter.empty() ? source.file.name.ends_with(".tsv")
+                                                   : delimiterOf(reading.delimiter) == '\t';
+    TableShape shape;
+    if (!reading.delimiter.empty()) shape.delimiter = delimiterOf(reading.delimiter);
+    if (hasTabs) shape.delimiter = '\t';
+    shape.hasQuotes = !hasTabs;
+    shape.hasHeader = hasName || reading.hasHeader;
+    table = std::make_unique<TableReader>(source.file, shape, wakeDescriptor);
+    textColumn = table->column(source.column);
+    for (std::string const& column : source.keep) {
+        keptColumns.push_back(table->column(column));
+        names.push_back(shape.hasHeader ? table->header()[keptColumns.back()]
+                                        : std::to_string(keptColumns.back() + 1));
+    }
+}
 
 bool RowReader::next(TextRow& row) {
-    return lines.next(row);
+    if (lines) return lines->next(row);
+    if (!table->next(fields)) return false;
+    row = {};
+    row.number = fields.line;
+    row.fault = fields.fault;
+    if (!row.fault.empty()) return true;
+    for (std::size_t const column : keptColumns)
+        row.kept.push_back(fields.fields[column]);
+    row.text = std::move(fields.fields[textColumn]);
+    return true;
+}
+
+std::string RowReader::place() const {
+    return lines ? lines->place() : table->place(fields);
 }
 
 EntryFile readEntries(Source const& source, Reading const& reading, Preparation const& preparation,
@@ -105,7 +154,7 @@ EntryFile readEntries(Source const& source, Reading const& reading, Preparation 
             throw std::runtime_error(reader.place() + error.what());
         }
     }
-    return {builder.take(shownName(source.file)), reader.keptNames()};
+    return {builder.take(shownName(source.file.name)), reader.keptNames()};
 }
 
 }  // namespace near_text

@@ -2,16 +2,19 @@
 #pragma once
 
 #include <CLI/App.hpp>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "near_text/entry_list.h"
+#include "near_text/format_options.h"
+#include "near_text/table.h"
 #include "near_text/text_row.h"
 
 namespace near_text {
 
 struct Source {
-    std::string file;
+    TextFile file{""};
     std::string column;             // a name, or a number from 1; empty for a file of lines
     std::vector<std::string> keep;  // columns to carry over, likewise
 
@@ -20,9 +23,8 @@ struct Source {
 
 // How the files of a run are read.
 struct Reading {
-    bool hasHeader = false;
-    std::string delimiter;  // empty where the file's name tells it
-    std::string encoding;   // empty where the file tells it
+    bool hasHeader = false;  // also where no column is told by name
+    std::string delimiter;   // empty where the file's name tells it
 };
 
 // The options of both.
@@ -35,10 +37,10 @@ struct SourceOptions {
     void addEntries(CLI::App& command, bool hasKeep = true);
     // After those.
     void addReading(CLI::App& command);
-    // The one file of a command that has one, in place of the first two.
+    // The one file of a command that has one, in place of all three.
     void addFile(CLI::App& command);
-    // Once the command line is read. Throws CLI::ValidationError.
-    void settle() const;
+    // Once the command line is read; `format` is that of the output. Throws CLI::ValidationError.
+    void settle(FormatOptions& format);
 };
 
 // The texts of a source, one at a time, each as soon as it is complete.
@@ -52,11 +54,16 @@ public:
     // False at the end.
     bool next(TextRow& row);
     // "FILE:LINE: ", of the row that was read last.
-    std::string place() const { return lines.place(); }
+    std::string place() const;
+    // Those of the header, else numbers.
     std::vector<std::string> const& keptNames() const { return names; }
 
 private:
-    LineReader lines;
+    std::unique_ptr<LineReader> lines;  // or else
+    std::unique_ptr<TableReader> table;
+    Row fields;
+    std::size_t textColumn = 0;
+    std::vector<std::size_t> keptColumns;
     std::vector<std::string> names;
 };
 

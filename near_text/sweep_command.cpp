@@ -156,7 +156,7 @@ Status sweep(Program& program, SweepOptions const& options) {
     Interrupt const interrupt;
     RowReader reader(options.sources.texts, options.sources.reading, kLongestText,
                      interrupt.descriptor());
-    MatchWriter writer(program.output, options.sources.texts.file, options.jobs.isStrict,
+    MatchWriter writer(program.output, options.sources.texts.file.name, options.jobs.isStrict,
                        interrupt);
     Status const status = run(
         matchers, preparation, [&](TextRow& row) { return reader.next(row); },
@@ -165,7 +165,9 @@ Status sweep(Program& program, SweepOptions const& options) {
         },
         [](TextRow const&, std::string const&) { return std::string(); }, writer, interrupt);
     if (interrupt.signal() == 0) {
-        program.output.write(options.format.format().table(counts.rows()));
+        options.format.applyTo(program.output);
+        Shape const shape(true, options.format.delimiter, {}, {});
+        program.output.write(options.format.format().table(shape, counts.rows()));
     }
     return status;
 }
@@ -201,7 +203,7 @@ void addSweep(Program& program) {
     options->format.addTo(command);
     options->jobs.addTo(command);
     command.callback([&program, options] {
-        options->sources.settle();
+        options->sources.settle(options->format);
         options->search.settle();
         std::sort(options->percents.begin(), options->percents.end());
         program.command = [&program, options] { return sweep(program, *options); };
