@@ -2,6 +2,7 @@
 // them are wanted.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <limits>
 #include <string_view>
@@ -72,7 +73,9 @@ private:
     Wanted wanted;
     stand_in_host::ExcludedWords excluded;
 
-    HighFirst highFirst;
+    // Percentages to try first, one after the other.
+    static constexpr std::array kHigh = {85, 75};
+    std::array<HighFirst, kHigh.size()> highFirst;
 };
 
 }  // namespace near_text
