@@ -9,7 +9,6 @@
 #include <algorithm>
 #include <bit>
 #include <limits>
-#include <tuple>
 
 #include "near_text/distinct_words.h"
 #include "stand_in_host/whitespace.h"
@@ -97,7 +96,7 @@ void EntryIndex::countEntries(EntryList const& list) {
         fine.push_back(counted.counters);
     }
     std::sort(places.begin(), places.end(), [](Place const& a, Place const& b) {
-        return std::tie(a.units, a.length, a.index) < std::tie(b.units, b.length, b.index);
+        return a.units != b.units ? a.units < b.units : a.length < b.length;
     });
     reorder(fine, places);
 }
