@@ -69,7 +69,7 @@ Status duplicates(Program& program, DuplicatesOptions const& options) {
     auto const file = readEntries(options.sources.entries, options.sources.reading, preparation,
                                   /*beginsWithSeparator=*/true);
     EntryList const& list = file.list;
-    Matchers matchers(program, options.jobs.jobs, list, terms, {});
+    Matchers matchers(program, options.jobs, list, terms, {});
     Interrupt const interrupt;
     Format const& format = options.format.format();
     options.format.applyTo(program.output);

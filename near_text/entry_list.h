@@ -21,6 +21,9 @@ struct Entry {
     std::size_t length;
 };
 
+// By the add-in's index in the whole list, ascending.
+using Indices = std::vector<unsigned long>;
+
 struct EntryList {
     std::u16string dictionary;  // as the add-in gets it
     char16_t separator;

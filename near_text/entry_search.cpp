@@ -7,6 +7,10 @@
 namespace near_text {
 
 Indices EntrySearch::find(std::u16string_view text, Percentages percentages) {
+    if (shortlist != nullptr) {
+        if (auto const entries = shortlist->entriesFor(text, percentages))
+            return findAmong(text, percentages, *entries);
+    }
     return ask(text, percentages, list.dictionary);
 }
 

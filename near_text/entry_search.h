@@ -8,15 +8,10 @@
 #include <vector>
 
 #include "near_text/entry_list.h"
+#include "near_text/shortlist.h"
 #include "stand_in_host/component.h"
 
 namespace near_text {
-
-// How alike an entry must be: one no longer than the threshold, and a longer one.
-struct Percentages {
-    int forShort;
-    int forLong;
-};
 
 // The add-in would not search; what() is its report.
 class Refused : public std::runtime_error {
@@ -24,19 +19,18 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-// By the add-in's index in the whole list, ascending.
-using Indices = std::vector<unsigned long>;
-
 // One object for a thread. Component, list and exclusions are the caller's and outlive it; threads
 // may share list and exclusions.
 class EntrySearch {
 public:
     EntrySearch(stand_in_host::Component& lentComponent, EntryList const& searchedList,
-                std::u16string_view exclusionWords, int lengthThreshold)
+                std::u16string_view exclusionWords, int lengthThreshold,
+                Shortlist* sharedShortlist = nullptr)
         : component(lentComponent),
           list(searchedList),
           exclusions(exclusionWords),
-          threshold(lengthThreshold) {}
+          threshold(lengthThreshold),
+          shortlist(sharedShortlist) {}
 
     // The entries that match `text`. Throws Refused.
     Indices find(std::u16string_view text, Percentages percentages);
@@ -51,6 +45,7 @@ private:
     EntryList const& list;
     std::u16string_view exclusions;
     int threshold;
+    Shortlist* shortlist;        // may be null
     std::u16string shorterList;  // of the last call, kept for its memory
 };
 

@@ -23,7 +23,7 @@ Status match(Program& program, MatchOptions const& options) {
     SearchTerms const terms = options.search.terms();
     auto const [list, entryColumns] =
         readEntries(options.sources.entries, options.sources.reading, preparation);
-    Matchers matchers(program, options.jobs.jobs, list, terms, options.wanted.wanted);
+    Matchers matchers(program, options.jobs, list, terms, options.wanted.wanted);
     Interrupt const interrupt;
     RowReader reader(options.sources.texts, options.sources.reading, kLongestText,
                      interrupt.descriptor());

@@ -11,10 +11,6 @@ namespace near_text {
 
 namespace {
 
-constexpr int kHigh = 85;
-constexpr int kMuchLower =
-    75;  // from here down a search takes so much longer that asking twice may pay
-
 double secondsSince(std::chrono::steady_clock::time_point start) {
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 }
@@ -35,8 +31,8 @@ void keepWanted(std::vector<Match>& matches, Wanted wanted) {
 }
 
 Matcher::Matcher(stand_in_host::Component& component, EntryList const& searchedList,
-                 SearchTerms const& searchTerms, Wanted wantedMatches)
-    : search(component, searchedList, searchTerms.exclusions, searchTerms.threshold),
+                 SearchTerms const& searchTerms, Wanted wantedMatches, Shortlist* shortlist)
+    : search(component, searchedList, searchTerms.exclusions, searchTerms.threshold, shortlist),
       list(searchedList),
       terms(searchTerms),
       wanted(wantedMatches),
@@ -50,18 +46,22 @@ std::vector<Match> Matcher::matches(std::u16string_view text) {
 
 Indices Matcher::found(std::u16string_view text) {
     Percentages const asked = terms.percentages;
-    Percentages const high = {std::max(asked.forShort, kHigh), std::max(asked.forLong, kHigh)};
-    bool const isRaised = std::min(asked.forShort, asked.forLong) <= kMuchLower;
-    if (!wanted.isAll() && isRaised && highFirst.isDue()) {
+    for (std::size_t i = 0; i < kHigh.size() && !wanted.isAll(); ++i) {
+        Percentages const high = {std::max(asked.forShort, kHigh[i]),
+                                  std::max(asked.forLong, kHigh[i])};
+        bool const isRaised = high.forShort > asked.forShort || high.forLong > asked.forLong;
+        if (!isRaised || !highFirst[i].isDue()) continue;
         auto const start = std::chrono::steady_clock::now();
         Indices indices = search.find(text, high);
         bool const isEnough = indices.size() >= (wanted.isBestAlone ? 1 : wanted.most);
-        highFirst.tried(secondsSince(start), isEnough);
+        highFirst[i].tried(secondsSince(start), isEnough);
         if (isEnough) return indices;
     }
     auto const start = std::chrono::steady_clock::now();
     Indices indices = search.find(text, asked);
-    highFirst.searchedFully(secondsSince(start));
+    double const seconds = secondsSince(start);
+    for (HighFirst& step : highFirst)
+        step.searchedFully(seconds);
     return indices;
 }
 

@@ -2,6 +2,7 @@
 // them are wanted.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <limits>
 #include <string_view>
@@ -46,7 +47,7 @@ void keepWanted(std::vector<Match>& matches, Wanted wanted);
 class Matcher {
 public:
     Matcher(stand_in_host::Component& component, EntryList const& searchedList,
-            SearchTerms const& searchTerms, Wanted wantedMatches);
+            SearchTerms const& searchTerms, Wanted wantedMatches, Shortlist* shortlist = nullptr);
 
     // All matches in the order of the list; where only some are wanted, these, nearest first.
     // Throws Refused.
@@ -72,7 +73,9 @@ private:
     Wanted wanted;
     stand_in_host::ExcludedWords excluded;
 
-    HighFirst highFirst;
+    // Percentages to try first, one after the other.
+    static constexpr std::array kHigh = {85, 75};
+    std::array<HighFirst, kHigh.size()> highFirst;
 };
 
 }  // namespace near_text

@@ -15,13 +15,20 @@ void JobOptions::addTo(CLI::App& command) {
         ->check(CLI::Range(1U, 256U));
     command.add_flag("--strict", isStrict,
                      "Stop at the first line that is too long or no text, instead of going on");
+    command.add_flag("--no-index", hasNoIndex,
+                     "Show the add-in every entry for every text. The answers are the same, and "
+                     "take longer");
 }
 
-Matchers::Matchers(Program const& program, std::size_t count, EntryList const& list,
-                   SearchTerms const& terms, Wanted wanted) {
-    for (std::size_t i = 0; i < count; ++i) {
+Matchers::Matchers(Program const& program, JobOptions const& options, EntryList const& list,
+                   SearchTerms const& terms, Wanted wanted)
+    : excluded(stand_in_host::readExclusions(terms.exclusions, list.separator)),
+      shortlist(list, excluded, terms.threshold) {
+    Shortlist* const used = options.hasNoIndex ? nullptr : &shortlist;
+    for (unsigned i = 0; i < options.jobs; ++i) {
         components.push_back(program.makeComponent());
-        matchers.push_back(std::make_unique<Matcher>(*components.back(), list, terms, wanted));
+        matchers.push_back(
+            std::make_unique<Matcher>(*components.back(), list, terms, wanted, used));
     }
     // What is wrong with the terms is wrong for every text, so it is told before the first.
     matchers[0]->search.findAmong(u"-", terms.percentages, {});

@@ -21,6 +21,7 @@ constexpr std::size_t kLongestText = 1 << 16;
 struct JobOptions {
     unsigned jobs;
     bool isStrict = false;
+    bool hasNoIndex = false;
 
     JobOptions();
     void addTo(CLI::App& command);
@@ -30,13 +31,15 @@ struct JobOptions {
 class Matchers {
 public:
     // Throws Refused when the add-in refuses the terms, and as Program::makeComponent.
-    Matchers(Program const& program, std::size_t count, EntryList const& list,
+    Matchers(Program const& program, JobOptions const& options, EntryList const& list,
              SearchTerms const& terms, Wanted wanted);
 
     Matcher& operator[](std::size_t worker) { return *matchers[worker]; }
     std::size_t size() const { return matchers.size(); }
 
 private:
+    stand_in_host::ExcludedWords const excluded;
+    Shortlist shortlist;
     std::vector<std::unique_ptr<stand_in_host::Component>> components;
     std::vector<std::unique_ptr<Matcher>> matchers;
 };

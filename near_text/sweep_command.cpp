@@ -152,7 +152,7 @@ Status sweep(Program& program, SweepOptions const& options) {
     terms.percentages = {options.percents[0], options.percents[0]};
     auto const file = readEntries(options.sources.entries, options.sources.reading, preparation);
     Sweep counts(options, file.list);
-    Matchers matchers(program, options.jobs.jobs, file.list, terms, {});
+    Matchers matchers(program, options.jobs, file.list, terms, {});
     Interrupt const interrupt;
     RowReader reader(options.sources.texts, options.sources.reading, kLongestText,
                      interrupt.descriptor());

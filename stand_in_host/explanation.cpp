@@ -3,10 +3,10 @@
 #include "stand_in_host/explanation.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstdint>
 #include <numeric>
 
+#include "stand_in_host/limit.h"
 #include "stand_in_host/whitespace.h"
 
 namespace stand_in_host {
@@ -28,14 +28,6 @@ std::u16string joined(Words const& words) {
     for (Word const word : words)
         text += word;
     return text;
-}
-
-unsigned long limitFor(unsigned long percent, unsigned long length) {
-    if (percent > 100) return 0;
-    // Halves depend on the rounding of each step, so the steps and their order are fixed.
-    double const share = static_cast<double>(percent) / 100.0;
-    double const tolerance = 1.0 - share;
-    return static_cast<unsigned long>(std::round(tolerance * static_cast<double>(length)));
 }
 
 // A whole text as a comparison of two reads it: up to the first NUL, every run of whitespace as if

@@ -230,6 +230,24 @@ TEST(Program, MatchesInOrderAsSingleSearchesDo) {
     EXPECT_GT(matches, 20u);
 }
 
+// The index of the entries is for speed alone.
+TEST(Program, PrintsTheSameWithoutAnIndex) {
+    std::string const samples = NEAR_TEXT_SAMPLES "/";
+    std::string const lists =
+        " --texts " + samples + "supplier.txt --entries " + samples + "catalogue.txt";
+    for (std::string const& arguments :
+         {"match --percent 60 --best" + lists, "match --percent 85 --top 3" + lists,
+          "match --percent 75 --prepare" + lists, "sweep" + lists,
+          "duplicates --percent 70 --exclude ltd " + samples + "catalogue.txt"}) {
+        Outcome const with =
+            run(arguments + " --jobs 3 --exclusions " + samples + "exclusions.txt");
+        Outcome const without =
+            run(arguments + " --no-index --exclusions " + samples + "exclusions.txt");
+        EXPECT_EQ(with.output, without.output) << arguments;
+        EXPECT_GT(with.output.size(), 500U) << arguments;
+    }
+}
+
 // Parts of a stream, each by a program of its own, give the whole's lines; a line that fails gives
 // a line too.
 TEST(Program, WritesALineForALine) {
