@@ -136,7 +136,9 @@ std::optional<bool> compareByWordList(TextMeasures const& first, TextMeasures co
         if (more - fewer > limit) return false;
         if (more <= kShortText) {
             if (limit <= kFewBuckets && exceedsBucketDifference(first, second, limit)) return false;
-        } else if (more <= UnitHistogram::kMaxUnits && !isLikelyNear(first.text, second.text)) {
+        } else if (first.wordUnits <= UnitHistogram::kMaxUnits &&
+                   second.text.size() <= UnitHistogram::kMaxUnits &&
+                   !isLikelyNear(first.text, second.text)) {
             if (exceedsBagDistance(first, second, limit)) return false;
         }
     }

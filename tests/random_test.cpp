@@ -1,74 +1,11 @@
 // Random input against the plain computation of the same answers, which shares no code with the
 // add-in. Seeds are fixed. A percentage is tried close to where the answer turns: there the limit
 // lies one below the distance, at it and one above.
-#include <random>
-
-#include "compare/generalized_levenstein_distance.h"
 #include "stand_in_host/explanation.h"
+#include "tests/random_text.h"
 #include "tests/test_support.h"
 
 namespace {
-
-// Latin and Cyrillic, tiny and large; units with the same low bits; halves of surrogate pairs.
-constexpr std::u16string_view kAlphabets[] = {
-    u"ab", u"abcdefghijklmnopqrstuvwxyz", u"абвгдежзийклмнопрстуфхцчшщъыьэюя",
-    u"a\u00E1\u0161\u0461\u0861\uFF61", u"aé\u0431\u2603\xD83D\xDE00\xFFFF;,"};
-
-// Texts in which words repeat, cancel and nearly cancel.
-struct RandomText {
-    explicit RandomText(unsigned seed) : engine(seed) {}
-
-    // From 0 to below `end`.
-    std::size_t below(std::size_t end) {
-        return std::uniform_int_distribution<std::size_t>(0, end - 1)(engine);
-    }
-    bool oneIn(std::size_t n) { return below(n) == 0; }
-    char16_t oneOf(std::u16string_view units) { return units[below(units.size())]; }
-
-    std::u16string run(std::u16string_view alphabet, std::size_t length) {
-        std::u16string text;
-        while (text.size() < length)
-            text += oneOf(alphabet);
-        return text;
-    }
-
-    // Up to `edits` units changed, taken out, put in or exchanged with another.
-    std::u16string edited(std::u16string text, std::u16string_view alphabet, std::size_t edits) {
-        for (std::size_t i = below(edits + 1); i > 0 && !text.empty(); --i) {
-            std::size_t const at = below(text.size());
-            std::size_t const kind = below(4);
-            if (kind == 0) text[at] = oneOf(alphabet);
-            if (kind == 1) text.erase(at, 1);
-            if (kind == 2) text.insert(at, 1, oneOf(alphabet));
-            if (kind == 3) std::swap(text[at], text[below(text.size())]);
-        }
-        return text;
-    }
-
-    // Words from a stock that grows as it goes, so that later texts share words with earlier ones,
-    // with all four kinds of whitespace and, now and then, a unit of `others`.
-    std::u16string words(std::size_t count, std::u16string_view alphabet, std::size_t longest,
-                         std::u16string_view others) {
-        std::u16string text;
-        for (std::size_t i = 0; i < count; ++i) {
-            if (stock.empty() || oneIn(4)) stock.push_back(run(alphabet, 1 + below(longest)));
-            std::u16string const& word = stock[below(stock.size())];
-            text += oneIn(5) ? edited(word, alphabet, 2) : word;
-            text += oneOf(u"   \t\n\r");
-            if (oneIn(4)) text += oneOf(u"   \t\n\r");
-            if (!others.empty() && oneIn(6)) text += oneOf(others);
-        }
-        if (oneIn(2) && !text.empty()) text.pop_back();
-        return text;
-    }
-
-    std::vector<std::u16string> stock;
-    std::mt19937 engine;
-};
-
-std::string shown(std::u16string_view text) {
-    return testing::PrintToString(std::u16string(text));
-}
 
 // Percentages around the one at which the distance equals the limit.
 std::vector<int> turningPercents(stand_in_host::SideBySide const& sides) {
@@ -168,48 +105,6 @@ TEST_F(AsThePlainComputation, TightSearchesAnswer) {
             for (int const percent : turningPercents(stand_in_host::explainSearch(arguments)[0])) {
                 arguments.percentShort = arguments.percentLong = percent;
                 expectSearch(arguments);
-            }
-        }
-    }
-}
-
-// Costs of 2 keep the row, and double the value.
-void expectRowsDistance(std::u16string const& first, std::u16string const& second) {
-    Utf16String const a = units(first);
-    Utf16String const b = units(second);
-    ASSERT_EQ(2 * GeneralizedLevensteinDistance(a, b, 1, 1, 1),
-              GeneralizedLevensteinDistance(a, b, 2, 2, 2))
-        << shown(first) << shown(second);
-}
-
-TEST(Distance, IsTheSameWhateverKernelWorksItOut) {
-    RandomText random(64);
-    constexpr std::size_t kLengths[] = {0,   1,   2,   7,   8,   9,   31,  32,  33,  63,
-                                        64,  65,  66,  127, 128, 129, 191, 192, 193, 255,
-                                        256, 257, 500, 511, 513, 640, 768, 769, 1000};
-    for (auto const alphabet : kAlphabets) {
-        for (std::size_t const firstLength : kLengths) {
-            for (std::size_t const secondLength : kLengths) {
-                auto const first = random.run(alphabet, firstLength);
-                auto second = random.run(alphabet, secondLength);
-                if (random.oneIn(2)) second = random.edited(first, alphabet, secondLength / 4 + 1);
-                expectRowsDistance(first, second);
-            }
-        }
-    }
-}
-
-// A block put into a long text takes the way through the matrix along the edge of the band, and,
-// with a unit more, just outside of it.
-TEST(Distance, HoldsAlongTheEdgeOfTheBand) {
-    RandomText random(8);
-    for (std::size_t const length : {520U, 768U, 769U, 1000U, 1030U}) {
-        auto const first = random.run(kAlphabets[1], length);
-        for (std::size_t const place : {70UL, length / 2, length}) {
-            for (std::size_t block = length / 7 - 6; block < length / 7 + 4; ++block) {
-                auto second = first;
-                second.insert(place, random.run(kAlphabets[1], block));
-                expectRowsDistance(first, second);
             }
         }
     }

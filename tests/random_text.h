@@ -1,0 +1,70 @@
+// Random texts to hold one form of an answer against another. Seeds are fixed.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <random>
+#include <string>
+#include <string_view>
+#include <vector>
+
+// Latin and Cyrillic, tiny and large; units with the same low bits; halves of surrogate pairs.
+inline constexpr std::u16string_view kAlphabets[] = {
+    u"ab", u"abcdefghijklmnopqrstuvwxyz", u"абвгдежзийклмнопрстуфхцчшщъыьэюя",
+    u"a\u00E1\u0161\u0461\u0861\uFF61", u"aé\u0431\u2603\xD83D\xDE00\xFFFF;,"};
+
+// Texts in which words repeat, cancel and nearly cancel.
+struct RandomText {
+    explicit RandomText(unsigned seed) : engine(seed) {}
+
+    // From 0 to below `end`.
+    std::size_t below(std::size_t end) {
+        return std::uniform_int_distribution<std::size_t>(0, end - 1)(engine);
+    }
+    bool oneIn(std::size_t n) { return below(n) == 0; }
+    char16_t oneOf(std::u16string_view units) { return units[below(units.size())]; }
+
+    std::u16string run(std::u16string_view alphabet, std::size_t length) {
+        std::u16string text;
+        while (text.size() < length)
+            text += oneOf(alphabet);
+        return text;
+    }
+
+    // Up to `edits` units changed, taken out, put in or exchanged with another.
+    std::u16string edited(std::u16string text, std::u16string_view alphabet, std::size_t edits) {
+        for (std::size_t i = below(edits + 1); i > 0 && !text.empty(); --i) {
+            std::size_t const at = below(text.size());
+            std::size_t const kind = below(4);
+            if (kind == 0) text[at] = oneOf(alphabet);
+            if (kind == 1) text.erase(at, 1);
+            if (kind == 2) text.insert(at, 1, oneOf(alphabet));
+            if (kind == 3) std::swap(text[at], text[below(text.size())]);
+        }
+        return text;
+    }
+
+    // Words from a stock that grows as it goes, so that later texts share words with earlier ones,
+    // with all four kinds of whitespace and, now and then, a unit of `others`.
+    std::u16string words(std::size_t count, std::u16string_view alphabet, std::size_t longest,
+                         std::u16string_view others) {
+        std::u16string text;
+        for (std::size_t i = 0; i < count; ++i) {
+            if (stock.empty() || oneIn(4)) stock.push_back(run(alphabet, 1 + below(longest)));
+            std::u16string const& word = stock[below(stock.size())];
+            text += oneIn(5) ? edited(word, alphabet, 2) : word;
+            text += oneOf(u"   \t\n\r");
+            if (oneIn(4)) text += oneOf(u"   \t\n\r");
+            if (!others.empty() && oneIn(6)) text += oneOf(others);
+        }
+        if (oneIn(2) && !text.empty()) text.pop_back();
+        return text;
+    }
+
+    std::vector<std::u16string> stock;
+    std::mt19937 engine;
+};
+
+inline std::string shown(std::u16string_view text) {
+    return testing::PrintToString(std::u16string(text));
+}
