@@ -133,7 +133,11 @@ template bool isWithin(unsigned long, MatchVector<Rows128> const&, unsigned long
 
 void BandedDistance::fillMatches(Pieces pattern, unsigned long rows) {
     unsigned long const blocks = (rows + kBlockRows - 1) / kBlockRows;
-    if (matches_.size() < blocks) matches_.resize(blocks);
+    if (matches_.size() < blocks) {
+        // No more than needed, and not beside the old ones.
+        std::vector<MatchVector<Rows64>>().swap(matches_);
+        matches_.resize(blocks);
+    }
     for (unsigned long block = 0; block < blocks; ++block)
         matches_[block].clear();
     unsigned long row = 0;

@@ -95,7 +95,7 @@ private:
     std::uint32_t size_ = 0;
     std::uint32_t const slotMask_;  // the number of slots, a power of two, less 1
     FixedBuffer<Utf16View, kFewWords> words_;
-    FixedBuffer<Slot*, kFewWords> slotOf_;  // by place in the list
+    FixedBuffer<std::uint32_t, kFewWords> slotOf_;  // by place in the list
     FixedBuffer<Slot, 2 * kFewWords> slots_;
 };
 
@@ -132,7 +132,7 @@ inline std::uint32_t WordList::findOrAdd(Utf16View word) {
     if (size_ == capacity_) return kNoRoom;
     std::uint32_t const place = size_++;
     words_[place] = word;
-    slotOf_[place] = slot;
+    slotOf_[place] = static_cast<std::uint32_t>(slot - slots_.data());
     *slot = {mark, place + 1};
     return place;
 }
@@ -144,5 +144,5 @@ inline std::uint32_t WordList::find(Utf16View word) {
 
 inline void WordList::cutBackTo(std::uint32_t size) {
     while (size_ > size)
-        slotOf_[--size_]->place = 0;
+        slots_[slotOf_[--size_]].place = 0;
 }
