@@ -3,6 +3,7 @@
 #include <cmath>
 #include <map>
 #include <numeric>
+#include <unordered_map>
 
 #include "compare/bag_distance.h"
 #include "compare/bit_parallel_distance.h"
@@ -315,6 +316,33 @@ TEST(WordList, KeepsWordsInOrderUntilCutBack) {
             ASSERT_TRUE(
                 std::equal(held.begin(), held.end(), list.words().begin(), list.words().end()));
         }
+    }
+}
+
+// Two words of this form whose hashes are the same as far as a list keeps them.
+std::pair<Utf16String, Utf16String> alikeInHash(std::u16string const& before, unsigned length,
+                                                std::u16string const& behind) {
+    std::mt19937_64 engine;
+    std::unordered_map<std::uint32_t, Utf16String> seen;
+    while (true) {
+        Utf16String word = units(before);
+        for (auto bits = engine(); word.size() < before.size() + length; bits >>= 16U)
+            word += static_cast<unsigned short>(bits);
+        word += units(behind);
+        auto const [place, isNew] =
+            seen.try_emplace(static_cast<std::uint32_t>(hashOf(word)), word);
+        if (!isNew && place->second != word) return {place->second, word};
+    }
+}
+
+// All their units differ, their last or their first.
+TEST(WordList, TellsWordsApartThatHaveOneHash) {
+    for (auto const& [one, other] :
+         {alikeInHash(u"", 3, u""), alikeInHash(u"lead", 3, u""), alikeInHash(u"", 4, u"tail")}) {
+        WordList list(2);
+        EXPECT_EQ(list.findOrAdd(one), 0U);
+        EXPECT_EQ(list.find(other), WordList::kNoRoom);
+        EXPECT_EQ(list.findOrAdd(other), 1U);
     }
 }
 

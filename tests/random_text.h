@@ -68,3 +68,11 @@ struct RandomText {
 inline std::string shown(std::u16string_view text) {
     return testing::PrintToString(std::u16string(text));
 }
+
+// The `number`th word of so many units, of 64 letters.
+inline std::u16string numbered(std::size_t number, std::size_t length) {
+    std::u16string word;
+    for (std::size_t i = 0; i < length; ++i)
+        word += static_cast<char16_t>(0x410 + (number >> 6 * i) % 64);
+    return word;
+}

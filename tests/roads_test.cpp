@@ -112,11 +112,8 @@ TEST(Roads, AgreeOnRandomSearches) {
 // Words that have the same place in a table of any size, more than a list looks through.
 std::vector<std::u16string> collidingWords() {
     std::vector<std::u16string> words;
-    std::u16string word = u"aaaa";
-    for (unsigned i = 0; words.size() < 140; ++i) {
-        for (unsigned k = 0; k < 4; ++k)
-            word[k] = static_cast<char16_t>(u'a' + (i >> 5 * k) % 32);
-        if (hashOf(units(word)) % (1 << 13) == 77) words.push_back(word);
+    for (std::size_t i = 0; words.size() < 140; ++i) {
+        if (hashOf(units(numbered(i, 4))) % (1 << 13) == 77) words.push_back(numbered(i, 4));
     }
     return words;
 }
@@ -130,11 +127,30 @@ TEST(Roads, AgreeWhereTheListGivesUp) {
     for (auto const& text : {half, few, none}) {
         for (auto const& exclusions : {std::u16string(), few, joined(words, u";")}) {
             Searches searches(text, exclusions, u"", 256);
-            Searches tight(text, exclusions, u"", 20);
+            Searches tight(text, exclusions, u"", text == half ? 90 : 20);
             for (auto const& entry : {all, none, half, few, half + half + none + half, few + few}) {
                 searches.expectSame(entry);
                 tight.expectSame(entry);
             }
+        }
+    }
+}
+
+// Most of them is whitespace, repeated or excluded.
+TEST(Roads, AgreeOnLongEntries) {
+    RandomText random(1000);
+    for (std::size_t const longest : {1U, 3U, 12U, 900U}) {
+        random.stock.clear();
+        std::u16string text;
+        while (text.size() < 1000)
+            text += random.words(1, kAlphabets[2], longest, u"") + u' ';
+        text.resize(1000);
+        Searches searches(text, u"ltd;" + text.substr(0, 30), text, 256);
+        for (std::size_t const size : {1999U, 3999U, 4000U, 4001U, 6000U, 9000U}) {
+            std::u16string entry = random.edited(text, kAlphabets[2], 400);
+            while (entry.size() < size)
+                entry += u" ltd " + std::u16string(random.below(90), u' ') + text.substr(500);
+            searches.expectSame(entry.substr(0, size));
         }
     }
 }
