@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cassert>
 
 #include "compare/bag_distance.h"
 #include "compare/bit_parallel_distance.h"
@@ -80,6 +81,7 @@ public:
         Utf16View* word = words_.data();
         for (TextMeasures const* text : {&first, &second})
             forEachWord(text->text, [&word](Utf16View found) { *word++ = found; });
+        assert(word == words_.data() + count_);
     }
 
     // Finds the balances. False when there is no room.

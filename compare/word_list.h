@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cassert>
 #include <cstdint>
 #include <cstring>
 #include <span>
@@ -34,6 +35,7 @@ inline bool hasUnits(unsigned short const* units, Utf16View word) {
 // Equal words have equal hashes; `word` is not empty. Every unit takes part, four at a time; the
 // last four may overlap those before.
 inline std::uint64_t hashOf(Utf16View word) {
+    assert(!word.empty());
     constexpr std::uint64_t kMultiplier = 0x9E3779B97F4A7C15;  // odd, its bits well mixed
     unsigned short const* const units = word.data();
     unsigned long const length = word.size();
@@ -107,6 +109,7 @@ inline WordList::WordList(unsigned long capacity)
       words_(capacity),
       slotOf_(capacity),
       slots_(slotMask_ + 1UL) {
+    assert(capacity <= kMaxCapacity);
     std::fill_n(slots_.data(), slotMask_ + 1UL, Slot{0, 0});
 }
 
@@ -143,6 +146,7 @@ inline std::uint32_t WordList::find(Utf16View word) {
 }
 
 inline void WordList::cutBackTo(std::uint32_t size) {
+    assert(size <= size_);
     while (size_ > size)
         slots_[slotOf_[--size_]].place = 0;
 }

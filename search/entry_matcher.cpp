@@ -11,7 +11,9 @@
 #include "search/entry_matcher.h"
 
 #include <algorithm>
+#include <cassert>
 
+#include "compare/text_limit.h"
 #include "compare/words.h"
 #include "search/section_scanner.h"
 
@@ -42,6 +44,7 @@ EntryMatcher::EntryMatcher(Utf16View searchText, Utf16View exclusions, unsigned 
       words_(std::min(countWords(exclusions, separator) + countWords(searchText, 0) + entryWords,
                       WordList::kMaxCapacity)),
       entry_(entryWords) {
+    assert(searchText.size() <= kMaxTextLength);
     isListed_ = fillList();
     histogram_.orderBy(samples);
     if (histogram_.size() <= 64) {
