@@ -9,6 +9,7 @@
 #include "compare/bag_distance.h"
 
 #include <algorithm>
+#include <cassert>
 
 namespace {
 
@@ -60,6 +61,7 @@ void forBuckets(Utf16View text, Use&& use) {
 
 void UnitHistogram::add(Utf16View word) {
     size_ += word.size();
+    assert(size_ <= kMaxUnits);
     for (unsigned short const unit : word)
         ++counts_[bucketOf(unit)];
 }
@@ -72,6 +74,7 @@ void UnitHistogram::orderBy(std::span<Utf16View const> samples) {
         for (unsigned short const unit : sample)
             ++seen[bucketOf(unit)];
     }
+    assert(sampled <= kMaxUnits + 1);
     // By how many units more than a text of our own length is likely to have.
     struct Ranked {
         long expectedSurplus;
@@ -106,6 +109,7 @@ void UnitHistogram::orderBy(std::span<Utf16View const> samples) {
 }
 
 unsigned long UnitHistogram::missingIn(Utf16View other, unsigned long enough) const {
+    assert(other.size() <= kMaxUnits);
     if (groupCount_ == 0 || groups_[0].countedFromHere <= enough) return 0;
     std::array<ByteLanes, kMaxUnits / kByteLanes + 1> buckets;
     unsigned long vectors = 0;

@@ -26,6 +26,7 @@
 #include "compare/bit_parallel_distance.h"
 
 #include <algorithm>
+#include <cassert>
 #include <utility>
 
 unsigned long unitsOf(Pieces pieces) {
@@ -83,7 +84,9 @@ public:
     LastDiagonal(unsigned long limit, unsigned long rows, unsigned long columns)
         : row_(static_cast<long>(rows) - static_cast<long>(columns) - 1),
           rowsLeft_(std::min(rows, columns)),
-          spare_(static_cast<long>(limit - (std::max(rows, columns) - std::min(rows, columns)))) {}
+          spare_(static_cast<long>(limit - (std::max(rows, columns) - std::min(rows, columns)))) {
+        assert(spare_ >= 0);
+    }
 
     // Goes on to the next column, and to the next row. False while there is no row.
     bool next() { return ++row_ >= 0; }
@@ -111,6 +114,7 @@ private:
 template <class Rows>
 bool isWithin(unsigned long limit, MatchVector<Rows> const& pattern, unsigned long rows,
               Pieces text) {
+    assert(rows <= MatchVector<Rows>::kRows);
     unsigned long const columns = unitsOf(text);
     if (std::max(rows, columns) <= limit) return true;
     if (std::max(rows, columns) - std::min(rows, columns) > limit) return false;
@@ -133,7 +137,11 @@ template bool isWithin(unsigned long, MatchVector<Rows128> const&, unsigned long
 
 void BandedDistance::fillMatches(Pieces pattern, unsigned long rows) {
     unsigned long const blocks = (rows + kBlockRows - 1) / kBlockRows;
-    if (matches_.size() < blocks) matches_.resize(blocks);
+    if (matches_.size() < blocks) {
+        // No more than needed, and not beside the old ones.
+        std::vector<MatchVector<Rows64>>().swap(matches_);
+        matches_.resize(blocks);
+    }
     for (unsigned long block = 0; block < blocks; ++block)
         matches_[block].clear();
     unsigned long row = 0;

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <bit>
+#include <cassert>
 #include <cstdint>
 #include <span>
 #include <vector>
@@ -32,6 +33,7 @@ public:
     explicit MatchVector(unsigned long rows = kRows) { clear(rows); }
 
     void clear(unsigned long rows = kRows) {
+        assert(rows <= kRows);
         slotMask_ = static_cast<unsigned>(std::bit_ceil(2 * rows)) - 1;
         std::fill_n(keys_.begin(), slotMask_ + 1UL, kFree);
         usedCount_ = 0;
@@ -39,11 +41,13 @@ public:
 
     // Sets `row`, which is below kRows, for the unit.
     void add(unsigned short unit, unsigned long row) {
+        assert(row < kRows);
         unsigned const slot = slotOf(unit);
         if (keys_[slot] == kFree) {
             keys_[slot] = unit;
             rows_[slot] = 0;
             used_[usedCount_++] = static_cast<std::uint8_t>(slot);
+            assert(2 * usedCount_ <= slotMask_ + 1);
         }
         rows_[slot] |= Rows{1} << row;
     }
@@ -61,6 +65,7 @@ public:
 
     // Takes out `count` rows from `first` on; the rows above move down.
     void removeRows(unsigned long first, unsigned long count) {
+        assert(first < kRows);
         Rows const below = (Rows{1} << first) - 1;
         for (unsigned i = 0; i < usedCount_; ++i) {
             Rows& rows = rows_[used_[i]];

@@ -10,7 +10,7 @@
 
 inline constexpr unsigned long kBlockUnits = 64;
 
-// The bits below `count`, which is at most 64.
+// The bits below `count`; from 64 on all of them.
 constexpr std::uint64_t lowBits(unsigned long count) {
     return count >= kBlockUnits ? ~std::uint64_t{0} : (std::uint64_t{1} << count) - 1;
 }

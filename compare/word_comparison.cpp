@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cassert>
 
 #include "compare/bag_distance.h"
 #include "compare/bit_parallel_distance.h"
@@ -80,6 +81,7 @@ public:
         Utf16View* word = words_.data();
         for (TextMeasures const* text : {&first, &second})
             forEachWord(text->text, [&word](Utf16View found) { *word++ = found; });
+        assert(word == words_.data() + count_);
     }
 
     // Finds the balances. False when there is no room.
@@ -136,7 +138,9 @@ std::optional<bool> compareByWordList(TextMeasures const& first, TextMeasures co
         if (more - fewer > limit) return false;
         if (more <= kShortText) {
             if (limit <= kFewBuckets && exceedsBucketDifference(first, second, limit)) return false;
-        } else if (more <= UnitHistogram::kMaxUnits && !isLikelyNear(first.text, second.text)) {
+        } else if (first.wordUnits <= UnitHistogram::kMaxUnits &&
+                   second.text.size() <= UnitHistogram::kMaxUnits &&
+                   !isLikelyNear(first.text, second.text)) {
             if (exceedsBagDistance(first, second, limit)) return false;
         }
     }

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cassert>
 #include <cstdint>
 #include <cstring>
 #include <span>
@@ -34,6 +35,7 @@ inline bool hasUnits(unsigned short const* units, Utf16View word) {
 // Equal words have equal hashes; `word` is not empty. Every unit takes part, four at a time; the
 // last four may overlap those before.
 inline std::uint64_t hashOf(Utf16View word) {
+    assert(!word.empty());
     constexpr std::uint64_t kMultiplier = 0x9E3779B97F4A7C15;  // odd, its bits well mixed
     unsigned short const* const units = word.data();
     unsigned long const length = word.size();
@@ -85,7 +87,8 @@ private:
         std::uint32_t place;  // in the list, from 1; 0 is a free slot
     };
     static constexpr unsigned long kFewWords = 32;
-    static constexpr unsigned kMaxProbes = 32;
+    // Words that are not made to collide need fewer, a quarter of a million of them included.
+    static constexpr unsigned kMaxProbes = 64;
 
     // The word's slot or the free one that it would take; null after too many probes.
     Slot* probe(Utf16View word, std::uint32_t mark);
@@ -94,7 +97,7 @@ private:
     std::uint32_t size_ = 0;
     std::uint32_t const slotMask_;  // the number of slots, a power of two, less 1
     FixedBuffer<Utf16View, kFewWords> words_;
-    FixedBuffer<Slot*, kFewWords> slotOf_;  // by place in the list
+    FixedBuffer<std::uint32_t, kFewWords> slotOf_;  // by place in the list
     FixedBuffer<Slot, 2 * kFewWords> slots_;
 };
 
@@ -106,6 +109,7 @@ inline WordList::WordList(unsigned long capacity)
       words_(capacity),
       slotOf_(capacity),
       slots_(slotMask_ + 1UL) {
+    assert(capacity <= kMaxCapacity);
     std::fill_n(slots_.data(), slotMask_ + 1UL, Slot{0, 0});
 }
 
@@ -131,7 +135,7 @@ inline std::uint32_t WordList::findOrAdd(Utf16View word) {
     if (size_ == capacity_) return kNoRoom;
     std::uint32_t const place = size_++;
     words_[place] = word;
-    slotOf_[place] = slot;
+    slotOf_[place] = static_cast<std::uint32_t>(slot - slots_.data());
     *slot = {mark, place + 1};
     return place;
 }
@@ -142,6 +146,7 @@ inline std::uint32_t WordList::find(Utf16View word) {
 }
 
 inline void WordList::cutBackTo(std::uint32_t size) {
+    assert(size <= size_);
     while (size_ > size)
-        slotOf_[--size_]->place = 0;
+        slots_[slotOf_[--size_]].place = 0;
 }

@@ -3,6 +3,7 @@
 // The block is sized by counting digits, and filled by way of the number stream. That is written
 // from its beginning each time: it would pile up every digit that it ever held, and digits left
 // unread by a call that ran out of memory would stand in front of the next one's.
+#include <cassert>
 #include <string>
 
 #include "host/near_text_comparer.h"
@@ -62,6 +63,7 @@ bool NearTextComparer::createReturnString(_tVariant* ret,
         narrowInto(text + end, digits.data(), digits.size());
         end += digits.size() + 1;
     }
+    assert(end == total);
     text[total - 1] = 0;
     ret->length = static_cast<std::uint32_t>(total - 1);
     return true;

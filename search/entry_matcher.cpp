@@ -11,7 +11,9 @@
 #include "search/entry_matcher.h"
 
 #include <algorithm>
+#include <cassert>
 
+#include "compare/text_limit.h"
 #include "compare/words.h"
 #include "search/section_scanner.h"
 
@@ -42,12 +44,13 @@ EntryMatcher::EntryMatcher(Utf16View searchText, Utf16View exclusions, unsigned 
       words_(std::min(countWords(exclusions, separator) + countWords(searchText, 0) + entryWords,
                       WordList::kMaxCapacity)),
       entry_(entryWords) {
+    assert(searchText.size() <= kMaxTextLength);
     isListed_ = fillList();
     histogram_.orderBy(samples);
     if (histogram_.size() <= 64) {
-        fewRows_.emplace(searchWords_);
+        fewRows_.emplace(searchWords());
     } else if (histogram_.size() <= 128) {
-        moreRows_.emplace(searchWords_);
+        moreRows_.emplace(searchWords());
     }
 }
 
@@ -62,10 +65,11 @@ bool EntryMatcher::fillList() {
     exclusionsEnd_ = words_.size();
     for (Utf16View const word : words_.words())
         exclusionFingerprints_ |= std::uint64_t{1} << fingerprintOf(word);
+    cancelledBy_.reserve(countWords(searchText_, 0));
     forEachWord(searchText_, [&](Utf16View word) {
         std::uint32_t const end = words_.size();
         if (add(word) != end) return;
-        searchWords_.push_back({word, histogram_.size()});
+        cancelledBy_.push_back(0);
         histogram_.add(word);
     });
     searchEnd_ = words_.size();
@@ -149,9 +153,9 @@ EntryMatcher::Cancelling EntryMatcher::cancel(unsigned long mostUnits) {
         if (place == WordList::kNoRoom) return Cancelling::NoRoom;
         if (place < exclusionsEnd_) continue;
         if (place < searchEnd_) {
-            SearchWord& same = searchWords_[place - exclusionsEnd_];
-            if (same.cancelledBy == entryNumber_) continue;
-            same.cancelledBy = entryNumber_;
+            unsigned long& cancelledBy = cancelledBy_[place - exclusionsEnd_];
+            if (cancelledBy == entryNumber_) continue;
+            cancelledBy = entryNumber_;
             cancelledUnits_ += word.size();
         } else if (place != end) {
             continue;
@@ -163,23 +167,27 @@ EntryMatcher::Cancelling EntryMatcher::cancel(unsigned long mostUnits) {
 }
 
 template <class Rows>
-EntryMatcher::SearchRows<Rows>::SearchRows(std::vector<SearchWord> const& words) {
-    for (SearchWord const& word : words) {
-        for (unsigned long i = 0; i < word.text.size(); ++i)
-            all.add(word.text[i], word.row + i);
+EntryMatcher::SearchRows<Rows>::SearchRows(Pieces searchWords) {
+    unsigned long row = 0;
+    for (Utf16View const word : searchWords) {
+        for (unsigned short const unit : word)
+            all.add(unit, row++);
     }
     rest = all;
 }
 
 template <class Rows>
-MatchVector<Rows> const& EntryMatcher::SearchRows<Rows>::without(
-    std::vector<SearchWord> const& words, unsigned long entryNumber) {
-    rest.copyRows(all);
+MatchVector<Rows> const& EntryMatcher::leftOf(SearchRows<Rows>& rows) const {
+    if (cancelledUnits_ == 0) return rows.all;
+    rows.rest.copyRows(rows.all);
+    Pieces const words = searchWords();
     // From the last word on, since the rows above move down.
-    for (auto word = words.rbegin(); word != words.rend(); ++word) {
-        if (word->cancelledBy == entryNumber) rest.removeRows(word->row, word->text.size());
+    unsigned long row = histogram_.size();
+    for (unsigned long i = words.size(); i-- > 0;) {
+        row -= words[i].size();
+        if (cancelledBy_[i] == entryNumber_) rows.rest.removeRows(row, words[i].size());
     }
-    return rest;
+    return rows.rest;
 }
 
 bool EntryMatcher::isLeftWithin(unsigned long limit) {
@@ -188,16 +196,13 @@ bool EntryMatcher::isLeftWithin(unsigned long limit) {
     unsigned long const units = unitsOf(entryLeft);
     if (std::max(rows, units) <= limit) return true;
     if (std::max(rows, units) - std::min(rows, units) > limit) return false;
-    auto const isPatternWithin = [&](auto& searchRows) {
-        auto const& pattern =
-            cancelledUnits_ == 0 ? searchRows.all : searchRows.without(searchWords_, entryNumber_);
-        return isWithin(limit, pattern, rows, entryLeft);
-    };
-    if (fewRows_) return isPatternWithin(*fewRows_);
-    if (moreRows_) return isPatternWithin(*moreRows_);
+    if (fewRows_) return isWithin(limit, leftOf(*fewRows_), rows, entryLeft);
+    if (moreRows_) return isWithin(limit, leftOf(*moreRows_), rows, entryLeft);
+    Pieces const words = searchWords();
     searchLeft_.clear();
-    for (SearchWord const& word : searchWords_) {
-        if (word.cancelledBy != entryNumber_) searchLeft_.push_back(word.text);
+    searchLeft_.reserve(words.size());
+    for (unsigned long i = 0; i < words.size(); ++i) {
+        if (cancelledBy_[i] != entryNumber_) searchLeft_.push_back(words[i]);
     }
     return banded_.isWithin(limit, searchLeft_, entryLeft);
 }

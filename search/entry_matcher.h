@@ -38,19 +38,10 @@ public:
     bool isMatch(Utf16View entry, unsigned long limit);
 
 private:
-    struct SearchWord {
-        Utf16View text;
-        unsigned long row;              // in the joined search words
-        unsigned long cancelledBy = 0;  // the last entry that holds the word too, from 1
-    };
-
     // The rows of the joined search words, and of what is left of them.
     template <class Rows>
     struct SearchRows {
-        explicit SearchRows(std::vector<SearchWord> const& words);
-        // Without the words that the entry cancelled.
-        MatchVector<Rows> const& without(std::vector<SearchWord> const& words,
-                                         unsigned long entryNumber);
+        explicit SearchRows(Pieces searchWords);
 
         MatchVector<Rows> all;
         MatchVector<Rows> rest;
@@ -65,9 +56,15 @@ private:
     // at least: a word with a fingerprint that was not seen is surely neither excluded nor a
     // repeat.
     unsigned long cut(Utf16View entry, unsigned long mostUnits);
+    Pieces searchWords() const {
+        return words_.words().subspan(exclusionsEnd_, cancelledBy_.size());
+    }
     static unsigned fingerprintOf(Utf16View word);
     // Cancels the words that were cut. Gives up when more than `mostUnits` units count.
     Cancelling cancel(unsigned long mostUnits);
+    // The rows of the search words without those that the entry cancelled.
+    template <class Rows>
+    MatchVector<Rows> const& leftOf(SearchRows<Rows>& rows) const;
     // Of what the last `cancel` left.
     bool isLeftWithin(unsigned long limit);
     // True when surely more than `mostUnits` units of the entry count. Takes any number of words.
@@ -89,7 +86,7 @@ private:
     bool isListed_ = false;  // false when the exclusions or the search words found no room
 
     UnitHistogram histogram_;                      // of the search words
-    std::vector<SearchWord> searchWords_;          // in text order
+    std::vector<unsigned long> cancelledBy_;       // by search word: the last entry that holds it
     std::optional<SearchRows<Rows64>> fewRows_;    // of up to 64 units of search words
     std::optional<SearchRows<Rows128>> moreRows_;  // of up to 128
 

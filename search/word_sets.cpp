@@ -22,8 +22,8 @@ bool compareStrings(WordSet const& searchWords, WordSet& candidate, WordSet cons
     removeSame(searchLeft, candidate);
     Utf16String const left = makeStringForComparison(searchLeft);
     Utf16String const right = makeStringForComparison(candidate);
-    auto const [shorter, longer] = std::minmax(left.size(), right.size());
+    unsigned long const longer = std::max(left.size(), right.size());
     // The distance is at least the difference of the lengths.
-    if (longer - shorter > limit) return false;
+    if (longer - std::min(left.size(), right.size()) > limit) return false;
     return GeneralizedLevensteinDistance(left, right, 1, 1, 1) <= limit;
 }

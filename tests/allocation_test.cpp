@@ -1,5 +1,8 @@
 // Every allocation of a call fails once. This program replaces the global allocation functions,
-// which the loaded library then uses too: it lets the n-th allocation of a call fail, for every n.
+// which the loaded library then uses too: it lets the n-th allocation of a call fail, for every n,
+// and counts bytes.
+#include <malloc.h>
+
 #include <cstdlib>
 #include <functional>
 #include <new>
@@ -10,6 +13,14 @@ namespace {
 
 long failAt = -1;  // how many allocations are still to succeed before one fails; below 0 none does
 long liveBlocks = 0;
+unsigned long liveBytes = 0;
+unsigned long peakBytes = 0;
+
+void release(void* block) {
+    if (block != nullptr) --liveBlocks;
+    liveBytes -= malloc_usable_size(block);
+    std::free(block);
+}
 
 }  // namespace
 
@@ -17,23 +28,24 @@ void* operator new(std::size_t size) {
     void* const block = failAt >= 0 && failAt-- == 0 ? nullptr : std::malloc(size);
     if (block == nullptr) throw std::bad_alloc();
     ++liveBlocks;
+    liveBytes += malloc_usable_size(block);
+    peakBytes = std::max(peakBytes, liveBytes);
     return block;
 }
 void* operator new[](std::size_t size) {
     return operator new(size);
 }
 void operator delete(void* block) noexcept {
-    if (block != nullptr) --liveBlocks;
-    std::free(block);
+    release(block);
 }
 void operator delete[](void* block) noexcept {
-    operator delete(block);
+    release(block);
 }
 void operator delete(void* block, std::size_t) noexcept {
-    operator delete(block);
+    release(block);
 }
 void operator delete[](void* block, std::size_t) noexcept {
-    operator delete(block);
+    release(block);
 }
 
 namespace {
@@ -127,6 +139,46 @@ TEST_F(Allocations, FailInEveryPlaceWithoutHarm) {
         return c->FindMethod(hostUnits(u"НайтиСтроки")) == 1 && c->FindProp(hostUnits(u"x")) == -1;
     });
     expectSafe("locale", [](Component& c) { return c->SetLocale(hostUnits(u"ru")), true; });
+}
+
+TEST(Memory, OfASearchIsSmallWhateverTheTextsAre) {
+    // 500 words of one unit, one of 1000, 60 of a few, 250 of three.
+    std::u16string texts[4];
+    for (char16_t unit = 0x4E00; texts[0].size() < 1000; ++unit)
+        texts[0] += std::u16string{unit, u' '};
+    for (std::size_t i = 0; i < 1000; ++i)
+        texts[1] += static_cast<char16_t>(u'a' + i * i % 23);
+    for (std::size_t i = 0; i < 60; ++i)
+        texts[2] += u"word" + texts[1].substr(i, 4) + u" ";
+    for (std::size_t i = 0; i < 250; ++i)
+        texts[3] += texts[1].substr(i, 2) + static_cast<char16_t>(0x400 + i) + u' ';
+    std::u16string dictionary;
+    for (auto const& text : texts) {
+        for (std::size_t const length : {100U, 600U, 700U, 800U, 900U, 1000U})
+            dictionary += text.substr(0, text[1] == u' ' ? length / 2 : length) + u'x' +
+                          text.substr(1, 8) + u';';
+    }
+    for (int i = 0; i < 400; ++i)
+        dictionary += std::u16string(3000, u'z') + u';';
+    std::u16string exclusions;
+    for (int i = 0; i < 40; ++i)
+        exclusions += std::u16string{u'l', static_cast<char16_t>(u'a' + i), u'd', u';'};
+    Component component(addIn());
+    for (auto const& text : texts) {
+        for (int const percent : {40, 85, 100}) {
+            std::vector<_tVariant> params = {textRecord(text),      textRecord(dictionary),
+                                             textRecord(u";"),      numberRecord(5000),
+                                             numberRecord(percent), numberRecord(percent),
+                                             textRecord(exclusions)};
+            _tVariant result = stand_in_host::garbageRecord();
+            // Few match, and the host gives no block for them.
+            component.memory.answer = stand_in_host::Memory::Answer::Refusal;
+            peakBytes = liveBytes;
+            unsigned long const before = liveBytes;
+            component->CallAsFunc(1, &result, params.data(), std::ssize(params));
+            EXPECT_LE(peakBytes - before, 64 * 1024) << percent;
+        }
+    }
 }
 
 TEST_F(Allocations, FailWhenNamesComeFromTheLibrary) {

@@ -1,7 +1,6 @@
 // Random input against the plain computation of the same answers, which shares no code with the
 // add-in. Seeds are fixed. A percentage is tried close to where the answer turns: there the limit
 // lies one below the distance, at it and one above.
-#include "compare/generalized_levenstein_distance.h"
 #include "stand_in_host/explanation.h"
 #include "tests/random_text.h"
 #include "tests/test_support.h"
@@ -83,48 +82,6 @@ TEST_F(AsThePlainComputation, TightSearchesAnswer) {
             for (int const percent : turningPercents(stand_in_host::explainSearch(arguments)[0])) {
                 arguments.percentShort = arguments.percentLong = percent;
                 expectSearch(arguments);
-            }
-        }
-    }
-}
-
-// Costs of 2 keep the row, and double the value.
-void expectRowsDistance(std::u16string const& first, std::u16string const& second) {
-    Utf16String const a = units(first);
-    Utf16String const b = units(second);
-    ASSERT_EQ(2 * GeneralizedLevensteinDistance(a, b, 1, 1, 1),
-              GeneralizedLevensteinDistance(a, b, 2, 2, 2))
-        << shown(first) << shown(second);
-}
-
-TEST(Distance, IsTheSameWhateverKernelWorksItOut) {
-    RandomText random(64);
-    constexpr std::size_t kLengths[] = {0,   1,   2,   7,   8,   9,   31,  32,  33,  63,
-                                        64,  65,  66,  127, 128, 129, 191, 192, 193, 255,
-                                        256, 257, 500, 511, 513, 640, 768, 769, 1000};
-    for (auto const alphabet : kAlphabets) {
-        for (std::size_t const firstLength : kLengths) {
-            for (std::size_t const secondLength : kLengths) {
-                auto const first = random.run(alphabet, firstLength);
-                auto second = random.run(alphabet, secondLength);
-                if (random.oneIn(2)) second = random.edited(first, alphabet, secondLength / 4 + 1);
-                expectRowsDistance(first, second);
-            }
-        }
-    }
-}
-
-// A block put into a long text takes the way through the matrix along the edge of the band, and,
-// with a unit more, just outside of it.
-TEST(Distance, HoldsAlongTheEdgeOfTheBand) {
-    RandomText random(8);
-    for (std::size_t const length : {520U, 768U, 769U, 1000U, 1030U}) {
-        auto const first = random.run(kAlphabets[1], length);
-        for (std::size_t const place : {70UL, length / 2, length}) {
-            for (std::size_t block = length / 7 - 6; block < length / 7 + 4; ++block) {
-                auto second = first;
-                second.insert(place, random.run(kAlphabets[1], block));
-                expectRowsDistance(first, second);
             }
         }
     }

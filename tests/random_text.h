@@ -71,6 +71,14 @@ inline std::string shown(std::u16string_view text) {
     return testing::PrintToString(std::u16string(text));
 }
 
+// The `number`th word of so many units, of 64 letters.
+inline std::u16string numbered(std::size_t number, std::size_t length) {
+    std::u16string word;
+    for (std::size_t i = 0; i < length; ++i)
+        word += static_cast<char16_t>(0x410 + (number >> 6 * i) % 64);
+    return word;
+}
+
 // Percentages around the one at which the distance equals the limit.
 inline std::vector<int> turningPercents(stand_in_host::SideBySide const& sides) {
     std::vector<int> percents = {0, 100};

@@ -1,0 +1,225 @@
+// The fast roads answer as the plain ones do, with the limit where the plain answer turns, one
+// below and one above.
+#include <optional>
+
+#include "compare/damerau_levenshtein_distance.h"
+#include "compare/word_comparison.h"
+#include "search/entry_matcher.h"
+#include "tests/random_text.h"
+#include "tests/test_support.h"
+
+namespace {
+
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+constexpr int kShare = 4;
+#else
+constexpr int kShare = 1;
+#endif
+
+// The least limit that lets the texts count as alike; `most` does.
+template <class Answer>
+unsigned long turnOf(unsigned long most, Answer const& isAlike) {
+    unsigned long low = 0;
+    while (low < most) {
+        unsigned long const middle = (low + most) / 2;
+        isAlike(middle) ? most = middle : low = middle + 1;
+    }
+    return low;
+}
+
+std::vector<std::u16string> linesOf(char const* sample) {
+    std::u16string const content =
+        stand_in_host::toUnits(contentOf(std::string(NEAR_TEXT_SAMPLES "/") + sample));
+    std::vector<std::u16string> lines;
+    for (std::size_t at = 0; at < content.size(); at = content.find(u'\n', at) + 1)
+        lines.push_back(content.substr(at, content.find(u'\n', at) - at));
+    return lines;
+}
+
+std::u16string joined(std::vector<std::u16string> const& words, std::u16string const& with) {
+    std::u16string text;
+    for (auto const& word : words)
+        text += word + with;
+    return text;
+}
+
+// One search text, held against one entry after another.
+struct Searches {
+    Searches(std::u16string_view searchText, std::u16string_view exclusionTexts,
+             std::u16string_view sample, unsigned long room)
+        : text(units(searchText)),
+          exclusions(units(exclusionTexts)),
+          samples{Utf16View(hostUnits(sample.data()), sample.size())},
+          plain(text, exclusions, ';'),
+          matcher(text, exclusions, ';', samples, room) {}
+
+    void expectSame(std::u16string_view entry) {
+        Utf16View const view(hostUnits(entry.data()), entry.size());
+        unsigned long const turn = turnOf(text.size() + entry.size(), [&](unsigned long limit) {
+            return plain.isMatch(view, limit);
+        });
+        for (unsigned long limit = turn - (turn > 0); limit <= turn + 1; ++limit)
+            ASSERT_EQ(matcher.isMatch(view, limit), limit >= turn) << shown(entry) << limit;
+    }
+
+    Utf16String const text;
+    Utf16String const exclusions;
+    std::array<Utf16View, 1> const samples;
+    PlainSearch const plain;
+    EntryMatcher matcher;
+};
+
+TEST(Roads, AgreeOnRealSearches) {
+    auto const entries = linesOf("catalogue.txt");
+    auto const texts = linesOf("supplier.txt");
+    auto const exclusions = joined(linesOf("exclusions.txt"), u";");
+    for (std::size_t i = 0; i < texts.size(); i += 7 * kShare) {
+        SCOPED_TRACE(shown(texts[i]));
+        Searches searches(texts[i], i % 2 == 0 ? exclusions : u"", texts[i], 256);
+        for (auto const& entry : entries) {
+            if (entry.find_first_not_of(u' ') != entry.npos) searches.expectSame(entry);
+        }
+    }
+}
+
+TEST(Roads, AgreeOnRandomSearches) {
+    RandomText random(256);
+    for (int round = 0; round < 240 / kShare; ++round) {
+        if (round % 5 == 0) random.stock.clear();
+        auto const alphabet = kAlphabets[random.below(std::size(kAlphabets))];
+        std::size_t const longest = random.oneIn(6) ? 90 : 1 + random.below(8);
+        auto const text =
+            random.words(1 + random.below(random.oneIn(4) ? 60 : 12), alphabet, longest, u"")
+                .substr(0, 1000);
+        auto exclusions =
+            random.words(random.oneIn(2) ? random.below(5) : 0, alphabet, longest, whole(u";\0"));
+        if (random.oneIn(12)) exclusions += u";" + text;
+        SCOPED_TRACE(shown(text) + shown(exclusions));
+        // With too little room an entry takes the longer way.
+        Searches searches(text, exclusions, random.oneIn(2) ? text : u"",
+                          random.oneIn(3) ? 1 + random.below(6) : 256);
+        for (int entry = 0; entry < 25; ++entry) {
+            auto const other = random.oneIn(2)
+                                   ? random.edited(text, alphabet, 6)
+                                   : random.words(1 + random.below(random.oneIn(6) ? 120 : 12),
+                                                  alphabet, longest, u"");
+            searches.expectSame(other + u'x');
+            searches.expectSame(u"x " + other);
+        }
+    }
+}
+
+// Words that have the same place in a table of any size, more than a list looks through.
+std::vector<std::u16string> collidingWords() {
+    std::vector<std::u16string> words;
+    for (std::size_t i = 0; words.size() < 140; ++i) {
+        if (hashOf(units(numbered(i, 4))) % (1 << 13) == 77) words.push_back(numbered(i, 4));
+    }
+    return words;
+}
+
+TEST(Roads, AgreeWhereTheListGivesUp) {
+    auto const words = collidingWords();
+    std::u16string const all = joined(words, u" ");
+    std::u16string const half = joined({words.begin(), words.begin() + 90}, u" ");
+    std::u16string const few = joined({words.end() - 5, words.end()}, u" ") + u"red";
+    std::u16string const none = u"blue red";
+    for (auto const& text : {half, few, none}) {
+        for (auto const& exclusions : {std::u16string(), few, joined(words, u";")}) {
+            Searches searches(text, exclusions, u"", 256);
+            Searches tight(text, exclusions, u"", text == half ? 90 : 20);
+            for (auto const& entry : {all, none, half, few, half + half + none + half, few + few}) {
+                searches.expectSame(entry);
+                tight.expectSame(entry);
+            }
+        }
+    }
+}
+
+// Most of them is whitespace, repeated or excluded.
+TEST(Roads, AgreeOnLongEntries) {
+    RandomText random(1000);
+    for (std::size_t const longest : {1U, 3U, 12U, 900U}) {
+        random.stock.clear();
+        std::u16string text;
+        while (text.size() < 1000)
+            text += random.words(1, kAlphabets[2], longest, u"") + u' ';
+        text.resize(1000);
+        Searches searches(text, u"ltd;" + text.substr(0, 30), text, 256);
+        for (std::size_t const size : {1999U, 3999U, 4000U, 4001U, 6000U, 9000U}) {
+            std::u16string entry = random.edited(text, kAlphabets[2], 400);
+            while (entry.size() < size)
+                entry += u" ltd " + std::u16string(random.below(90), u' ') + text.substr(500);
+            searches.expectSame(entry.substr(0, size));
+        }
+    }
+}
+
+// By way of the word list and by way of maps.
+void expectSameComparison(std::u16string_view first, std::u16string_view second,
+                          std::vector<Utf16String> const& exclusions) {
+    static auto const distance = std::make_unique<DamerauLevenshteinDistance>();
+    Utf16View const a(hostUnits(first.data()), first.size());
+    Utf16View const b(hostUnits(second.data()), second.size());
+    unsigned long const turn = turnOf(first.size() + second.size(), [&](unsigned long limit) {
+        return distance->compareByMaps(a, b, limit, exclusions);
+    });
+    for (unsigned long limit = turn - (turn > 0); limit <= turn + 1; ++limit) {
+        auto const answer = compareByWordList(TextMeasures(a), TextMeasures(b), limit, exclusions);
+        ASSERT_EQ(answer.value_or(limit >= turn), limit >= turn)
+            << shown(first) << shown(second) << limit;
+    }
+}
+
+TEST(Roads, AgreeOnComparisons) {
+    for (auto const& line : linesOf("pairs.tsv")) {
+        std::size_t const tab = line.rfind(u'\t');
+        std::size_t const before = line.rfind(u'\t', tab - 1);
+        expectSameComparison(line.substr(before + 1, tab - before - 1), line.substr(tab + 1), {});
+    }
+    RandomText random(17);
+    for (int round = 0; round < 6000 / kShare; ++round) {
+        if (round % 20 == 0) random.stock.clear();
+        auto const alphabet = kAlphabets[random.below(std::size(kAlphabets))];
+        std::size_t const longest = random.oneIn(8) ? 60 : 1 + random.below(8);
+        std::size_t const most = random.oneIn(6) ? 60 : 12;
+        auto const nuls = random.oneIn(8) ? whole(u"\0") : u"";
+        auto const first = random.words(random.below(most), alphabet, longest, nuls);
+        auto const second = random.oneIn(2)
+                                ? random.edited(first, alphabet, 6)
+                                : random.words(random.below(most), alphabet, longest, nuls);
+        std::vector<Utf16String> exclusions;
+        if (random.oneIn(3))
+            exclusions = {{},
+                          units(u"a b"),
+                          Utf16String(2000, 'a'),
+                          units(random.stock.empty() ? u"a" : random.stock.back())};
+        expectSameComparison(first, second, exclusions);
+    }
+}
+
+// A scan of a list takes texts of any length, words that collide, and whitespace without end.
+TEST(Roads, AgreeOnLongComparisons) {
+    RandomText random(40);
+    auto const colliding = joined(collidingWords(), u" ");
+    std::u16string const wide =
+        u"ab" + std::u16string(20'000, u' ') + random.run(kAlphabets[1], 200);
+    auto const many = random.words(600, kAlphabets[1], 8, u"");
+    auto const word = random.run(kAlphabets[1], 5000);
+    std::u16string const texts[] = {colliding, wide,
+                                    many,      random.edited(many, kAlphabets[1], 30),
+                                    word,      random.run(kAlphabets[1], 201),
+                                    u"ab"};
+    for (auto const& first : texts) {
+        for (auto const& second : texts) {
+            expectSameComparison(first, second, {});
+            expectSameComparison(first, second, {units(u"ab")});
+        }
+    }
+    // The list does give up.
+    Utf16String const all = units(colliding);
+    Utf16String const backwards(all.rbegin(), all.rend());
+    EXPECT_FALSE(compareByWordList(TextMeasures(all), TextMeasures(backwards), 10, {}));
+}
+
+}  // namespace
