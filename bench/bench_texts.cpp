@@ -121,10 +121,12 @@ std::u16string text(std::size_t length, bool isCyrillic, unsigned seed) {
     return text;
 }
 
-std::u16string nearTo(std::u16string text, std::size_t every, unsigned seed) {
+std::u16string mistyped(std::u16string text, std::size_t every, unsigned seed) {
     Engine engine(seed);
-    for (std::size_t i = text.size() / every + 1; i > 0; --i)
-        text[below(engine, text.size())] = u'#';
+    for (std::size_t i = text.size() / every + 1; i > 0; --i) {
+        char16_t const unit = text[below(engine, text.size())];
+        if (unit != u' ') text[below(engine, text.size())] = unit;
+    }
     return text;
 }
 

@@ -19,7 +19,7 @@ std::u16string join(std::vector<std::u16string> const& entries);
 // A text of `length` units out of Latin or Cyrillic words; texts of different seeds are unlike.
 std::u16string text(std::size_t length, bool isCyrillic, unsigned seed);
 
-// The text with one unit in `every` changed.
-std::u16string nearTo(std::u16string text, std::size_t every, unsigned seed);
+// The text with one unit in `every` replaced by another one of the same text, whitespace apart.
+std::u16string mistyped(std::u16string text, std::size_t every, unsigned seed);
 
 }  // namespace bench

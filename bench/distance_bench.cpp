@@ -1,54 +1,72 @@
-// The edit distance alone, by length. Where edlib is installed, it is measured on the same texts,
-// cut to 8 bits a unit.
-#include "bench/against_plain.h"
+// The edit distance alone, by length, against a single row of the matrix and, where they were there
+// when this was built, edlib (on texts of 8 bits a unit) and RapidFuzz.
+#include <memory>
+
 #include "bench/bench_texts.h"
-#include "bench/plain_form.h"
+#include "bench/cases.h"
+#include "bench/race.h"
 #include "compare/generalized_levenstein_distance.h"
 #ifdef NEAR_TEXT_EDLIB
 #include <edlib.h>
 #endif
+#ifdef NEAR_TEXT_RAPIDFUZZ
+#include <rapidfuzz/distance/Levenshtein.hpp>
+#endif
+
+namespace bench {
 
 namespace {
 
-struct Pair {
-    Utf16String first;
-    Utf16String second;
-};
-
-Pair pairOf(std::size_t length, bool isNear, bool isCyrillic) {
-    auto const first = bench::text(length, isCyrillic, 3);
-    auto const second = isNear ? bench::nearTo(first, 20, 5) : bench::text(length, isCyrillic, 4);
-    return {Utf16String(first.begin(), first.end()), Utf16String(second.begin(), second.end())};
+template <class Distance>
+void addDistance(Heat& heat, char const* name, Distance const& distance) {
+    auto const last = std::make_shared<unsigned long>();
+    heat.push_back(
+        {name, [last, distance] { *last = distance(); }, [last] { return Answer{*last}; }});
 }
-
-void distance(benchmark::State& state, bool isNear, bool isCyrillic) {
-    Pair const pair = pairOf(static_cast<std::size_t>(state.range(0)), isNear, isCyrillic);
-    bench::againstPlain(
-        state, [&] { return GeneralizedLevensteinDistance(pair.first, pair.second, 1, 1, 1); },
-        [&] { return plain::distance(pair.first, pair.second); });
-}
-
-#define LENGTHS Arg(8)->Arg(16)->Arg(32)->Arg(64)->Arg(128)->Arg(250)->Arg(500)->Arg(1000)
-BENCHMARK_CAPTURE(distance, unlike_latin, false, false)->LENGTHS;
-BENCHMARK_CAPTURE(distance, unlike_cyrillic, false, true)->LENGTHS;
-BENCHMARK_CAPTURE(distance, near_latin, true, false)->LENGTHS;
-BENCHMARK_CAPTURE(distance, near_cyrillic, true, true)->LENGTHS;
 
 #ifdef NEAR_TEXT_EDLIB
-void edlib(benchmark::State& state, bool isNear) {
-    Pair const pair = pairOf(static_cast<std::size_t>(state.range(0)), isNear, false);
-    std::string const a(pair.first.begin(), pair.first.end());
-    std::string const b(pair.second.begin(), pair.second.end());
-    auto const config = edlibNewAlignConfig(-1, EDLIB_MODE_NW, EDLIB_TASK_DISTANCE, nullptr, 0);
-    for (auto _ : state) {
-        auto const result = edlibAlign(a.data(), static_cast<int>(a.size()), b.data(),
-                                       static_cast<int>(b.size()), config);
-        benchmark::DoNotOptimize(result.editDistance);
-        edlibFreeAlignResult(result);
-    }
+unsigned long distanceOfEdlib(std::string const& a, std::string const& b) {
+    auto const result =
+        edlibAlign(a.data(), static_cast<int>(a.size()), b.data(), static_cast<int>(b.size()),
+                   edlibNewAlignConfig(-1, EDLIB_MODE_NW, EDLIB_TASK_DISTANCE, nullptr, 0));
+    auto const distance = static_cast<unsigned long>(result.editDistance);
+    edlibFreeAlignResult(result);
+    return distance;
 }
-BENCHMARK_CAPTURE(edlib, unlike_latin, false)->LENGTHS;
-BENCHMARK_CAPTURE(edlib, near_latin, true)->LENGTHS;
 #endif
 
+void raceDistance(benchmark::State& state, std::size_t length, bool isNear, bool isCyrillic) {
+    auto const first = text(length, isCyrillic, 3);
+    auto const second = isNear ? mistyped(first, 20, 5) : text(length, isCyrillic, 4);
+    Utf16String const a(first.begin(), first.end());
+    Utf16String const b(second.begin(), second.end());
+    Heat heat;
+    addDistance(heat, "ours", [&] { return GeneralizedLevensteinDistance(a, b, 1, 1, 1); });
+    addDistance(heat, "plain", [&] { return weightedDistance(a, b, 1, 1, 1); });
+#ifdef NEAR_TEXT_EDLIB
+    std::string const narrowA(a.begin(), a.end());
+    std::string const narrowB(b.begin(), b.end());
+    if (!isCyrillic) addDistance(heat, "edlib", [&] { return distanceOfEdlib(narrowA, narrowB); });
+#endif
+#ifdef NEAR_TEXT_RAPIDFUZZ
+    addDistance(heat, "levenshtein", [&] { return rapidfuzz::levenshtein_distance(a, b); });
+#endif
+    race(state, {heat}, 1);
+}
+
 }  // namespace
+
+void addDistanceCases() {
+    for (bool const isNear : {false, true}) {
+        for (bool const isCyrillic : {false, true}) {
+            std::string const name = std::string("distance/") + (isNear ? "near" : "unlike") +
+                                     (isCyrillic ? "_cyrillic/" : "_latin/");
+            for (std::size_t const length : {8UL, 16UL, 32UL, 64UL, 128UL, 250UL, 500UL, 1000UL}) {
+                addCase(name + std::to_string(length),
+                        [=](auto& state) { raceDistance(state, length, isNear, isCyrillic); });
+            }
+        }
+    }
+}
+
+}  // namespace bench

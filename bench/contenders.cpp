@@ -1,0 +1,127 @@
+#include "bench/contenders.h"
+
+#include <cstdlib>
+#include <memory>
+
+#include "bench/plain_road.h"
+#include "stand_in_host/text_codec.h"
+
+namespace bench {
+
+namespace {
+
+using stand_in_host::numberRecord;
+using stand_in_host::textRecord;
+
+struct Library {
+    Library(std::string libraryName, char const* file)
+        : name(std::move(libraryName)), addIn(file), component(addIn) {}
+
+    std::string name;
+    stand_in_host::AddIn addIn;
+    stand_in_host::Component component;
+};
+
+std::vector<std::unique_ptr<Library>> const& libraries() {
+    static auto const all = [] {
+        std::vector<std::unique_ptr<Library>> loaded;
+        loaded.push_back(std::make_unique<Library>("ours", NEAR_TEXT_LIBRARY));
+        if (char const* const file = std::getenv("NEAR_TEXT_BASELINE"); file != nullptr) {
+            loaded.push_back(std::make_unique<Library>("baseline", file));
+        }
+        return loaded;
+    }();
+    return all;
+}
+
+// A call of a library, as often as there are argument lists.
+class Calls {
+public:
+    using Records = std::vector<_tVariant>;
+
+    Calls(Library& library, long method, std::vector<Records> calls)
+        : library_(&library), method_(method), calls_(std::move(calls)), results_(calls_.size()) {}
+
+    void run() {
+        library_->component.memory.freeAll();
+        for (std::size_t i = 0; i < calls_.size(); ++i) {
+            results_[i] = {};
+            if (!library_->component->CallAsFunc(method_, &results_[i], calls_[i].data(),
+                                                 std::ssize(calls_[i]))) {
+                throw std::logic_error(library_->component.lastReport());
+            }
+        }
+    }
+
+    Answer answer() const {
+        Answer all;
+        for (auto const& result : results_) {
+            if (result.tag == TagBool) {
+                all.push_back(result.value.boolean);
+            } else {
+                auto const list = stand_in_host::toUtf8(
+                    stand_in_host::fromHost(result.value.wideString, result.length));
+                for (unsigned long const index : stand_in_host::parseIndexList(list))
+                    all.push_back(index);
+            }
+        }
+        return all;
+    }
+
+private:
+    Library* library_;
+    long method_;
+    std::vector<Records> calls_;
+    std::vector<_tVariant> results_;
+};
+
+Heat heatOfLibraries(long method, std::vector<Calls::Records> const& calls) {
+    Heat heat;
+    for (auto const& library : libraries()) {
+        auto const made = std::make_shared<Calls>(*library, method, calls);
+        heat.push_back({library->name, [made] { made->run(); }, [made] { return made->answer(); }});
+    }
+    return heat;
+}
+
+void addPlain(Heat& heat, std::function<Answer()> const& answer) {
+    auto const last = std::make_shared<Answer>();
+    heat.push_back({"plain", [last, answer] { *last = answer(); }, [last] { return *last; }, true});
+}
+
+}  // namespace
+
+Heat searchHeat(SearchArguments const& arguments) {
+    auto const separator = std::make_shared<char16_t>(arguments.separator);
+    Heat heat = heatOfLibraries(
+        1, {{textRecord(arguments.text), textRecord(arguments.dictionary),
+             textRecord({separator.get(), 1}), numberRecord(arguments.lengthThreshold),
+             numberRecord(arguments.percentShort), numberRecord(arguments.percentLong),
+             textRecord(arguments.exclusions)}});
+    addPlain(heat, [arguments, separator] { return plainSearch(arguments); });
+    return heat;
+}
+
+Heat compareHeat(Pairs const& pairs, int percent) {
+    std::vector<Calls::Records> calls;
+    for (auto const& [first, second] : pairs)
+        calls.push_back({textRecord(first), textRecord(second), numberRecord(percent)});
+    Heat heat = heatOfLibraries(0, calls);
+    addPlain(heat, [&pairs, percent] { return plainCompare(pairs, percent); });
+    return heat;
+}
+
+Heat componentHeat() {
+    Heat heat;
+    for (auto const& library : libraries()) {
+        heat.push_back({library->name,
+                        [&addIn = library->addIn] {
+                            stand_in_host::Component const made(addIn);
+                            benchmark::DoNotOptimize(&made);
+                        },
+                        nullptr});
+    }
+    return heat;
+}
+
+}  // namespace bench

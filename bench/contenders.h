@@ -1,0 +1,31 @@
+// Who races: the built library, an older one, the plain road, and scorers of the field.
+#pragma once
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "bench/race.h"
+#include "stand_in_host/component.h"
+
+namespace bench {
+
+using stand_in_host::SearchArguments;
+
+// Whole calls through a host's entry, `ours` of the built library and `baseline` of the one that
+// the environment's NEAR_TEXT_BASELINE names, if it does; and `plain`. The texts behind `arguments`
+// outlive the heat.
+Heat searchHeat(SearchArguments const& arguments);
+
+// One run compares all pairs.
+using Pairs = std::vector<std::pair<std::u16string, std::u16string>>;
+Heat compareHeat(Pairs const& pairs, int percent);
+
+// Makes a component and destroys it.
+Heat componentHeat();
+
+// Adds scorers of RapidFuzz, if it was there when this was built. They get the entries cut, count
+// those that reach the percentage (the distance: those within our limit), and so do an easier job.
+void addScorers(Heat& heat, SearchArguments const& arguments);
+
+}  // namespace bench

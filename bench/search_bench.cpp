@@ -1,0 +1,177 @@
+// StringSearch: real lists, their corners, and entries of a million units.
+#include <algorithm>
+
+#include "bench/bench_texts.h"
+#include "bench/cases.h"
+#include "bench/colliding_words.h"
+#include "bench/contenders.h"
+
+namespace bench {
+
+namespace {
+
+constexpr std::size_t kEntries = 60'000;
+constexpr std::size_t kSearchTexts = 8;
+
+// What people search for, an entry, mistyped: of all entries, ordered by length, the one in the
+// middle of each eighth.
+std::vector<std::u16string> searchTexts() {
+    auto all = entries(kEntries);
+    std::stable_sort(all.begin(), all.end(),
+                     [](auto const& a, auto const& b) { return a.size() < b.size(); });
+    std::vector<std::u16string> texts;
+    for (unsigned i = 0; i < kSearchTexts; ++i)
+        texts.push_back(mistyped(all[(2 * i + 1) * kEntries / (2 * kSearchTexts)], 30, i));
+    return texts;
+}
+
+std::u16string searchText() {
+    return searchTexts()[kSearchTexts / 2];
+}
+
+// Entries joined by a space and cut.
+std::u16string longText(std::size_t length) {
+    std::u16string text;
+    for (std::size_t i = 5; text.size() < length; i += 5)
+        text += entries(i).back() + u' ';
+    text.resize(length);
+    return text;
+}
+
+struct Search {
+    std::u16string text;
+    std::u16string dictionary;
+    std::u16string exclusions;
+
+    SearchArguments arguments(int percent) const {
+        return {text, dictionary, u';', 50, percent, percent, exclusions};
+    }
+};
+
+void raceSearch(benchmark::State& state, Search const& search, int percent) {
+    race(state, {searchHeat(search.arguments(percent))}, 1);
+}
+
+void weighSearch(benchmark::State& state, Search const& search, int percent) {
+    weigh(state, searchHeat(search.arguments(percent)));
+}
+
+void addPercents() {
+    for (int const percent : {100, 95, 90, 85, 80, 75, 70, 60, 50, 40, 20, 0}) {
+        addCase("search_by_percent/" + std::to_string(percent), [percent](auto& state) {
+            auto const dictionary = join(entries(kEntries));
+            auto const texts = searchTexts();
+            std::vector<Heat> heats;
+            for (auto const& text : texts) {
+                SearchArguments const search{text, dictionary, u';', 50, percent, percent, {}};
+                heats.push_back(searchHeat(search));
+                addScorers(heats.back(), search);
+            }
+            race(state, heats, kSearchTexts * kEntries);
+        });
+    }
+}
+
+void addSizes() {
+    for (std::size_t const count : {1UL, 10UL, 1'000UL, 10'000UL, 100'000UL, 1'000'000UL}) {
+        addCase("search_by_size/" + std::to_string(count), [count](auto& state) {
+            raceSearch(state, {searchText(), join(entries(count)), {}}, 85);
+        });
+    }
+}
+
+using MakeSearch = Search (*)();
+
+struct Corner {
+    char const* name;
+    MakeSearch make;
+    std::vector<int> percents;
+    int weighedAt = -1;
+};
+
+Search inList(std::u16string text, std::u16string exclusions) {
+    return {std::move(text), join(entries(kEntries)), std::move(exclusions)};
+}
+
+std::u16string someExclusions() {
+    return entries(2).back() + u";" + entries(9).back();
+}
+
+Search inMillion(std::u16string_view repeated, std::u16string text) {
+    std::u16string entry;
+    while (entry.size() < 1'000'000)
+        entry += repeated;
+    return {std::move(text), std::move(entry), {}};
+}
+
+// Different words of three units from `first` on.
+Search inShortWords(char16_t first, std::u16string text) {
+    constexpr unsigned kLetters = 60;
+    std::u16string entry;
+    for (unsigned i = 0; entry.size() < 1'000'000; ++i) {
+        for (unsigned const letter : {i, i / kLetters, i / kLetters / kLetters})
+            entry += static_cast<char16_t>(first + letter % kLetters);
+        entry += u' ';
+    }
+    return {std::move(text), std::move(entry), {}};
+}
+
+std::vector<Corner> const& corners() {
+    static std::vector<Corner> const all{
+        {"exclusions", [] { return inList(searchText(), someExclusions()); }, {85, 60}},
+        {"3_units", [] { return inList(u"pro", {}); }, {85, 60}},
+        {"3_units_exclusions", [] { return inList(u"pro", someExclusions()); }, {85, 60}},
+        {"130_units", [] { return inList(longText(130), {}); }, {85, 60}},
+        {"1000_units", [] { return inList(longText(1000), {}); }, {85, 60, 20}, 60},
+        {"all_excluded", [] { return inList(searchText(), searchText()); }, {85, 60}},
+        {"million/words",
+         [] {
+             return Search{text(1000, false, 22), text(1'000'000, false, 21), {}};
+         },
+         {85, 60, 0},
+         60},
+        {"million/one_word", [] { return inMillion(u"a", u"bab"); }, {85, 60, 0}, 0},
+        {"million/repeated", [] { return inMillion(u"ball ", u"ball red"); }, {85, 60, 0}},
+        {"million/short_words", [] { return inShortWords(u'A', u"bad cat"); }, {85, 60, 0}, 60},
+        {"million/wide_words", [] { return inShortWords(u'а', u"кот пес"); }, {85, 60, 0}},
+        {"million/colliding",
+         [] {
+             return Search{u"bad cat", collidingWords(250'000), {}};
+         },
+         {85, 60, 0},
+         60},
+    };
+    return all;
+}
+
+void addCorners() {
+    for (auto const& corner : corners()) {
+        for (int const percent : corner.percents) {
+            addCase(std::string("search_corner/") + corner.name + "/" + std::to_string(percent),
+                    [&corner, percent](auto& state) { raceSearch(state, corner.make(), percent); });
+        }
+    }
+}
+
+void addMemory() {
+    for (int const percent : {85, 60}) {
+        addCase("memory/entries/" + std::to_string(percent),
+                [percent](auto& state) { weighSearch(state, inList(searchText(), {}), percent); });
+    }
+    for (auto const& corner : corners()) {
+        if (corner.weighedAt < 0) continue;
+        addCase(std::string("memory/") + corner.name + "/" + std::to_string(corner.weighedAt),
+                [&corner](auto& state) { weighSearch(state, corner.make(), corner.weighedAt); });
+    }
+}
+
+}  // namespace
+
+void addSearchCases() {
+    addPercents();
+    addSizes();
+    addCorners();
+    addMemory();
+}
+
+}  // namespace bench
