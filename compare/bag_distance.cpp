@@ -10,6 +10,9 @@
 
 #include <algorithm>
 #include <cassert>
+#include <cstdint>
+
+#include "compare/white_space.h"
 
 namespace {
 
@@ -59,6 +62,21 @@ void forBuckets(Utf16View text, Use&& use) {
 
 }  // namespace
 
+unsigned long missingUnits(Utf16View first, Utf16View second) {
+    assert(std::max(first.size(), second.size()) <= INT16_MAX);
+    std::array<std::int16_t, 256> surplus{};  // of the first over the second
+    for (unsigned short const unit : first)
+        ++surplus[bucketOf(unit)];
+    for (unsigned short const unit : second)
+        --surplus[bucketOf(unit)];
+    for (unsigned short const white : kWhiteSpaceUnits)
+        surplus[bucketOf(white)] = 0;
+    int missing = 0;
+    for (std::int16_t const units : surplus)
+        missing += std::max<int>(units, 0);
+    return static_cast<unsigned long>(missing);
+}
+
 void UnitHistogram::add(Utf16View word) {
     size_ += word.size();
     assert(size_ <= kMaxUnits);
@@ -92,7 +110,7 @@ void UnitHistogram::orderBy(std::span<Utf16View const> samples) {
         ranked[count++] = {static_cast<long>(seen[bucket] * size_) - own,
                            static_cast<std::uint8_t>(bucket)};
     }
-    std::sort(ranked, ranked + count);
+    if (!samples.empty()) std::sort(ranked, ranked + count);
     count = std::min(count, kMaxGroups * kGroup);
     groupCount_ = (count + kGroup - 1) / kGroup;
     for (unsigned i = 0; i < count; ++i) {

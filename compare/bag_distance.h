@@ -27,7 +27,12 @@
 #include "compare/unit_lanes.h"
 #include "compare/utf16_string.h"
 
-// The units of one side, counted.
+// Of the units of `first`, those that `second` lacks: at least so many. Neither has 2^15 units or
+// more. Counts both texts in full: the reference for the class below, and faster for a single
+// comparison.
+unsigned long missingUnits(Utf16View first, Utf16View second);
+
+// The units of one side, counted once for many others.
 class UnitHistogram {
 public:
     // The longest side, in units: a byte counts every sixteenth of them.

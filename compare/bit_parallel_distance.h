@@ -36,6 +36,7 @@ public:
         assert(rows <= kRows);
         slotMask_ = static_cast<unsigned>(std::bit_ceil(2 * rows)) - 1;
         std::fill_n(keys_.begin(), slotMask_ + 1UL, kFree);
+        std::fill_n(rows_.begin(), slotMask_ + 1UL, Rows{0});
         usedCount_ = 0;
     }
 
@@ -45,17 +46,13 @@ public:
         unsigned const slot = slotOf(unit);
         if (keys_[slot] == kFree) {
             keys_[slot] = unit;
-            rows_[slot] = 0;
             used_[usedCount_++] = static_cast<std::uint8_t>(slot);
             assert(2 * usedCount_ <= slotMask_ + 1);
         }
         rows_[slot] |= Rows{1} << row;
     }
 
-    Rows rowsOf(unsigned short unit) const {
-        unsigned const slot = slotOf(unit);
-        return keys_[slot] == unit ? rows_[slot] : 0;
-    }
+    Rows rowsOf(unsigned short unit) const { return rows_[slotOf(unit)]; }
 
     // Takes the rows of `other`, which has the same units in the same places.
     void copyRows(MatchVector const& other) {
@@ -80,7 +77,8 @@ private:
 
     unsigned slotOf(unsigned short unit) const {
         unsigned slot = (unit ^ unit >> 3U) & slotMask_;  // letters of one script are spread
-        while (keys_[slot] != unit && keys_[slot] != kFree)
+        // One jump that is hardly ever taken, where two would be guessed wrong.
+        while (static_cast<int>(keys_[slot] != unit) & static_cast<int>(keys_[slot] != kFree))
             slot = (slot + 1) & slotMask_;
         return slot;
     }

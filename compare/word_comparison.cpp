@@ -7,7 +7,6 @@
 #include "compare/word_comparison.h"
 
 #include <algorithm>
-#include <bit>
 #include <cassert>
 
 #include "compare/bag_distance.h"
@@ -20,22 +19,13 @@ namespace {
 
 constexpr unsigned long kFewWords = 32;
 
-// Up to here what is left is measured as fast as a histogram is made.
-constexpr unsigned long kShortText = 100;
-
-// Above this limit few texts differ by as many buckets.
-constexpr unsigned long kFewBuckets = 6;
-
 // True when the texts are surely further apart than `limit`. Without exclusions every word of both
 // sides stays or cancels, so both numbers of the bag distance count.
 bool exceedsBagDistance(TextMeasures const& first, TextMeasures const& second,
                         unsigned long limit) {
-    UnitHistogram histogram;
-    forEachWord(first.text, [&histogram](Utf16View word) { histogram.add(word); });
-    histogram.orderBy({});
-    // With so many missing the one number or the other is above the limit.
-    unsigned long const longer = std::max(first.wordUnits, second.wordUnits) - first.wordUnits;
-    unsigned long const missing = histogram.missingIn(second.text, limit - longer);
+    constexpr unsigned long kMaxUnits = INT16_MAX;
+    if (std::max(first.text.size(), second.text.size()) > kMaxUnits) return false;
+    unsigned long const missing = missingUnits(first.text, second.text);
     return missing > limit || second.wordUnits + missing > first.wordUnits + limit;
 }
 
@@ -47,26 +37,10 @@ bool isLikelyNear(Utf16View first, Utf16View second) {
            first.substr(first.size() - kUnits) == second.substr(second.size() - kUnits);
 }
 
-// One bit for each of 64 buckets that a text has units in, those of whitespace left out.
-std::uint64_t bucketsOf(Utf16View text) {
-    std::uint64_t buckets = 0;
-    for (unsigned short const unit : text)
-        buckets |= std::uint64_t{1} << unit % 64U;
-    for (unsigned short const white : kWhiteSpaceUnits)
-        buckets &= ~(std::uint64_t{1} << white % 64U);
-    return buckets;
-}
-
-// The same of short texts, by the buckets of which one side has units and the other none.
-bool exceedsBucketDifference(TextMeasures const& first, TextMeasures const& second,
-                             unsigned long limit) {
-    std::uint64_t const firstBuckets = bucketsOf(first.text);
-    std::uint64_t const secondBuckets = bucketsOf(second.text);
-    auto const count = [](std::uint64_t bits) {
-        return static_cast<unsigned long>(std::popcount(bits));
-    };
-    return count(firstBuckets & ~secondBuckets) > limit ||
-           count(secondBuckets & ~firstBuckets) > limit;
+Utf16View onlyWord(TextMeasures const& text) {
+    Utf16View only;
+    forEachWord(text.text, [&only](Utf16View word) { only = word; });
+    return only;
 }
 
 class WordBalance {
@@ -136,15 +110,16 @@ std::optional<bool> compareByWordList(TextMeasures const& first, TextMeasures co
     if (exclusions.empty()) {
         auto const [fewer, more] = std::minmax(first.wordUnits, second.wordUnits);
         if (more - fewer > limit) return false;
-        if (more <= kShortText) {
-            if (limit <= kFewBuckets && exceedsBucketDifference(first, second, limit)) return false;
-        } else if (first.wordUnits <= UnitHistogram::kMaxUnits &&
-                   second.text.size() <= UnitHistogram::kMaxUnits &&
-                   !isLikelyNear(first.text, second.text)) {
-            if (exceedsBagDistance(first, second, limit)) return false;
+        if (!isLikelyNear(first.text, second.text) && exceedsBagDistance(first, second, limit)) {
+            return false;
         }
     }
     if (first.words + second.words > WordList::kMaxCapacity) return {};
+    // Two equal words need not cancel: their distance is 0.
+    if (first.words == 1 && second.words == 1 && exclusions.empty()) {
+        Utf16View const only[] = {onlyWord(first), onlyWord(second)};
+        return isWithin(limit, Pieces(only, 1), Pieces(only + 1, 1));
+    }
     WordBalance words(first, second);
     if (!words.find()) return {};
     for (Utf16String const& word : exclusions)

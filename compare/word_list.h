@@ -67,6 +67,7 @@ public:
     explicit WordList(unsigned long capacity);
 
     std::uint32_t size() const { return size_; }
+    bool isFull() const { return size_ == capacity_; }
 
     // The place of `word`, from 0, in the order in which words were added; the size before the call
     // when it is a new one. `word` is not empty, and its text outlives its stay in the list.
@@ -132,7 +133,7 @@ inline std::uint32_t WordList::findOrAdd(Utf16View word) {
     Slot* const slot = probe(word, mark);
     if (slot == nullptr) return kNoRoom;
     if (slot->place != 0) return slot->place - 1;
-    if (size_ == capacity_) return kNoRoom;
+    if (isFull()) return kNoRoom;
     std::uint32_t const place = size_++;
     words_[place] = word;
     slotOf_[place] = static_cast<std::uint32_t>(slot - slots_.data());

@@ -1,9 +1,12 @@
 // The result of a search as text: decimal numbers joined by commas, in a block that the host owns.
 //
-// The block is sized by counting digits, and filled by way of the number stream. That is written
-// from its beginning each time: it would pile up every digit that it ever held, and digits left
-// unread by a call that ran out of memory would stand in front of the next one's.
+// The block is sized by counting digits, and filled by way of the number stream, some numbers at a
+// time. The stream is written from its beginning each time: it would pile up every digit that it
+// ever held, and digits left unread by a call that ran out of memory would come before the next
+// one's.
+#include <algorithm>
 #include <cassert>
+#include <span>
 #include <string>
 
 #include "host/near_text_comparer.h"
@@ -12,6 +15,7 @@
 namespace {
 
 constexpr unsigned short kComma = 0x2C;
+constexpr unsigned long kNumbersHeld = 64;  // at a time, by the stream
 
 unsigned long countDigits(unsigned long number) {
     unsigned long digits = 1;
@@ -20,15 +24,14 @@ unsigned long countDigits(unsigned long number) {
     return digits;
 }
 
-void readNumber(std::basic_stringstream<wchar_t>& stream, unsigned long number,
-                std::wstring& digits) {
-    // Over what the last number left, up to a space. To empty the stream instead is, as some
-    // compilers inline it, a newer symbol than any other here.
+// Over what the stream last held. To empty it instead is, as some compilers inline it, a newer
+// symbol than any other here.
+void hold(std::basic_stringstream<wchar_t>& stream, std::span<unsigned long const> numbers) {
     stream.clear();
     stream.seekp(0);
     stream.seekg(0);
-    stream << number << L' ';
-    stream >> digits;
+    for (unsigned long const number : numbers)
+        stream << number << L' ';
 }
 
 // True when the manager put a block into `*out`. One that claims success and touches nothing must
@@ -57,9 +60,13 @@ bool NearTextComparer::createReturnString(_tVariant* ret,
     unsigned short* const text = ret->value.wideString;
     std::wstring digits;
     unsigned long end = 0;
-    for (unsigned long const index : indices) {
-        if (end != 0) text[end - 1] = kComma;
-        readNumber(numberStream, index, digits);
+    for (unsigned long i = 0; i < indices.size(); ++i) {
+        if (i % kNumbersHeld == 0) {
+            hold(numberStream,
+                 std::span(indices).subspan(i).first(std::min(kNumbersHeld, indices.size() - i)));
+        }
+        if (i != 0) text[end - 1] = kComma;
+        numberStream >> digits;
         narrowInto(text + end, digits.data(), digits.size());
         end += digits.size() + 1;
     }

@@ -40,18 +40,13 @@ EntryMatcher::EntryMatcher(Utf16View searchText, Utf16View exclusions, unsigned 
     : searchText_(searchText),
       exclusions_(exclusions),
       separator_(separator),
+      samples_(samples),
       entryWords_(entryWords),
       words_(std::min(countWords(exclusions, separator) + countWords(searchText, 0) + entryWords,
                       WordList::kMaxCapacity)),
       entry_(entryWords) {
     assert(searchText.size() <= kMaxTextLength);
     isListed_ = fillList();
-    histogram_.orderBy(samples);
-    if (histogram_.size() <= 64) {
-        fewRows_.emplace(searchWords());
-    } else if (histogram_.size() <= 128) {
-        moreRows_.emplace(searchWords());
-    }
 }
 
 bool EntryMatcher::fillList() {
@@ -91,24 +86,31 @@ bool EntryMatcher::isMatch(Utf16View entry, unsigned long limit) {
         entry.size() - entry.size() / 4 > mostUnits && kSmallLimit * limit > searchUnits;
     if (isLikelyTooLong && cut(entry, mostUnits) > mostUnits) return false;
     if (isHistogramUseful(entry, limit)) {
+        if (!isOrdered_) histogram_.orderBy(samples_);
+        isOrdered_ = true;
         unsigned long const missing = histogram_.missingIn(entry, limit);
         if (missing > limit) return false;
         mostUnits -= missing;
     }
     if ((isLikelyTooLong ? cutUnits_ : cut(entry, mostUnits)) > mostUnits) return false;
 
-    switch (cancel(mostUnits)) {
+    switch (cancel(entry, mostUnits)) {
         case Cancelling::Done:
             return isLeftWithin(limit);
         case Cancelling::TooManyUnits:
             return false;
+        case Cancelling::Colliding:
+            return plainly(entry, limit);
         case Cancelling::NoRoom:
             break;
     }
-    if (hasMoreUnits(entry, mostUnits)) return false;
-    unsigned long const words = countWords(entry, 0);
-    if (words <= entryWords_) return plainly(entry, limit);
-    return EntryMatcher(searchText_, exclusions_, separator_, {}, words).isMatch(entry, limit);
+    return !hasMoreUnits(entry, mostUnits) && withRoom(entry, limit);
+}
+
+bool EntryMatcher::withRoom(Utf16View entry, unsigned long limit) const {
+    auto const roomier = std::make_unique<EntryMatcher>(searchText_, exclusions_, separator_,
+                                                        samples_, countWords(entry, 0));
+    return roomier->isMatch(entry, limit);
 }
 
 // With a great limit few entries lack so many units, and a much longer entry is likely to lack
@@ -140,30 +142,39 @@ unsigned long EntryMatcher::cut(Utf16View entry, unsigned long mostUnits) {
     return cutUnits_;
 }
 
-EntryMatcher::Cancelling EntryMatcher::cancel(unsigned long mostUnits) {
-    if (!hasRoom_) return Cancelling::NoRoom;
+EntryMatcher::Cancelling EntryMatcher::cancel(Utf16View entry, unsigned long mostUnits) {
     ++entryNumber_;
     cancelledUnits_ = 0;
-    unsigned long units = 0;  // that count
     words_.cutBackTo(searchEnd_);
-    for (unsigned long i = 0; i < cutWords_; ++i) {
-        Utf16View const word = entry_[i];
+    unsigned long units = 0;  // that count
+    Cancelling result = Cancelling::Done;
+    auto const take = [&](Utf16View word) {
         std::uint32_t const end = words_.size();
         std::uint32_t const place = words_.findOrAdd(word);
-        if (place == WordList::kNoRoom) return Cancelling::NoRoom;
-        if (place < exclusionsEnd_) continue;
+        if (place == WordList::kNoRoom) {
+            result = words_.isFull() ? Cancelling::NoRoom : Cancelling::Colliding;
+            return false;
+        }
+        if (place < exclusionsEnd_) return true;
         if (place < searchEnd_) {
             unsigned long& cancelledBy = cancelledBy_[place - exclusionsEnd_];
-            if (cancelledBy == entryNumber_) continue;
+            if (cancelledBy == entryNumber_) return true;
             cancelledBy = entryNumber_;
             cancelledUnits_ += word.size();
         } else if (place != end) {
-            continue;
+            return true;
         }
         units += word.size();
-        if (units > mostUnits) return Cancelling::TooManyUnits;
+        if (units > mostUnits) result = Cancelling::TooManyUnits;
+        return units <= mostUnits;
+    };
+    if (!hasRoom_) {
+        forEachWordWhile(entry, take);
+        return result;
     }
-    return Cancelling::Done;
+    for (unsigned long i = 0; i < cutWords_ && take(entry_[i]); ++i) {
+    }
+    return result;
 }
 
 template <class Rows>
@@ -196,9 +207,13 @@ bool EntryMatcher::isLeftWithin(unsigned long limit) {
     unsigned long const units = unitsOf(entryLeft);
     if (std::max(rows, units) <= limit) return true;
     if (std::max(rows, units) - std::min(rows, units) > limit) return false;
-    if (fewRows_) return isWithin(limit, leftOf(*fewRows_), rows, entryLeft);
-    if (moreRows_) return isWithin(limit, leftOf(*moreRows_), rows, entryLeft);
     Pieces const words = searchWords();
+    auto const isPatternWithin = [&](auto& searchRows) {
+        if (!searchRows) searchRows.emplace(words);
+        return isWithin(limit, leftOf(*searchRows), rows, entryLeft);
+    };
+    if (histogram_.size() <= MatchVector<Rows64>::kRows) return isPatternWithin(fewRows_);
+    if (histogram_.size() <= MatchVector<Rows128>::kRows) return isPatternWithin(moreRows_);
     searchLeft_.clear();
     searchLeft_.reserve(words.size());
     for (unsigned long i = 0; i < words.size(); ++i) {

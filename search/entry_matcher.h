@@ -47,7 +47,7 @@ private:
         MatchVector<Rows> rest;
     };
 
-    enum class Cancelling { Done, TooManyUnits, NoRoom };
+    enum class Cancelling { Done, TooManyUnits, NoRoom, Colliding };
 
     // False when there is no room for a word.
     bool fillList();
@@ -60,8 +60,8 @@ private:
         return words_.words().subspan(exclusionsEnd_, cancelledBy_.size());
     }
     static unsigned fingerprintOf(Utf16View word);
-    // Cancels the words that were cut. Gives up when more than `mostUnits` units count.
-    Cancelling cancel(unsigned long mostUnits);
+    // Cancels the words of the entry that was cut. Gives up when more than `mostUnits` units count.
+    Cancelling cancel(Utf16View entry, unsigned long mostUnits);
     // The rows of the search words without those that the entry cancelled.
     template <class Rows>
     MatchVector<Rows> const& leftOf(SearchRows<Rows>& rows) const;
@@ -69,6 +69,8 @@ private:
     bool isLeftWithin(unsigned long limit);
     // True when surely more than `mostUnits` units of the entry count. Takes any number of words.
     bool hasMoreUnits(Utf16View entry, unsigned long mostUnits);
+    // As isMatch, with room for all words of the entry.
+    bool withRoom(Utf16View entry, unsigned long limit) const;
     bool plainly(Utf16View entry, unsigned long limit);
 
     static constexpr unsigned long kFingerprints = 1UL << 17;
@@ -77,6 +79,7 @@ private:
     Utf16View const searchText_;
     Utf16View const exclusions_;
     unsigned short const separator_;
+    std::span<Utf16View const> const samples_;
     unsigned long const entryWords_;
 
     WordList words_;
@@ -85,6 +88,7 @@ private:
     std::uint64_t exclusionFingerprints_ = 0;
     bool isListed_ = false;  // false when the exclusions or the search words found no room
 
+    bool isOrdered_ = false;                       // the histogram, when it is first used
     UnitHistogram histogram_;                      // of the search words
     std::vector<unsigned long> cancelledBy_;       // by search word: the last entry that holds it
     std::optional<SearchRows<Rows64>> fewRows_;    // of up to 64 units of search words

@@ -20,6 +20,7 @@ PlainSearch::PlainSearch(Utf16View searchText, Utf16View exclusions, unsigned sh
 }
 
 bool PlainSearch::isMatch(Utf16View entry, unsigned long limit) const {
-    WordSet candidate = wordsOf(entry, 0);
+    auto const sections = markInput({entry.data(), entry.size()}, 0);
+    WordSet candidate = sections.empty() ? WordSet() : sections.front().words();
     return compareStrings(searchWords_, candidate, exclusions_, limit);
 }

@@ -49,29 +49,33 @@ Section searchSection(Utf16View searchText) {
     return section;
 }
 
-// Stretches of the dictionary, from its beginning to its end.
+// Pieces of the dictionary, from its beginning to its end; none of a short one, which is searched
+// sooner than it is learned from.
 class Samples {
 public:
     explicit Samples(Utf16View dictionary) {
-        unsigned long const step = dictionary.size() / kCount;
+        if (dictionary.size() < kShort) return;
         for (unsigned long i = 0; i < kCount; ++i)
-            samples_[i] = dictionary.substr(i * step, std::min(step / kShare, kUnits));
+            samples_[i] = dictionary.substr(i * (dictionary.size() / kCount), kUnits);
+        count_ = kCount;
     }
-    operator std::span<Utf16View const>() const { return samples_; }
+    operator std::span<Utf16View const>() const { return {samples_.data(), count_}; }
 
 private:
     static constexpr unsigned long kCount = 16;
     static constexpr unsigned long kUnits = 64;
-    static constexpr unsigned long kShare = 16;  // so that a short list is not read twice
+    static constexpr unsigned long kShort = 16 * kCount * kUnits;
 
     std::array<Utf16View, kCount> samples_;
+    unsigned long count_ = 0;
 };
 
 // One entry at a time, so that no memory grows with the dictionary.
 std::vector<unsigned long> findMatches(SearchInput const& in) {
     Section const search = searchSection(in.searchText);
+    Samples const samples(in.dictionary);
     // No list holds more words than every second unit starts.
-    EntryMatcher matcher(search.text, in.exclusions, in.separator, Samples(in.dictionary),
+    EntryMatcher matcher(search.text, in.exclusions, in.separator, samples,
                          std::min(EntryMatcher::kEntryWords, in.dictionary.size() / 2 + 1));
     Tolerance const ofShort(in.percentShort);
     Tolerance const ofLong(in.percentLong);

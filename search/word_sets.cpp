@@ -1,17 +1,20 @@
 #include "search/word_sets.h"
 
 #include <algorithm>
-#include <map>
+#include <vector>
 
 #include "compare/generalized_levenstein_distance.h"
 
 Utf16String makeStringForComparison(WordSet const& words) {
-    std::map<int, PStringRef<unsigned short>> inTextOrder;
+    std::vector<PStringRef<unsigned short> const*> inTextOrder;
+    inTextOrder.reserve(words.size());
     for (auto const& word : words)
-        inTextOrder.insert_or_assign(word.ordinal(), word);
+        inTextOrder.push_back(&word);
+    std::sort(inTextOrder.begin(), inTextOrder.end(),
+              [](auto const* a, auto const* b) { return a->ordinal() < b->ordinal(); });
     Utf16String joined;
-    for (auto const& [ordinal, word] : inTextOrder)
-        joined.append(word.text(), word.length());
+    for (auto const* word : inTextOrder)
+        joined.append(word->text(), word->length());
     return joined;
 }
 
