@@ -8,7 +8,6 @@
 #include "compare/bag_distance.h"
 #include "compare/bit_parallel_distance.h"
 #include "compare/limit.h"
-#include "compare/text_measures.h"
 #include "compare/weighted_distance.h"
 #include "compare/word_list.h"
 #include "search/section_scanner.h"
@@ -82,24 +81,6 @@ TEST(Blocks, FindWhatAScanFinds) {
             }
             EXPECT_EQ(bitsWhere({text.data(), length}, IsWhiteSpace()), white);
             EXPECT_EQ(bitsWhere({text.data(), length}, isEnd), ends);
-
-            auto const nul = std::find(text.begin(), text.end(), 0);
-            unsigned long collapsed = 0;
-            unsigned long words = 0;
-            unsigned long wordUnits = 0;
-            for (auto at = text.begin(); at != nul; ++at) {
-                bool const isFirst = at == text.begin();
-                bool const isWhite = isWhiteSpaceUnit(*at);
-                bool const wasWhite = !isFirst && isWhiteSpaceUnit(at[-1]);
-                collapsed += isWhite && wasWhite;
-                words += !isWhite && (isFirst || wasWhite);
-                wordUnits += !isWhite;
-            }
-            TextMeasures const measures({text.data(), length});
-            EXPECT_EQ(std::tuple(measures.text.size(), measures.effectiveLength,
-                                 measures.collapsedWhitespace, measures.words, measures.wordUnits),
-                      std::tuple(static_cast<unsigned long>(nul - text.begin()), length - collapsed,
-                                 collapsed, words, wordUnits));
         }
     }
 }
