@@ -225,6 +225,11 @@ TEST(Roads, AgreeOnLongComparisons) {
     Utf16String const all = units(colliding);
     Utf16String const backwards(all.rbegin(), all.rend());
     EXPECT_FALSE(compareByWordList(TextMeasures(all), TextMeasures(backwards), 10, {}));
+    auto words = collidingWords();
+    std::reverse(words.begin(), words.end());
+    Component component(addIn());
+    EXPECT_EQ(component.compare(colliding, joined(words, u" "), 100), true);
+    EXPECT_EQ(component.compare(colliding, joined(words, u" ") + u"x", 100), false);
 }
 
 }  // namespace
