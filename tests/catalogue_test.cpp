@@ -2,6 +2,7 @@
 #include <cstring>
 #include <map>
 
+#include "host/parameters.h"
 #include "tests/test_support.h"
 
 namespace {
@@ -173,6 +174,26 @@ TEST_F(Calls, FaultsAreReportedInTheirOrder) {
     EXPECT_TRUE(call({atLimit, none, search[2], full, full, full, none}));
     auto const written = textRecord({});
     EXPECT_EQ(std::memcmp(&result, &written, sizeof result), 0);
+}
+
+// The name tables and those of tags are held equal where they are compiled. What else a method or a
+// parameter more would need is named here.
+TEST_F(Calls, EveryMethodIsCarriedOutWithTheTypesOfItsTable) {
+    ASSERT_EQ(component->GetNMethods(), std::ssize(kMethodTags));
+    for (long method = 0; method < std::ssize(kMethodTags); ++method) {
+        auto const tags = kMethodTags[method];
+        EXPECT_EQ(component->GetNParams(method), std::ssize(tags));
+        Params params;
+        for (VariantTag const tag : tags)
+            params.push_back(tag == TagInt32 ? full : textRecord(u"a"));
+        EXPECT_TRUE(component->CallAsFunc(method, &result, params.data(), std::ssize(params)))
+            << "MethodIndex and CallAsFunc have a line for each method; is it there?";
+    }
+    static_assert(std::size(kMethodTags) == 2,
+                  "stand_in_host::Component, the fuzz target and the README know two methods");
+    static_assert(std::size(kStringCompareTags) == 3 && std::size(kStringSearchTags) == 7,
+                  "compareString or SearchInput reads each record by its place, "
+                  "stand_in_host::Component and the fuzz target fill it; exclusions are the last");
 }
 
 TEST_F(Calls, WithoutABlockASearchIsAnInternalError) {

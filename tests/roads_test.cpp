@@ -146,11 +146,16 @@ TEST(Roads, AgreeOnLongEntries) {
             text += random.words(1, kAlphabets[2], longest, u"") + u' ';
         text.resize(1000);
         Searches searches(text, u"ltd;" + text.substr(0, 30), text, 256);
-        for (std::size_t const size : {1999U, 3999U, 4000U, 4001U, 6000U, 9000U}) {
+        for (std::size_t const size : {1999U, 4000U, 4001U, 4500U, 6000U, 9000U}) {
             std::u16string entry = random.edited(text, kAlphabets[2], 400);
             while (entry.size() < size)
                 entry += u" ltd " + std::u16string(random.below(90), u' ') + text.substr(500);
-            searches.expectSame(entry.substr(0, size));
+            entry.resize(size);
+            searches.expectSame(entry);
+            Utf16String const view = units(entry);
+            for (unsigned long const limit : {300U, 450U, 600U, 670U})
+                EXPECT_EQ(searches.matcher.isMatch(view, limit),
+                          searches.plain.isMatch(view, limit));
         }
     }
 }
@@ -220,6 +225,11 @@ TEST(Roads, AgreeOnLongComparisons) {
     Utf16String const all = units(colliding);
     Utf16String const backwards(all.rbegin(), all.rend());
     EXPECT_FALSE(compareByWordList(TextMeasures(all), TextMeasures(backwards), 10, {}));
+    auto words = collidingWords();
+    std::reverse(words.begin(), words.end());
+    Component component(addIn());
+    EXPECT_EQ(component.compare(colliding, joined(words, u" "), 100), true);
+    EXPECT_EQ(component.compare(colliding, joined(words, u" ") + u"x", 100), false);
 }
 
 }  // namespace
