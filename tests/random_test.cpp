@@ -34,7 +34,7 @@ protected:
 
 TEST_F(AsThePlainComputation, RandomPairsCompare) {
     RandomText random(20250);
-    for (int round = 0; round < 2500; ++round) {
+    for (int round = 0; round < 4000; ++round) {
         auto const alphabet = kAlphabets[random.below(std::size(kAlphabets))];
         if (round % 50 == 0) random.stock.clear();
         std::size_t const longest = random.oneIn(20) ? 150 : 1 + random.below(8);
@@ -55,7 +55,7 @@ TEST_F(AsThePlainComputation, RandomPairsCompare) {
 
 TEST_F(AsThePlainComputation, RandomSearchesAnswer) {
     RandomText random(4711);
-    for (int round = 0; round < 2500; ++round) {
+    for (int round = 0; round < 4000; ++round) {
         auto const alphabet = kAlphabets[random.below(std::size(kAlphabets))];
         if (round % 20 == 0) random.stock.clear();
         char16_t const separator = random.oneOf(whole(u";;;;, \n\0ab"));
