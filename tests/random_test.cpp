@@ -24,7 +24,7 @@ protected:
 
 TEST_F(AsThePlainComputation, RandomPairsCompare) {
     RandomText random(20250);
-    for (int round = 0; round < roundsOf(2500); ++round) {
+    for (int round = 0; round < roundsOf(4000); ++round) {
         auto const alphabet = kAlphabets[random.below(std::size(kAlphabets))];
         if (round % 50 == 0) random.stock.clear();
         std::size_t const longest = random.oneIn(20) ? 150 : 1 + random.below(8);
@@ -45,7 +45,7 @@ TEST_F(AsThePlainComputation, RandomPairsCompare) {
 
 TEST_F(AsThePlainComputation, RandomSearchesAnswer) {
     RandomText random(4711);
-    for (int round = 0; round < roundsOf(2500); ++round) {
+    for (int round = 0; round < roundsOf(4000); ++round) {
         if (round % 20 == 0) random.stock.clear();
         RandomSearch const search(random, 30);
         SearchArguments arguments = search.arguments();
