@@ -1,16 +1,19 @@
 # What `cmake --install` puts in place and what `cpack` packs: a .deb of everything; an .rpm of the
 # library and one of the program, which asks for newer systems than the library does; a .tar.gz of the
-# library alone for a host without a package manager; and SHA256SUMS of them all.
-set(documents README.md CHANGELOG.md)
+# library alone for a host without a package manager; and SHA256SUMS of them all. Among the documents is
+# what a host is built with.
+set(documents README.md README.ru.md CONTRIBUTING.md CHANGELOG.md)
 set(CMAKE_INSTALL_DEFAULT_COMPONENT_NAME library)
 install(TARGETS NearTextComparerLin64 LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
 install(FILES ${documents} DESTINATION ${CMAKE_INSTALL_DOCDIR})
-install(DIRECTORY docs DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(DIRECTORY docs examples DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(FILES host/component_base.h DESTINATION ${CMAKE_INSTALL_DOCDIR}/host)
 
 set(alone COMPONENT library_alone EXCLUDE_FROM_ALL)
 install(TARGETS NearTextComparerLin64 LIBRARY DESTINATION . ${alone})
 install(FILES ${documents} DESTINATION . ${alone})
-install(DIRECTORY docs DESTINATION . ${alone})
+install(DIRECTORY docs examples DESTINATION . ${alone})
+install(FILES host/component_base.h DESTINATION host ${alone})
 
 set(CMAKE_INSTALL_DEFAULT_COMPONENT_NAME program)
 
@@ -18,25 +21,16 @@ if(TARGET near_text)
     install(TARGETS near_text RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
     install(DIRECTORY samples DESTINATION ${CMAKE_INSTALL_DOCDIR})
 
-    # The man pages are what the program says of itself.
-    find_program(HELP2MAN help2man)
-    if(HELP2MAN AND NOT NEAR_TEXT_SANITIZE)
+    # The man pages come out of the program.
+    if(NOT NEAR_TEXT_SANITIZE)
         set(pages)
-        foreach(command IN ITEMS near_text describe compare search match duplicates sweep)
-            if(command STREQUAL "near_text")
-                set(page near_text.1)
-                set(call $<TARGET_FILE:near_text>)
-                set(name "tell which texts are alike")
-            else()
-                set(page near_text-${command}.1)
-                set(call "$<TARGET_FILE:near_text> ${command}")
-                set(name "the command ${command} of near_text")
-            endif()
+        foreach(command IN ITEMS "" describe compare search match duplicates sweep)
+            string(REGEX REPLACE "-$" "" name near_text-${command})
+            set(page ${PROJECT_BINARY_DIR}/${name}.1)
             add_custom_command(OUTPUT ${page}
-                COMMAND ${HELP2MAN} --no-info --no-discard-stderr --name=${name}
-                    --version-string=${PROJECT_VERSION} --output=${page} ${call}
+                COMMAND near_text help ${command} --man > ${page}
                 DEPENDS near_text VERBATIM)
-            list(APPEND pages ${PROJECT_BINARY_DIR}/${page})
+            list(APPEND pages ${page})
         endforeach()
         add_custom_target(man ALL DEPENDS ${pages})
         install(FILES ${pages} DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)

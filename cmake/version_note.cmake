@@ -1,4 +1,4 @@
-# The file itself tells which version it is: in a note, which tools that look into crashed processes
+# The file itself says which version it is: in a note, which tools that look into crashed processes
 # read too, and by the linker's build id.
 include(CheckLinkerFlag)
 check_linker_flag(CXX "LINKER:--package-metadata={}" NEAR_TEXT_LINKER_WRITES_NOTE)
@@ -10,5 +10,5 @@ if(NEAR_TEXT_LINKER_WRITES_NOTE)
     target_link_options(NearTextComparerLin64 PRIVATE
         "SHELL:-Xlinker --package-metadata=${quoted}")
 else()
-    message(STATUS "The linker knows no --package-metadata: the library cannot tell its version")
+    message(STATUS "The linker knows no --package-metadata: the library cannot say its version")
 endif()

@@ -1,4 +1,4 @@
-// What can be told of a text without copying its words.
+// What can be known of a text without copying its words.
 #pragma once
 
 #include "compare/utf16_string.h"

@@ -4,23 +4,21 @@
 #include <cstdio>
 #include <cstdlib>
 #include <string>
+#include <string_view>
 
 #include "host/component_base.h"
 
-static std::string asText(unsigned short const* units, std::size_t length) {
-    return {units, units + length};  // enough for the Latin text of this example
-}
-static std::string asText(unsigned short const* units) {
-    return asText(units, std::char_traits<unsigned short>::length(units));
+static std::string ascii(unsigned short const* units, std::size_t length) {
+    return {units, units + length};  // enough for what this example prints
 }
 
 struct Connection : HostConnection {
     void notCalled0() override {}
     void notCalled1() override {}
-    bool reportError(unsigned short code, unsigned short const* source,
-                     unsigned short const* description, long) override {
-        std::printf("report %u from %s: %s\n", code, asText(source).c_str(),
-                    asText(description).c_str());  // the texts die with this call
+    bool reportError(unsigned short code, unsigned short const*, unsigned short const* text,
+                     long) override {
+        auto const length = std::char_traits<unsigned short>::length(text);
+        std::printf("report %u: %s\n", code, ascii(text, length).c_str());  // copy what you keep
         return true;
     }
 };
@@ -29,64 +27,60 @@ struct Memory : HostMemoryManager {
     void notCalled0() override {}
     void notCalled1() override {}
     bool allocate(void** out, unsigned long size) override {
-        *out = std::malloc(size);  // the host's own from here on
+        *out = std::malloc(size);  // the host frees it, the library never does
         return *out != nullptr;
     }
 };
 
-static _tVariant textRecord(std::u16string& text) {
+static _tVariant text(std::u16string_view units) {
     _tVariant record{};
-    record.value.wideString = reinterpret_cast<unsigned short*>(text.data());
-    record.length = static_cast<std::uint32_t>(text.size());
+    record.value.wideString =
+        reinterpret_cast<unsigned short*>(const_cast<char16_t*>(units.data()));
+    record.length = static_cast<std::uint32_t>(units.size());
     record.tag = TagWideString;
     return record;
 }
-static _tVariant numberRecord(int number) {
+
+static _tVariant number(int value) {
     _tVariant record{};
-    record.value.int32 = number;
+    record.value.int32 = value;
     record.tag = TagInt32;
     return record;
 }
 
 int main(int, char** arguments) {
     void* const library = dlopen(arguments[1], RTLD_NOW);
-    if (library == nullptr) return std::puts(dlerror()), 2;
+    if (library == nullptr) return std::puts(dlerror()), 1;
     auto* const make = reinterpret_cast<GetClassObjectFunction*>(dlsym(library, "GetClassObject"));
-    auto* const destroy = reinterpret_cast<DestroyObjectFunction*>(dlsym(library, "DestroyObject"));
+    auto* const end = reinterpret_cast<DestroyObjectFunction*>(dlsym(library, "DestroyObject"));
 
-    IComponentBase* component = nullptr;  // an empty slot
-    if (make(nullptr, &component) == 0) return 2;
     Connection connection;
     Memory memory;
+    IComponentBase* component = nullptr;  // the slot must be empty
+    if (make == nullptr || make(nullptr, &component) == 0) return 1;
     component->Init(static_cast<HostConnection*>(&connection));
-    component->setMemManager(static_cast<HostMemoryManager*>(&memory));  // before any name or list
+    component->setMemManager(static_cast<HostMemoryManager*>(&memory));
 
-    std::u16string first = u"claw hammer", second = u"hammer claw", name = u"StringCompare";
-    long const compare = component->FindMethod(textRecord(name).value.wideString);
-    _tVariant pair[] = {textRecord(first), textRecord(second), numberRecord(100)};
     _tVariant result{};
+    _tVariant pair[] = {text(u"claw hammer"), text(u"hammer claw"), number(100)};
+    long const compare = component->FindMethod(text(u"StringCompare").value.wideString);
     if (component->CallAsFunc(compare, &result, pair, 3)) {
         std::printf("alike: %d\n", result.value.boolean);
     }
+    pair[2] = number(101);  // not a percentage: a report, and false
+    if (!component->CallAsFunc(compare, &result, pair, 3)) std::puts("refused");
 
-    std::u16string list = u"saw;claw hammer;hammer", separator = u";";
-    long const search = 1;  // StringSearch; all seven records must be there
-    _tVariant records[] = {textRecord(second),
-                           textRecord(list),
-                           textRecord(separator),
-                           numberRecord(0),
-                           numberRecord(80),
-                           numberRecord(80),
-                           {}};
-    component->GetParamDefValue(search, 6, &records[6]);
-    result = {};  // a search without a match leaves value and length as they were
-    if (component->CallAsFunc(search, &result, records, 7) && result.length > 0) {
-        std::printf("entries: %s\n", asText(result.value.wideString, result.length).c_str());
+    long const search = component->FindMethod(text(u"StringSearch").value.wideString);
+    _tVariant query[] = {text(u"hammer claw"), text(u"saw;claw hammer;hammer"),
+                         text(u";"),           number(0),
+                         number(80),           number(80),
+                         _tVariant{}};
+    component->GetParamDefValue(search, 6, &query[6]);  // no exclusions
+    result = {};  // a search that finds nothing leaves value and length as they were
+    if (component->CallAsFunc(search, &result, query, 7) && result.length > 0) {
+        std::printf("entries: %s\n", ascii(result.value.wideString, result.length).c_str());
         std::free(result.value.wideString);
     }
-
-    pair[2] = numberRecord(101);
-    if (!component->CallAsFunc(compare, &result, pair, 3)) std::puts("refused");
-    destroy(&component);
+    end(&component);
     return dlclose(library);
 }

@@ -1,5 +1,5 @@
 // What each method takes: the type of each of its parameters, in order. The number of parameters
-// that the host is told follows from here.
+// that the host learns follows from here.
 #pragma once
 
 #include <algorithm>

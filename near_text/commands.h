@@ -1,4 +1,4 @@
-// The program's commands. Each adds itself to the command line and tells what to run when it is
+// The program's commands. Each adds itself to the command line and says what to run when it is
 // chosen.
 #pragma once
 
@@ -6,8 +6,10 @@
 #include <CLI/Config.hpp>
 #include <filesystem>
 #include <functional>
+#include <map>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "near_text/output.h"
 #include "near_text/status.h"
@@ -15,21 +17,30 @@
 
 namespace near_text {
 
+// What the program says of itself or of a command, in the help and in the man page.
+struct CommandText {
+    std::string summary;     // a few words
+    std::string details;     // may span several paragraphs
+    std::string exitStatus;  // "0 alike, 1 different": a number, what it means, a comma
+    std::vector<std::string> examples;
+};
+
 struct Program {
     CLI::App app;
     std::filesystem::path library;
     std::string locale;
     Output output;
     std::function<Status()> command;  // of the chosen command; its result is the exit status
+    std::map<CLI::App const*, CommandText> texts;
 
     // Loaded at the first call and for good: the add-in keeps a text for as long as its process
     // lives.
     stand_in_host::AddIn const& addIn() const;
     std::unique_ptr<stand_in_host::Component> makeComponent() const;
 
-    // A command with the options that all have. `details` may span several sentences.
-    CLI::App& addCommand(std::string const& name, std::string const& summary,
-                         std::string const& details, std::string const& example);
+    // A command with the options that all have.
+    CLI::App& addCommand(std::string const& name, CommandText const& text);
+    void describe(CLI::App& target, CommandText const& text);
     void addCommonOptions(CLI::App& target);
 };
 
@@ -41,7 +52,7 @@ void addDuplicates(Program& program);
 void addSweep(Program& program);
 void addHelp(Program& program);
 
-// What to say to a command that there is none of, with the one that was perhaps meant.
+// The message for a command that does not exist, with the one that was perhaps meant.
 std::string unknownCommand(CLI::App const& app, std::string const& name);
 
 // A text of the command line as units. Throws std::runtime_error that calls it `name`.

@@ -37,24 +37,27 @@ Status compare(Program& program, CompareOptions const& options) {
 void addCompare(Program& program) {
     auto const options = std::make_shared<CompareOptions>();
     CLI::App& command = program.addCommand(
-        "compare", "Tell whether two texts are alike",
-        "Prints alike (status 0) or different (status 1). A text that begins with a dash goes "
-        "behind --, after the options.",
-        "near_text compare \"garden hose 20 m\" \"hose garden 25 m\" --percent 90 --explain");
-    command.add_option("FIRST", options->first, "A text, of at most 1000 UTF-16 units")
+        "compare",
+        {"compare two texts",
+         "Prints alike or different. If a text begins with a dash, put -- before the two texts and "
+         "all options before that.",
+         "0 alike, 1 different, 2 an error",
+         {"near_text compare \"garden hose 20 m\" \"hose garden 25 m\" --percent 90 --explain",
+          "near_text compare --percent 90 --fold-case -- \"-20 C\" \"-20 c\""}});
+    command.add_option("FIRST", options->first, "A text of at most 1000 UTF-16 units")
         ->type_name("")
         ->required();
-    command.add_option("SECOND", options->second, "Another")->type_name("")->required();
+    command.add_option("SECOND", options->second, "The other text")->type_name("")->required();
     command
         .add_option("-p,--percent", options->percent,
-                    "How alike they must be, 0 to 100: 100 forgives nothing beyond the shared "
-                    "words, 0 everything")
+                    "How alike they must be, 0 to 100: once shared words have cancelled, 100 "
+                    "allows no difference and 0 any")
         ->type_name("PERCENT")
         ->check(percentCheck())
         ->required();
     command.add_flag("--explain", options->isExplained,
                      "Show the words that cancelled, what was left, the limit, the distance, and "
-                     "the highest percentage at which they are alike");
+                     "the highest percentage at which the texts are alike");
     options->preparing.addTo(command);
     command.callback([&program, options] {
         options->preparing.settle();

@@ -88,7 +88,7 @@ std::vector<Cells> propertyRows(stand_in_host::Component& component) {
     return rows;
 }
 
-// An old library, or one that another linker wrote, does its work without telling its version.
+// An old library, or one that another linker wrote, does its work without a version.
 std::string versionOrDash(Program const& program, Status& status) {
     try {
         return onOneLine(stand_in_host::libraryVersion(program.library));
@@ -117,10 +117,12 @@ Status describe(Program& program) {
 }  // namespace
 
 void addDescribe(Program& program) {
-    CLI::App& command =
-        program.addCommand("describe", "Show what the add-in says of itself",
-                           "Shows the add-in's names, methods and properties as a host finds them.",
-                           "near_text describe --library ./libNearTextComparerLin64.so");
+    CLI::App& command = program.addCommand(
+        "describe", {"show what the add-in says about itself",
+                     "Shows the path and the version of the library, its names, methods and "
+                     "properties, as a host finds them.",
+                     "0 shown, 2 an error or no version in the library",
+                     {"near_text describe --library ./libNearTextComparerLin64.so"}});
     command.callback([&program] { program.command = [&program] { return describe(program); }; });
 }
 

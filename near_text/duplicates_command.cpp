@@ -1,6 +1,6 @@
 // Each entry is searched for in the whole list. Which of two is the text decides on their lengths,
-// so it may be that only one finds the other. A pair is told once: with the earlier entry where
-// that finds the later, else with the later. For that the add-in is asked again about the earlier
+// so it may be that only one finds the other. A pair is printed once: under the earlier entry if
+// that finds the later, else under the later. For that the add-in is asked again about the earlier
 // ones that were found, and nothing need be remembered, however many pairs there are.
 #include <algorithm>
 #include <mutex>
@@ -29,11 +29,11 @@ bool finds(Matcher& matcher, EntryList const& list, Percentages percentages, uns
     try {
         return !matcher.search.findAmong(list.units(text), percentages, {entry}).empty();
     } catch (Refused const&) {
-        return false;  // it is too long for a text, which is told with its own line
+        return false;  // it is too long for a text, which is reported with its own line
     }
 }
 
-// The pairs to tell with the entry at `index`, as its matches.
+// The pairs to print under the entry at `index`, as its matches.
 std::vector<Match> pairs(Matcher& matcher, EntryList const& list, Percentages percentages,
                          unsigned long index) {
     Indices others = matcher.search.find(list.units(index), percentages);
@@ -122,18 +122,23 @@ void settle(DuplicatesOptions& options) {
 void addDuplicates(Program& program) {
     auto const options = std::make_shared<DuplicatesOptions>();
     CLI::App& command = program.addCommand(
-        "duplicates", "Find the near pairs within one file",
-        "Searches for each line of a file among all of them and prints each pair once, with the "
-        "earlier line where that finds the later. Here every line is as long as it is behind "
-        "another. No line is paired with itself.\n\n"
-        "Exit status: 0 there are pairs, 1 there is none, 2 a line or the run failed, 128 and the "
-        "signal's number when interrupted.",
-        "near_text duplicates catalogue.txt --prepare --percent 85 --groups");
+        "duplicates",
+        {"find the near pairs within one file",
+         "Searches for each line of a file among all its lines and prints each pair once: under "
+         "the earlier line, or under the later one if only that one finds the other. Every line, "
+         "the first one too, has the length that it has after a separator. No line is paired with "
+         "itself.",
+         "0 pairs were found, 1 none was found, 2 a line or the run failed, 128 plus the signal's "
+         "number if interrupted",
+         {"near_text duplicates catalogue.txt --prepare --percent 85 --groups"}});
     options->sources.addFile(command);
     options->search.addTo(command);
     options->format.addTo(command);
-    command.add_flag("-g,--groups", options->isGrouped,
-                     "Groups in place of pairs: lines that a pair joins, or a chain of pairs");
+    command
+        .add_flag(
+            "-g,--groups", options->isGrouped,
+            "Print groups instead of pairs: lines that are joined by a pair or a chain of pairs")
+        ->group(kOutputGroup);
     options->jobs.addTo(command);
     command.callback([&program, options] {
         settle(*options);

@@ -72,7 +72,7 @@ std::string byteEncodingHint(std::string_view sample) {
         best = std::max(best, share);
     }
     if (!likely.empty()) return hint(likely);
-    return "is not UTF-8; --encoding NAME reads other encodings, as windows-1252 or shift_jis";
+    return "is not UTF-8; --encoding NAME reads others, such as windows-1252 or shift_jis";
 }
 
 }  // namespace
@@ -86,9 +86,10 @@ Converter openConverter(std::string const& encoding) {
     // To ICU the empty name is one that depends on the machine.
     Converter converter(encoding.empty() ? nullptr : ucnv_open(encoding.c_str(), &status));
     if (converter == nullptr || U_FAILURE(status)) {
-        throw std::runtime_error("no encoding is called '" + encoding +
-                                 "'; there are utf-8, utf-16, windows-1251, windows-1252, koi8-r, "
-                                 "cp866, iso-8859-1, gb18030, shift_jis and many others");
+        throw std::runtime_error(
+            "there is no encoding '" + encoding +
+            "'; known ones are utf-8, utf-16, windows-1251, windows-1252, koi8-r, "
+            "cp866, iso-8859-1, gb18030, shift_jis and many others");
     }
     ucnv_setToUCallBack(converter.get(), UCNV_TO_U_CALLBACK_STOP, nullptr, nullptr, nullptr,
                         &status);

@@ -23,11 +23,11 @@ Converter openConverter(std::string const& encoding);
 // What looks like another encoding than UTF-8, in the first bytes of a file.
 //
 // UTF-16 shows by NULs at every other place, an encoding of bytes by more bytes that are no UTF-8
-// than characters that are; Russian ones are told apart by their letters. A few stray bytes do not
+// than characters that are; Russian ones differ in their letters. A few stray bytes do not
 // make it: they are for the line they stand in.
 class Suspicion {
 public:
-    // What the user is to be told, with the option that reads such a file; empty as long as it may
+    // The message for the user, with the option that reads such a file; empty as long as it may
     // be UTF-8.
     std::string const& hintAfter(std::string_view bytes);
 
@@ -42,16 +42,16 @@ private:
 // Bytes in pieces of any size to UTF-8. Each piece gives all characters that are complete.
 class Decoder {
 public:
-    // What stands in place of bytes that are no character in the encoding. No UTF-8 holds it. From
+    // What replaces bytes that are not a character in the encoding. No UTF-8 holds it. From
     // a file in UTF-8 itself, bytes pass as they are.
     static constexpr char kNoCharacter = '\xFF';
 
-    // Without an encoding, a byte order mark of UTF-8 or UTF-16 tells it, and else it is UTF-8.
+    // Without an encoding, a byte order mark of UTF-8 or UTF-16 decides, and UTF-8 is the default.
     // With one, such a mark still wins. The mark is no part of the text. UTF-16 without a mark is
-    // little-endian unless its NULs tell otherwise. Throws as openConverter.
+    // little-endian unless its NULs say otherwise. Throws as openConverter.
     explicit Decoder(std::string const& encoding);
 
-    // Appends. Throws std::runtime_error when neither the caller nor a mark told the encoding and
+    // Appends. Throws std::runtime_error when neither the caller nor a mark gave the encoding and
     // the bytes look like another one than UTF-8; it names the option that reads them.
     void decode(std::string_view bytes, std::string& utf8);
     // At the end of the bytes.
@@ -65,10 +65,10 @@ private:
     void begin(std::string& utf8);
     void convert(std::string_view bytes, bool isLast, std::string& utf8);
 
-    std::string encoding;  // as given, then as the mark tells
+    std::string encoding;  // as given, then as the mark says
     Converter converter;   // none for UTF-8
     bool mayHaveMark;
-    bool isSuspicious;  // while nobody told the encoding
+    bool isSuspicious;  // while the encoding is a guess
     Suspicion suspicion;
     bool isBegun = false;
     std::string head;        // until it is clear whether there is a mark

@@ -1,5 +1,5 @@
-// Which entries of a list can match a text at all, told from the numbers of their units: the add-in
-// need not be asked about any other. No entry that the add-in would find is ever missing.
+// Which entries of a list can match a text at all, judged by how many of each unit they have: the
+// add-in need not be asked about any other. No entry that the add-in would find is ever missing.
 //
 // Why that holds. What the add-in holds against the limit is the edit distance of what is left of
 // the text and of the entry when the excluded words have gone, repeats have gone, and the words

@@ -20,7 +20,7 @@ EntryList cut(std::u16string_view whole, char16_t separator, Preparation const& 
     if (isWhitespace) {
         complain("note: whitespace does not separate entries");
     } else if (whole.find(separator) == std::u16string_view::npos) {
-        complain("note: the separator does not occur in " + source + ", which is one entry");
+        complain("note: the separator does not occur in " + source + ", so it is a single entry");
     }
     EntryListBuilder builder(preparation, preparation.isNone() ? separator : u'\0');
     char16_t joint = 0;
@@ -84,7 +84,7 @@ void EntryListBuilder::add(std::size_t place, std::u16string_view units, std::st
 }
 
 EntryList EntryListBuilder::take(std::string const& source) {
-    if (list.entries.empty()) throw std::runtime_error(source + " holds no entry");
+    if (list.entries.empty()) throw std::runtime_error(source + " contains no entries");
     return std::move(list);
 }
 

@@ -1,4 +1,4 @@
-// Searches for texts in one list of entries. Everything that the program tells of a list comes
+// Searches for texts in one list of entries. Everything that the program says about a list comes
 // through here: which entries match is the add-in's own answer, always.
 #pragma once
 

@@ -3,20 +3,19 @@
 namespace near_text {
 
 void FormatOptions::addTo(CLI::App& command) {
-    constexpr char const* kGroup = "Output";
     command
         .add_option(
             "-f,--format", name,
-            "text for eyes; tsv, in which \\\\, \\t, \\n and \\r stand for what would break "
-            "columns; csv; or json, an object a line. Default: text")
+            "text, for reading; tsv, with \\\\, \\t, \\n and \\r for characters that would break "
+            "columns; csv; or json, one object on each line. Default: text")
         ->type_name("FORMAT")
         ->check(CLI::IsMember(formatNames()))
-        ->group(kGroup);
+        ->group(kOutputGroup);
     command
         .add_option("--output-encoding", encoding,
-                    "The encoding of the output, for programs that do not take UTF-8")
+                    "The encoding of the output, for programs that do not read UTF-8")
         ->type_name("NAME")
-        ->group(kGroup);
+        ->group(kOutputGroup);
 }
 
 void FormatOptions::applyTo(Output& output) const {

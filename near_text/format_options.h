@@ -9,6 +9,9 @@
 
 namespace near_text {
 
+// Of the options that say what is printed, in the help.
+inline constexpr char const* kOutputGroup = "Output";
+
 struct FormatOptions {
     std::string name = "text";
     char delimiter = ',';  // of csv

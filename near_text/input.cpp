@@ -24,7 +24,7 @@ constexpr std::size_t kBlock = 1 << 16;
 }
 
 void requireNoNul(std::string_view line) {
-    if (line.find('\0') != std::string_view::npos) throw stand_in_host::NotText("holds a NUL");
+    if (line.find('\0') != std::string_view::npos) throw stand_in_host::NotText("contains a NUL");
 }
 
 bool continuesCharacter(char byte) {

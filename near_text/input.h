@@ -112,10 +112,10 @@ private:
     std::size_t position = 0;  // in `buffer`
 };
 
-// Throws NotText when the line has a fault, is not valid UTF-8 or holds a NUL.
+// Throws NotText when the line has a fault, is not valid UTF-8 or contains a NUL.
 void requireText(Line const& line);
 
-// A line as units. Throws NotText when it is not valid UTF-8 or holds a NUL.
+// A line as units. Throws NotText when it is not valid UTF-8 or contains a NUL.
 std::u16string lineUnits(std::string_view line);
 std::u16string lineUnits(Line const& line);  // also when it has a fault
 

@@ -1,5 +1,6 @@
-// near_text: try the add-in on texts of one's own.
+// near_text: the add-in, tried on texts of one's own.
 #include <CLI/CLI.hpp>
+#include <cctype>
 #include <csignal>
 #include <iostream>
 #include <sstream>
@@ -40,21 +41,22 @@ Status run(int argc, char** argv) {
     Program program;
     CLI::App& app = program.app;
     app.name("near_text");
-    app.description("Tells which texts are alike, by way of the add-in " +
-                    std::string(kLibraryFile) + ".");
-    app.footer(
-        folded("Two texts are alike when little is left of them once the words that both hold "
-               "have cancelled, in whatever order. How much may be left follows from a "
-               "percentage and from the texts' lengths.\n\n"
-               "Exit status: 0 alike or found, 1 different or nothing found, 2 an error.\n\n"
-               "Example:\n  near_text compare \"red ball\" \"ball red\" --percent 100"));
+    program.describe(
+        app, {"find texts that are alike",
+              "Finds texts that are alike, with the add-in libNearTextComparerLin64.so. Words that "
+              "two texts share cancel out, wherever they are. The texts are alike if what is left "
+              "of them differs little enough: a percentage and the lengths of the texts decide.",
+              "0 alike or found, 1 different or nothing found, 2 an error",
+              {"near_text compare \"red ball\" \"ball red\" --percent 100",
+               "near_text match --texts supplier.txt --entries catalogue.txt --prepare "
+               "--percent 60 --best"}});
     app.formatter(std::make_shared<HelpFormat>());
     app.require_subcommand(1);
     program.library = defaultLibrary();
     program.addCommonOptions(app);
     // Read after the option that names the library.
     app.set_version_flag("-V,--version", "",
-                         "Show the versions of the program and of the library, and exit");
+                         "Print the versions of the program and of the library, and exit");
     addDescribe(program);
     addCompare(program);
     addSearch(program);
@@ -96,20 +98,33 @@ std::unique_ptr<stand_in_host::Component> Program::makeComponent() const {
     return component;
 }
 
-CLI::App& Program::addCommand(std::string const& name, std::string const& summary,
-                              std::string const& details, std::string const& example) {
-    CLI::App& added = *app.add_subcommand(name, summary);
-    added.footer(folded(details) + "\n\nExample:\n  " + example);
+CLI::App& Program::addCommand(std::string const& name, CommandText const& text) {
+    CLI::App& added = *app.add_subcommand(name);
+    describe(added, text);
     addCommonOptions(added);
     return added;
+}
+
+void Program::describe(CLI::App& target, CommandText const& text) {
+    texts[&target] = text;
+    std::string summary = text.summary;
+    summary[0] = static_cast<char>(std::toupper(summary[0]));
+    target.description(summary);
+    std::string footer =
+        folded(text.details + "\n\nExit status: " + text.exitStatus + ".") + "\n\nExamples:";
+    for (std::string const& example : text.examples)
+        footer += "\n  " + example;
+    target.footer(footer);
 }
 
 void Program::addCommonOptions(CLI::App& target) {
     target
         .add_option("--library", library,
-                    "The add-in to load. Default: the one beside the program, or installed with it")
+                    "The add-in to load. Default: the one beside the program or installed with it")
         ->type_name("FILE");
-    target.add_option("--locale", locale, "The language of the add-in's reports: ru, else English")
+    target
+        .add_option("--locale", locale,
+                    "The language of the add-in's reports: ru for Russian. Default: English")
         ->type_name("NAME");
 }
 
@@ -124,7 +139,7 @@ std::string unknownCommand(CLI::App const& app, std::string const& name) {
         least = distance;
         meant = command->get_name();
     }
-    return "no command '" + name + "'; " +
+    return "there is no command '" + name + "'; " +
            (meant.empty() ? "near_text --help lists them" : "did you mean " + meant + '?');
 }
 
@@ -141,7 +156,7 @@ std::u16string argumentUnits(std::string const& name, std::string const& text) {
 int main(int argc, char** argv) {
     using near_text::Status;
     Status status = Status::Error;
-    std::signal(SIGPIPE, SIG_IGN);  // a write that fails is told instead
+    std::signal(SIGPIPE, SIG_IGN);  // a failed write is reported instead
     near_text::holdStandardStreams();
     try {
         status = near_text::run(argc, argv);

@@ -53,14 +53,14 @@ void settle(MatchOptions& options) {
     options.sources.settle(options.format);
     options.search.settle();
     if (options.isUnheaded && !options.format.format().hasHeading) {
-        refuse("--no-heading", "does nothing in the format " + options.format.name);
+        refuse("--no-heading", "has no effect in the format " + options.format.name);
     }
     if (!options.isUnmatched) return;
     if (!options.wanted.wanted.isAll()) {
-        refuse("--unmatched", "prints no match, so --best and --top do nothing");
+        refuse("--unmatched", "prints no matches, so --best and --top have no effect");
     }
     if (!options.sources.entries.keep.empty()) {
-        refuse("--unmatched", "prints no match, so --keep-entry does nothing");
+        refuse("--unmatched", "prints no matches, so --keep-entry has no effect");
     }
 }
 
@@ -69,16 +69,21 @@ void settle(MatchOptions& options) {
 void addMatch(Program& program) {
     auto const options = std::make_shared<MatchOptions>();
     CLI::App& command = program.addCommand(
-        "match", "Search for each line of one file among the lines of another",
-        "Prints what each line of texts finds, in their order and each as soon as it is done: how "
-        "near the match is (the highest percentage at which the add-in still finds it), the "
-        "distance and its limit, the add-in's index, the entry's line number, the entry. A line of "
-        "texts that is too long, holds a NUL or cannot be decoded is reported, and the error "
-        "stands in its place.\n\n"
-        "Exit status: 0 any text matched, 1 none did, 2 a line or the run failed, 128 and the "
-        "signal's number when interrupted. What was finished by then is out, and no line is torn.",
-        "near_text match --texts supplier.txt --entries catalogue.txt --prepare --percent 60 "
-        "--best");
+        "match",
+        {"search for each line of one file among the lines of another",
+         "Prints what each text finds, in the order of the texts and as soon as it is known. Each "
+         "match has its nearness (the highest percentage at which the add-in still finds it), the "
+         "distance and its limit, the line number of the entry, the add-in's index, and the "
+         "entry.\n\n"
+         "A text that is too long, contains a NUL or cannot be decoded is reported, and the error "
+         "takes its place in the output. When a signal ends the run, everything finished by then "
+         "has been written, and no line is cut short.",
+         "0 at least one text matched, 1 none matched, 2 a line or the run failed, 128 plus the "
+         "signal's number if interrupted",
+         {"near_text match --texts supplier.txt --entries catalogue.txt --prepare --percent 60 "
+          "--best",
+          "near_text match --texts orders.csv --text-column name --keep id --entries stock.csv "
+          "--entry-column title --keep-entry code --format csv --best"}});
     options->sources.addTexts(command);
     options->sources.addEntries(command);
     command.get_option("--entries")->required();
@@ -86,13 +91,18 @@ void addMatch(Program& program) {
     options->search.addTo(command);
     options->wanted.addTo(command);
     options->format.addTo(command);
-    command.add_flag("-u,--unmatched", options->isUnmatched, "Only texts that found nothing");
-    command.add_flag(
-        "--no-numbers", options->isUnnumbered,
-        "Leave the line numbers of the texts out, so that parts of a file give the same "
-        "lines as the whole");
-    command.add_flag("--no-heading", options->isUnheaded,
-                     "Leave the heading out, so that parts can be joined");
+    command
+        .add_flag("-u,--unmatched", options->isUnmatched, "Print only the texts that found nothing")
+        ->group(kOutputGroup);
+    command
+        .add_flag("--no-numbers", options->isUnnumbered,
+                  "Leave out the line numbers of the texts, so that the parts of a file give the "
+                  "same lines as the whole")
+        ->group(kOutputGroup);
+    command
+        .add_flag("--no-heading", options->isUnheaded,
+                  "Leave out the heading, so that parts can be joined")
+        ->group(kOutputGroup);
     options->jobs.addTo(command);
     command.callback([&program, options] {
         settle(*options);

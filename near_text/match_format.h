@@ -31,7 +31,7 @@ struct Shape {
     Shape(bool isNumberedOne, char csvDelimiter, std::vector<std::string> const& textNames,
           std::vector<std::string> const& entryNames);
 
-    bool isNumbered;  // otherwise no line tells its number, and none depends on another
+    bool isNumbered;  // otherwise no line has its number, and none depends on another
     char delimiter;
     std::vector<std::string> textColumns, entryColumns;
 };

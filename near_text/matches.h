@@ -1,4 +1,4 @@
-// What a text finds in a list: the matches that the add-in tells, how near each is, and which of
+// What a text finds in a list: the matches that the add-in gives, how near each is, and which of
 // them are wanted.
 #pragma once
 

@@ -13,7 +13,7 @@
 // prepare a text twice gives what preparing it once gives.
 //
 // Punctuation is what Unicode puts into the categories P: quotes, dashes, brackets, stops, and also
-// # % & * @ / \ and _. Symbols tell things apart and stay: + < = > | ~ ^ ` $ and other currencies,
+// # % & * @ / \ and _. Symbols distinguish things and stay: + < = > | ~ ^ ` $ and other currencies,
 // signs of units and numbers (C++, 5 $, the numero sign).
 //
 // Half a surrogate pair and a NUL pass as they are. Composing and folding may change the number of

@@ -10,14 +10,22 @@ namespace near_text {
 JobOptions::JobOptions() : jobs(std::max(1U, std::thread::hardware_concurrency())) {}
 
 void JobOptions::addTo(CLI::App& command) {
-    command.add_option("-j,--jobs", jobs, "Threads to search with. Default: one a processor")
+    constexpr char const* kGroup = "Running";
+    command
+        .add_option("-j,--jobs", jobs,
+                    "Threads to search with, 1 to 256. Default: one for each processor")
         ->type_name("N")
-        ->check(CLI::Range(1U, 256U));
-    command.add_flag("--strict", isStrict,
-                     "Stop at the first line that is too long or no text, instead of going on");
-    command.add_flag("--no-index", hasNoIndex,
-                     "Show the add-in every entry for every text. The answers are the same, and "
-                     "take longer");
+        ->check(CLI::Range(1U, 256U).description(""))
+        ->group(kGroup);
+    command
+        .add_flag("--strict", isStrict,
+                  "Stop at the first line that is too long or not valid text, instead of going on")
+        ->group(kGroup);
+    command
+        .add_flag("--no-index", hasNoIndex,
+                  "Give the add-in every entry for every text. The answers are the same, and "
+                  "take longer")
+        ->group(kGroup);
 }
 
 Matchers::Matchers(Program const& program, JobOptions const& options, EntryList const& list,
@@ -30,7 +38,7 @@ Matchers::Matchers(Program const& program, JobOptions const& options, EntryList 
         matchers.push_back(
             std::make_unique<Matcher>(*components.back(), list, terms, wanted, used));
     }
-    // What is wrong with the terms is wrong for every text, so it is told before the first.
+    // Bad terms are bad for every text, so they are reported before the first.
     matchers[0]->search.findAmong(u"-", terms.percentages, {});
 }
 

@@ -33,7 +33,8 @@ EntryFile readList(TextSearchOptions const& options) {
     }
     std::u16string const separator = argumentUnits("--separator", options.separator);
     if (separator.size() != 1) {
-        throw std::runtime_error("--separator: not one UTF-16 unit: '" + options.separator + '\'');
+        throw std::runtime_error("--separator: must be a single UTF-16 unit, not '" +
+                                 options.separator + '\'');
     }
     return {entriesFromFile(options.dictionaryFile, separator[0], options.preparation()), {}};
 }
@@ -57,8 +58,8 @@ Indices askedIndices(TextSearchOptions const& options, EntryList const& list) {
         }
         std::string const name = (options.sources.entries.file.name.empty() ? "place " : "line ") +
                                  std::to_string(place);
-        if (place > list.places) throw std::runtime_error("no " + name);
-        complain(name + " holds no word, so it is no entry and has no index");
+        if (place > list.places) throw std::runtime_error("there is no " + name);
+        complain(name + " contains no word, so it is not an entry and has no index");
     }
     return indices;
 }
@@ -145,14 +146,15 @@ void settle(TextSearchOptions& options) {
     options.search.settle();
     bool const isExplained = options.isExplained || !options.explainedPlaces.empty();
     if (options.sources.entries.isTable() && options.sources.entries.file.name.empty()) {
-        refuse("--entry-column", "does nothing without --entries");
+        refuse("--entry-column", "has no effect without --entries");
     }
     if (isExplained && !options.format.isForEyes()) {
-        refuse("--format", "explanations are for eyes, in the format text alone");
+        refuse("--format", "explanations come in the format text only");
     }
     if (options.isIndices &&
         (isExplained || !options.wanted.wanted.isAll() || !options.format.isForEyes())) {
-        refuse("--indices", "is the add-in's bare answer: no --best, --top, --format, --explain");
+        refuse("--indices",
+               "prints the add-in's bare answer, without --best, --top, --format or --explain");
     }
 }
 
@@ -161,15 +163,18 @@ void settle(TextSearchOptions& options) {
 void addSearch(Program& program) {
     auto const options = std::make_shared<TextSearchOptions>();
     CLI::App& command = program.addCommand(
-        "search", "Find the entries of a list that are alike to a text",
-        "Prints the matching entries, the nearest first (status 0), or nothing (status 1): how "
-        "near each is (the highest percentage at which the add-in still finds it), the distance "
-        "and its limit, the line number, the add-in's index. Indices count from 0, and only "
-        "entries that hold a word.",
-        "near_text search \"claw hammer\" --entries catalogue.txt --percent 60");
+        "search",
+        {"find the entries of a list that are alike to a text",
+         "Prints the matching entries, the nearest first. Each has its nearness (the highest "
+         "percentage at which the add-in still finds it), the distance and its limit, the line "
+         "number, and the add-in's index. Indices count from 0; an entry without a word has none.",
+         "0 found, 1 nothing found, 2 an error",
+         {"near_text search \"claw hammer\" --entries catalogue.txt --percent 60",
+          "near_text search \"claw hammer\" --entries catalogue.txt --explain-line 7"}});
     command
         .add_option("TEXT", options->text,
-                    "What to look for, of at most 1000 UTF-16 units; behind -- if it begins with -")
+                    "What to look for, at most 1000 UTF-16 units; if it begins with a dash, put -- "
+                    "before it and all options before that")
         ->type_name("")
         ->required();
     options->sources.addEntries(command);
@@ -177,29 +182,37 @@ void addSearch(Program& program) {
     CLI::Option* const dictionary =
         command
             .add_option("--dictionary", options->dictionaryFile,
-                        "Entries as one list, taken as it stands; - reads it in")
+                        "The entries as one list, used as it is; - reads standard input")
             ->type_name("FILE")
-            ->excludes("--entries");
-    dictionary->needs(
-        command.add_option("--separator", options->separator, "What separates the list's entries")
-            ->type_name("C")
-            ->needs(dictionary));
+            ->excludes("--entries")
+            ->group("Files");
+    dictionary->needs(command
+                          .add_option("--separator", options->separator,
+                                      "The character that separates the entries of the list")
+                          ->type_name("C")
+                          ->needs(dictionary)
+                          ->group("Files"));
     options->search.addTo(command);
     options->wanted.addTo(command);
     options->format.addTo(command);
-    command.add_flag("--indices", options->isIndices,
-                     "Only the add-in's own answer: the indices, joined by commas");
-    command.add_flag("--explain", options->isExplained,
-                     "Show the words that cancelled, what was left, the limit and the distance of "
-                     "each match");
+    command
+        .add_flag("--indices", options->isIndices,
+                  "Print only the add-in's own answer: the indices, joined by commas")
+        ->group(kOutputGroup);
+    command
+        .add_flag("--explain", options->isExplained,
+                  "Show the words that cancelled, what was left, the limit and the distance of "
+                  "each match")
+        ->group(kOutputGroup);
     command
         .add_option("--explain-line", options->explainedPlaces,
-                    "Explain the entry in this line (or place in the list), match or not; may be "
-                    "given again")
+                    "Explain the entry in this line (or place in the list), whether it matches or "
+                    "not; may be given several times")
         ->type_name("N")
         ->expected(1)
         ->check(CLI::Range(1, std::numeric_limits<int>::max()).description(""))
-        ->take_all();
+        ->take_all()
+        ->group(kOutputGroup);
     command.callback([&program, options] {
         settle(*options);
         program.command = [&program, options] { return search(program, *options); };

@@ -16,7 +16,7 @@ CLI::Validator percentCheck() {
             bool const isPercentage =
                 read.ec == std::errc() && read.ptr == end && percent >= 0 && percent <= 100;
             return isPercentage ? std::string()
-                                : '\'' + text + "' is no whole number from 0 to 100";
+                                : '\'' + text + "' is not a whole number from 0 to 100";
         },
         "");
 }
@@ -27,25 +27,27 @@ void refuse(std::string const& option, std::string const& reason) {
 
 void PreparationOptions::addTo(CLI::App& command) {
     constexpr char const* kGroup = "Preparing texts and entries";
-    command.add_flag("-P,--prepare", isWhole, "All three below. Texts are printed as they came")
+    command
+        .add_flag("-P,--prepare", isWhole,
+                  "All three of the following. Texts are printed as they came")
         ->group(kGroup);
     command
         .add_flag("-i,--fold-case", preparation.foldsCase,
-                  "Take capital and small letters for the same")
+                  "Ignore the difference between capital and small letters")
         ->group(kGroup);
     command
         .add_flag("--blank-punctuation", preparation.blanksPunctuation,
-                  "Take punctuation characters for blanks")
+                  "Treat punctuation characters as blanks")
         ->group(kGroup);
     command
         .add_flag("--compose", preparation.composes,
-                  "Take a letter and its accents for the one character that they make (NFC)")
+                  "Treat a letter and its accents as the one character that they make (NFC)")
         ->group(kGroup);
 }
 
 void PreparationOptions::settle() {
     if (isWhole && !preparation.isNone()) {
-        refuse("--prepare", "already holds --fold-case, --blank-punctuation and --compose");
+        refuse("--prepare", "already includes --fold-case, --blank-punctuation and --compose");
     }
     if (isWhole) preparation = {true, true, true};
 }
@@ -55,16 +57,16 @@ void SearchOptions::addTo(CLI::App& command, bool hasPercent) {
     if (hasPercent) {
         command
             .add_option("-p,--percent", percent,
-                        "How alike an entry must be, 0 to 100: 100 forgives nothing beyond the "
-                        "shared words, 0 everything. Default: " +
+                        "How alike an entry must be, 0 to 100: once shared words have cancelled, "
+                        "100 allows no difference and 0 any. Default: " +
                             std::to_string(kDefaultPercent))
             ->type_name("PERCENT")
             ->check(percentCheck())
             ->group(kGroup);
         command
             .add_option("--threshold", threshold,
-                        "Tell long entries from short ones: those above so many UTF-16 units, "
-                        "blanks counted, and one unit more in every entry but the first")
+                        "Entries longer than this are long, the others short. UTF-16 units count, "
+                        "blanks included, and one more in every entry but the first")
             ->type_name("UNITS")
             ->check(CLI::Range(0, std::numeric_limits<int>::max()).description(""))
             ->group(kGroup);
@@ -79,7 +81,7 @@ void SearchOptions::addTo(CLI::App& command, bool hasPercent) {
     }
     command
         .add_option("-x,--exclude", exclude,
-                    "Words that count on neither side, in one argument; may be given again")
+                    "Words that count on neither side, in one argument; may be given several times")
         ->type_name("WORDS")
         ->multi_option_policy(CLI::MultiOptionPolicy::Join)
         ->group(kGroup);
@@ -92,13 +94,13 @@ void SearchOptions::addTo(CLI::App& command, bool hasPercent) {
 void SearchOptions::settle() {
     for (auto const& [option, value] :
          {std::pair("--short-percent", &percentShort), std::pair("--long-percent", &percentLong)}) {
-        if (*value && !threshold) refuse(option, "does nothing without --threshold");
+        if (*value && !threshold) refuse(option, "has no effect without --threshold");
     }
     if (threshold && !percentShort && !percentLong) {
-        refuse("--threshold", "does nothing without --short-percent or --long-percent");
+        refuse("--threshold", "has no effect without --short-percent or --long-percent");
     }
     if (percent && percentShort && percentLong) {
-        refuse("--percent", "does nothing beside --short-percent and --long-percent");
+        refuse("--percent", "has no effect beside --short-percent and --long-percent");
     }
     preparing.settle();
 }
@@ -118,9 +120,9 @@ void WantedOptions::addTo(CLI::App& command) {
     CLI::Option* const best =
         command
             .add_flag("-b,--best", wanted.isBestAlone,
-                      "Only the nearest entry, or entries where several are as near")
+                      "Keep only the nearest entry, or several if they are equally near")
             ->group(kGroup);
-    command.add_option("-n,--top", wanted.most, "Only so many of the nearest entries")
+    command.add_option("-n,--top", wanted.most, "Keep only the N nearest entries")
         ->type_name("N")
         ->check(CLI::Range(1, std::numeric_limits<int>::max()).description(""))
         ->excludes(best)

@@ -15,14 +15,15 @@ void addColumns(CLI::App& command, std::string const& name, std::string const& k
                 std::string const& whose, Source& source, bool hasKeep) {
     command
         .add_option(name, source.column,
-                    "The column that holds " + whose + ", by name or by number from 1: " + whose +
-                        " are a table then, and quoted fields may span lines")
+                    "The column of " + whose +
+                        ", a name or a number from 1. The file is then a table, "
+                        "whose quoted fields may span lines")
         ->type_name("COLUMN")
         ->group(kGroup);
     if (!hasKeep) return;
     command
         .add_option(keepName, source.keep,
-                    "Columns of " + whose + " to carry over into the output, parted by commas")
+                    "Columns of " + whose + " to carry over into the output, separated by commas")
         ->type_name("COLUMNS")
         ->delimiter(',')
         ->allow_extra_args(false)
@@ -32,7 +33,9 @@ void addColumns(CLI::App& command, std::string const& name, std::string const& k
 }  // namespace
 
 void SourceOptions::addTexts(CLI::App& command, bool hasKeep) {
-    command.add_option("-t,--texts", texts.file.name, "Texts, one a line; - reads them in")
+    command
+        .add_option("-t,--texts", texts.file.name,
+                    "The texts, one on each line; - reads standard input")
         ->type_name("FILE")
         ->required()
         ->group(kGroup);
@@ -40,14 +43,18 @@ void SourceOptions::addTexts(CLI::App& command, bool hasKeep) {
 }
 
 void SourceOptions::addEntries(CLI::App& command, bool hasKeep) {
-    command.add_option("-e,--entries", entries.file.name, "Entries, one a line; - reads them in")
+    command
+        .add_option("-e,--entries", entries.file.name,
+                    "The entries, one on each line; - reads standard input")
         ->type_name("FILE")
         ->group(kGroup);
     addColumns(command, "--entry-column", "--keep-entry", "the entries", entries, hasKeep);
 }
 
 void SourceOptions::addFile(CLI::App& command) {
-    command.add_option("FILE", entries.file.name, "Texts, one a line; - reads them in")
+    command
+        .add_option("FILE", entries.file.name,
+                    "The texts, one on each line; - reads standard input")
         ->type_name("")
         ->required()
         ->group(kGroup);
@@ -57,33 +64,35 @@ void SourceOptions::addFile(CLI::App& command) {
 
 void SourceOptions::addReading(CLI::App& command) {
     command
-        .add_flag("--header", reading.hasHeader,
-                  "The first row of a table names its columns, also where all are told by number")
+        .add_flag(
+            "--header", reading.hasHeader,
+            "The first row of a table names its columns, even if the options use numbers only")
         ->group(kGroup);
     command
-        .add_option("-d,--delimiter", reading.delimiter,
-                    "What parts the columns of a table, here and in the format csv: a character, "
-                    "or tab, and then quotes are characters like any other. Default: a comma. "
-                    "Files named .tsv have tabs")
+        .add_option(
+            "-d,--delimiter", reading.delimiter,
+            "What separates the columns of a table, in the input and in the format csv: one "
+            "character, or the word tab. With tabs, quotes have no meaning. Default: a "
+            "comma; tabs in files named .tsv")
         ->type_name("C")
         ->group(kGroup);
     command
         .add_option("--encoding", texts.file.encoding,
                     "The encoding of the files, such as windows-1251, utf-16 or koi8-r. Default: "
-                    "what a byte order mark tells, else UTF-8")
+                    "UTF-8, unless a byte order mark says otherwise")
         ->type_name("NAME")
         ->group(kGroup);
     if (command.get_option_no_throw("--texts") == nullptr) return;
     command
         .add_option("--entry-encoding", entries.file.encoding,
-                    "That of the entries, where it is another")
+                    "The encoding of the entries, if it differs")
         ->type_name("NAME")
         ->group(kGroup);
 }
 
 void SourceOptions::settle(FormatOptions& format) {
     bool const hasTable = texts.isTable() || entries.isTable();
-    constexpr char const* kNoTable = "does nothing while no column is told to hold the texts";
+    constexpr char const* kNoTable = "has no effect without --text-column or --entry-column";
     if (!hasTable && reading.hasHeader) refuse("--header", kNoTable);
     if (!hasTable && !reading.delimiter.empty() && !format.isCsv()) {
         refuse("--delimiter", kNoTable);
@@ -92,7 +101,7 @@ void SourceOptions::settle(FormatOptions& format) {
     if (!entries.isTable() && !entries.keep.empty()) refuse("--keep-entry", kNoTable);
     bool const isKeeping = !texts.keep.empty() || !entries.keep.empty();
     if (isKeeping && !format.format().carriesColumns) {
-        refuse("--format", format.name + " shows no columns that are kept");
+        refuse("--format", format.name + " does not show kept columns");
     }
     if (entries.file.encoding.empty()) entries.file.encoding = texts.file.encoding;
     if (!reading.delimiter.empty()) format.delimiter = delimiterOf(reading.delimiter);

@@ -23,8 +23,8 @@ struct Source {
 
 // How the files of a run are read.
 struct Reading {
-    bool hasHeader = false;  // also where no column is told by name
-    std::string delimiter;   // empty where the file's name tells it
+    bool hasHeader = false;  // even if no column is given by name
+    std::string delimiter;   // empty if the file's name decides
 };
 
 // The options of both.
@@ -73,7 +73,7 @@ struct EntryFile {
 };
 
 // `beginsWithSeparator` makes the first entry as long as it would be elsewhere. Throws
-// std::runtime_error, with file and line where a line is no text, and when no entry holds a word.
+// std::runtime_error, with file and line if a line is not valid text, and if no entry has a word.
 EntryFile readEntries(Source const& source, Reading const& reading, Preparation const& preparation,
                       bool beginsWithSeparator = false);
 

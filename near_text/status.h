@@ -5,7 +5,7 @@ namespace near_text {
 
 enum class Status { Found = 0, NotFound = 1, Error = 2 };
 
-// A run that a signal ended, as a shell tells it.
+// A run that a signal ended, as a shell reports it.
 constexpr Status endedBy(int signal) {
     return Status{128 + signal};
 }

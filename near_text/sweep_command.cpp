@@ -25,7 +25,7 @@ struct SweepOptions {
 
 using Pair = std::pair<std::size_t, std::size_t>;  // lines of the text and of the entry
 
-// "3<tab>17", with whatever behind; the first line may be a heading.
+// "3<tab>17", with anything after it; the first line may be a heading.
 std::set<Pair> readPairs(std::string const& file) {
     std::set<Pair> pairs;
     LineReader reader(file);
@@ -33,16 +33,17 @@ std::set<Pair> readPairs(std::string const& file) {
         Pair pair;
         char const* const end = line.text.data() + line.text.size();
         auto const first = std::from_chars(line.text.data(), end, pair.first);
-        bool const isParted = first.ec == std::errc() && first.ptr < end &&
-                              std::string_view("\t,;").find(*first.ptr) != std::string_view::npos;
-        if (isParted && std::from_chars(first.ptr + 1, end, pair.second).ec == std::errc()) {
+        bool const isSeparated =
+            first.ec == std::errc() && first.ptr < end &&
+            std::string_view("\t,;").find(*first.ptr) != std::string_view::npos;
+        if (isSeparated && std::from_chars(first.ptr + 1, end, pair.second).ec == std::errc()) {
             pairs.insert(pair);
         } else if (line.number > 1) {
-            throw std::runtime_error(reader.place() +
-                                     "not the line of a text, a tab and the line of an entry");
+            throw std::runtime_error(
+                reader.place() + "expected the line number of a text, a tab and that of an entry");
         }
     }
-    if (pairs.empty()) throw std::runtime_error(shownName(file) + " holds no pair");
+    if (pairs.empty()) throw std::runtime_error(shownName(file) + " contains no pairs");
     return pairs;
 }
 
@@ -177,29 +178,36 @@ Status sweep(Program& program, SweepOptions const& options) {
 void addSweep(Program& program) {
     auto const options = std::make_shared<SweepOptions>();
     CLI::App& command = program.addCommand(
-        "sweep", "Count what a match finds at several percentages",
-        "For choosing a percentage: how many texts find no entry, one, several; how many matches "
-        "there are, and how many when only the best of each text are kept. With pairs that are "
-        "known to be the same also how many of them are found and how many other matches there "
-        "are, both again with the best alone; and of the texts that have a pair, for how many the "
-        "best holds one.",
-        "near_text sweep --texts supplier.txt --entries catalogue.txt --prepare --pairs pairs.tsv");
+        "sweep",
+        {"count what a match finds at several percentages",
+         "Helps to choose a percentage. For each one it prints how many texts find no entry, one "
+         "and several, how many matches there are, and how many of them remain if only the best of "
+         "each text are kept.\n\n"
+         "With --pairs it also prints how many of the known pairs are found and how many other "
+         "matches there are, for all matches and for the best alone, and for how many of the texts "
+         "that have a known pair the best matches include one.",
+         "0 something was found at the lowest percentage, 1 nothing was found, 2 a line or the run "
+         "failed, 128 plus the signal's number if interrupted",
+         {"near_text sweep --texts supplier.txt --entries catalogue.txt --prepare --pairs "
+          "pairs.tsv"}});
     options->sources.addTexts(command, false);
     options->sources.addEntries(command, false);
     command.get_option("--entries")->required();
     options->sources.addReading(command);
     command
         .add_option("-p,--percent", options->percents,
-                    "Percentages, parted by commas. Default: 95 to 50 in steps of 5")
+                    "Percentages, separated by commas. Default: 95 to 50 in steps of 5")
         ->type_name("PERCENTS")
         ->delimiter(',')
         ->allow_extra_args(false)
-        ->check(percentCheck());
+        ->check(percentCheck())
+        ->group("Which entries match");
     command
         .add_option("--pairs", options->pairsFile,
-                    "Pairs that are known to be the same: a table with the line of the text and "
-                    "the line of the entry first")
-        ->type_name("FILE");
+                    "Known pairs: a table whose first two columns are the line of the text and "
+                    "the line of the entry")
+        ->type_name("FILE")
+        ->group("Files");
     options->search.addTo(command, false);
     options->format.addTo(command);
     options->jobs.addTo(command);

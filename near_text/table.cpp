@@ -55,7 +55,7 @@ TableReader::TableReader(TextFile const& file, TableShape tableShape, int wakeDe
     csv_set_term_func(parser.get(), isLineFeed);
     hasFirst = read(first);
     if (!shape.hasHeader || reader.isWoken()) return;
-    if (!hasFirst) throw std::runtime_error(shownName(file.name) + ": holds no header");
+    if (!hasFirst) throw std::runtime_error(shownName(file.name) + ": has no header");
     if (!first.fault.empty()) throw std::runtime_error(place(first) + first.fault);
     names = std::move(first.fields);
     hasFirst = false;
@@ -72,7 +72,7 @@ std::size_t TableReader::column(std::string const& nameOrNumber) {
     if (found != names.end()) {
         if (std::find(found + 1, names.end(), nameOrNumber) != names.end()) {
             throw std::runtime_error(reader.name() + ": several columns are called '" +
-                                     nameOrNumber + "'; a number, from 1, tells them apart");
+                                     nameOrNumber + "'; use a number, from 1");
         }
         place = static_cast<std::size_t>(found - names.begin());
     } else {
@@ -170,7 +170,7 @@ bool TableReader::take(Line const& line, Row& row) {
     }
     std::size_t const before = fields.size();
     if (!feed(text)) {
-        blame("has text behind the quote that closes field " + std::to_string(fields.size() + 1));
+        blame("has text after the quote that closes field " + std::to_string(fields.size() + 1));
         return true;
     }
     if (line.hadReturn) {
@@ -206,7 +206,7 @@ bool TableReader::feed(std::string_view text) {
 
 void TableReader::leaveOpen(Row& row) {
     row.fault = "the quote opened in line " + std::to_string(quoteLine) + " is not closed";
-    if (bytes > kLongestRow) row.fault += " within 1 MiB; nothing behind it is read";
+    if (bytes > kLongestRow) row.fault += " within 1 MiB; nothing after it is read";
     isOver = true;
 }
 

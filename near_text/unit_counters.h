@@ -1,4 +1,4 @@
-// The units of words, counted into a few counters by which texts of one list are told apart.
+// The units of words, counted into a few counters that distinguish the texts of one list.
 #pragma once
 
 #include <array>

@@ -13,7 +13,7 @@ namespace {
 template <class Function>
 void resolve(void* handle, char const* name, Function& function) {
     function = reinterpret_cast<Function>(dlsym(handle, name));
-    if (function == nullptr) throw std::runtime_error(std::string("has no function ") + name);
+    if (function == nullptr) throw std::runtime_error(std::string("lacks the function ") + name);
 }
 
 }  // namespace

@@ -1,7 +1,6 @@
 // A loaded add-in: the library file in this process, and its four exported functions.
 #pragma once
 
-#include <cstdint>
 #include <filesystem>
 
 #include "host/component_base.h"
@@ -10,8 +9,8 @@ namespace stand_in_host {
 
 class AddIn {
 public:
-    // Loads the library at run time, as a host does. Throws std::runtime_error that tells why the
-    // file cannot be loaded, or which of the functions it lacks.
+    // Loads the library at run time, as a host does. Throws std::runtime_error that says why the
+    // file cannot be loaded, or which function it lacks.
     explicit AddIn(std::filesystem::path const& file);
     ~AddIn();
     AddIn(AddIn const&) = delete;
@@ -22,10 +21,10 @@ public:
 
     std::filesystem::path const path;  // absolute
 
-    std::intptr_t (*getClassObject)(void const*, IComponentBase**);
-    long (*destroyObject)(IComponentBase**);
-    unsigned short const* (*getClassNames)();
-    int (*setPlatformCapabilities)(int);
+    GetClassObjectFunction* getClassObject;
+    DestroyObjectFunction* destroyObject;
+    GetClassNamesFunction* getClassNames;
+    SetPlatformCapabilitiesFunction* setPlatformCapabilities;
 
 private:
     void* handle;

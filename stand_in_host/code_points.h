@@ -16,7 +16,7 @@ namespace stand_in_host {
 
 using CodePoint = UChar32;
 
-// The code point at `position`, which moves behind it; negative where the bytes are none.
+// The code point at `position`, which moves past it; negative if the bytes are not one.
 inline CodePoint nextCodePoint(std::string_view utf8, std::size_t& position) {
     CodePoint point = 0;
     U8_NEXT(utf8.data(), position, utf8.size(), point);
@@ -34,7 +34,7 @@ inline bool isHalfPair(CodePoint point) {
     return U_IS_SURROGATE(point);
 }
 
-// `point` is no half of a surrogate pair.
+// `point` is not half of a surrogate pair.
 inline void append(std::string& utf8, CodePoint point) {
     std::size_t end = utf8.size();
     utf8.resize(end + U8_LENGTH(point));

@@ -22,7 +22,7 @@ _tVariant garbageRecord() {
 
 _tVariant textRecord(std::u16string_view text) {
     if (text.size() > std::numeric_limits<std::uint32_t>::max()) {
-        throw std::runtime_error("a text is longer than a record can tell");
+        throw std::runtime_error("a text is too long for a record");
     }
     _tVariant record = garbageRecord();
     record.value.wideString = hostUnits(text.data());

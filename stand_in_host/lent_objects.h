@@ -28,7 +28,7 @@ public:
     std::vector<Report> reports;
 };
 
-// Hands out blocks and frees them when told, at the latest in the end. Can be told to fail in each
+// Hands out blocks and frees them on request, or else at the end. Can be made to fail in each
 // way in which a host may.
 class Memory final : public HostMemoryManager {
 public:

@@ -1,4 +1,4 @@
-// An ELF file begins with a header that tells where two tables lie: the program headers, one for
+// An ELF file begins with a header that says where two tables are: the program headers, one for
 // each segment that is loaded or read, and the section headers, which linkers write last. A file is
 // whole when it reaches as far as both tables and every segment say. Notes lie in segments of their
 // own: a header, the owner's name and the content, one note after the other, each part padded.
@@ -48,11 +48,11 @@ public:
         std::error_code error;
         bool const isFile = is_regular_file(file, error);
         if (error) fail(error.message());
-        if (!isFile) fail("is no file");
+        if (!isFile) fail("is not a file");
         stream_.open(file, std::ios::binary);
         if (!stream_) fail(std::strerror(errno));
         size_ = file_size(file);
-        if (size_ < SELFMAG || bytes(0, SELFMAG) != ELFMAG) fail("is no shared library");
+        if (size_ < SELFMAG || bytes(0, SELFMAG) != ELFMAG) fail("is not a shared library");
         header_ = at<Elf64_Ehdr>(0);
     }
 
@@ -112,7 +112,7 @@ void check(ElfFile& file) {
                   machineName(own.e_machine));
     }
     if (header.e_type != ET_DYN || header.e_phentsize != sizeof(Elf64_Phdr)) {
-        file.fail("is no shared library");
+        file.fail("is not a shared library");
     }
     for (Elf64_Phdr const& segment : file.segments()) {
         file.reach(segment.p_offset, segment.p_filesz);
@@ -159,11 +159,11 @@ std::string libraryVersion(std::filesystem::path const& path) {
         auto const package = nlohmann::json::parse(*note, nullptr, false);
         if (!package.is_object() || !package.contains("version") ||
             !package["version"].is_string()) {
-            file.fail("carries a package note without a version");
+            file.fail("has a package note without a version");
         }
         return package["version"];
     }
-    file.fail("carries no package note, and so no version");
+    file.fail("has no package note, and so no version");
 }
 
 }  // namespace stand_in_host

@@ -1,4 +1,4 @@
-// What a library file tells of itself, read without loading it. The file is not trusted.
+// What a library file says about itself, read without loading it. The file is not trusted.
 #pragma once
 
 #include <filesystem>

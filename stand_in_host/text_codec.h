@@ -7,7 +7,7 @@
 
 namespace stand_in_host {
 
-// What was read is no text that the add-in can be given.
+// What was read is not text that the add-in can be given.
 class NotText : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;

@@ -43,12 +43,13 @@ TEST(LibraryFile, IsToldWithWhatIsWrongWithIt) {
         {"compare a a --percent 1", with(EI_CLASS, "\1"), "is for another machine"},
         {"compare a a --percent 1", with(EI_DATA, "\2"), "of another byte order"},
         {"compare a a --percent 1", with(offsetof(Elf64_Ehdr, e_type), "\1"),
-         "is no shared library"},
-        {"compare a a --percent 1", "a text", "is no shared library"},
-        {"describe", isNoted ? replaced("FDO", "ODF") : good(), "carries no package note"},
-        {"--version", isNoted ? replaced("FDO", "ODF") : good(), "carries no package note"},
-        {"--version", isNoted ? replaced(note, "(\"name\":") : good(), "carries"},
-        {"--version", isNoted ? replaced("\"version\":\"", "\"versiom\":\"") : good(), "carries"},
+         "is not a shared library"},
+        {"compare a a --percent 1", "a text", "is not a shared library"},
+        {"describe", isNoted ? replaced("FDO", "ODF") : good(), "has no package note"},
+        {"--version", isNoted ? replaced("FDO", "ODF") : good(), "has no package note"},
+        {"--version", isNoted ? replaced(note, "(\"name\":") : good(), "has a package note"},
+        {"--version", isNoted ? replaced("\"version\":\"", "\"versiom\":\"") : good(),
+         "has a package note"},
     };
     for (auto const& [command, content, complaint] : cases) {
         std::string const file = fileOf("library.so", content);

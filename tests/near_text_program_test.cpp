@@ -106,7 +106,7 @@ TEST(Program, AnswersAndReturnsAsGrepDoes) {
     }
 
     std::pair<std::string, std::string> const failures[] = {
-        {"compare a b -p 101", "--percent: '101' is no whole number from 0 to 100"},
+        {"compare a b -p 101", "--percent: '101' is not a whole number from 0 to 100"},
         {"compare a b -p -1", "--percent: '-1' is no"},
         {"compare a b -p 60.5", "--percent: '60.5' is no"},
         {"compare a " + std::string(1001, 'x') + " --percent 0", "no longer 1000 characters"},
@@ -114,21 +114,21 @@ TEST(Program, AnswersAndReturnsAsGrepDoes) {
         {"compare a b", "--percent is required"},
         {"compare a \"$(printf 'b\\377')\" --percent 0", "SECOND: not valid UTF-8 at byte 2"},
         {"compare a b --percent 0 --library /none.so", "/none.so"},
-        {"search red --separator ';;'" + list, "not one UTF-16 unit"},
-        {"search red --entries x --long-percent 5", "does nothing without --threshold"},
+        {"search red --separator ';;'" + list, "must be a single UTF-16 unit"},
+        {"search red --entries x --long-percent 5", "has no effect without --threshold"},
         {"search red --entries x --threshold 5", "without --short-percent or --long-percent"},
         {"search red --entries x --threshold 5 -p 1 --short-percent 1 --long-percent 1",
-         "--percent: does nothing"},
-        {"search red --entries x -P -i", "--prepare: already holds --fold-case"},
+         "--percent: has no effect"},
+        {"search red --entries x -P -i", "--prepare: already includes --fold-case"},
         {"search red --entries x --best --top 2", "--best excludes --top"},
-        {"search red --entries x --header", "--header: does nothing"},
-        {"search red --entries x --indices --best", "--indices: is the add-in's bare answer"},
-        {"match -t x -e x --unmatched --top 2", "--unmatched: prints no match"},
-        {"match -t x -e x --keep 1", "--keep: does nothing"},
-        {"match -t x -e x --no-heading", "--no-heading: does nothing in the format text"},
-        {"match -t - -e /dev/null", "/dev/null holds no entry"},
-        {"mtch -t x", "no command 'mtch'; did you mean match?"},
-        {"help gibberish", "no command 'gibberish'; near_text --help lists them"},
+        {"search red --entries x --header", "--header: has no effect"},
+        {"search red --entries x --indices --best", "--indices: prints the add-in's bare answer"},
+        {"match -t x -e x --unmatched --top 2", "--unmatched: prints no matches"},
+        {"match -t x -e x --keep 1", "--keep: has no effect"},
+        {"match -t x -e x --no-heading", "--no-heading: has no effect in the format text"},
+        {"match -t - -e /dev/null", "/dev/null contains no entries"},
+        {"mtch -t x", "there is no command 'mtch'; did you mean match?"},
+        {"help gibberish", "there is no command 'gibberish'; near_text --help lists them"},
         {"search red", "--entries or --dictionary"},
         {"search red --entries /none", "/none: No such file"},
         {"search red --entries - --exclusions -", "read once"},
@@ -194,7 +194,7 @@ TEST(Program, ExplainsMatchesAndMisses) {
     EXPECT_EQ(run(search + " --explain").output, match);
     EXPECT_EQ(run(search + " --explain-line 3").output, match);
     EXPECT_NE(run(search + " --explain-line 1").output.find("7 (different)"), std::string::npos);
-    EXPECT_NE(run(search + " --explain-line 2").errors.find("holds no word"), std::string::npos);
+    EXPECT_NE(run(search + " --explain-line 2").errors.find("contains no word"), std::string::npos);
     EXPECT_EQ(run(search + " --explain-line 4").status, 2);
 }
 

@@ -37,11 +37,9 @@ grep -q "^version *$version$" described
     --percent 100 >found
 grep -q "hammer claw 16 oz steel" found
 test -s "$root/$documents/README.md"
-if command -v help2man >/dev/null; then
-    for page in near_text near_text-match; do
-        grep -q '^\.SH' "$root/usr/share/man/man1/$page.1"
-    done
-fi
+for page in near_text near_text-match; do
+    test -s "$root/usr/share/man/man1/$page.1"
+done
 in_root --purge "$name"
 [ -z "$(find "$root" -path '*/usr/*' ! -type d)" ] || fail 'a file stays when the package goes'
 
@@ -50,6 +48,9 @@ tar -xzf "$name-$version"-*.tar.gz
 alone=$(echo "$name-$version"-*/)
 test -s "$alone/README.md"
 test -s "$alone/libNearTextComparerLin64.so"
+# All that a host needs to be written and built.
+g++ -std=c++20 -I"$alone" "$alone/examples/minimal_host.cpp" -o host -ldl
+./host "$alone/libNearTextComparerLin64.so" >said
 ! tar -tzf "$name-$version"-*.tar.gz | grep -v "^$name-$version-[^/]*/" || fail 'a file beside the folder'
 if command -v rpm >/dev/null; then
     rpm=$name-$version-1.$(uname -m).rpm

@@ -41,10 +41,10 @@ TEST(Table, ReadsRows) {
         // A fault ends with its row, and the next is as good as any.
         {"a\n\"b\"c,\"d\ne\n",
          {},
-         {"1:a", "2!has text behind the quote that closes field 1", "3:e"}},
+         {"1:a", "2!has text after the quote that closes field 1", "3:e"}},
         {"a\n\"b\n\xFF\",c\nd\0\ne\n"s,
          {},
-         {"1:a", "2!line 3: not valid UTF-8 at byte 1", "4!holds a NUL", "5:e"}},
+         {"1:a", "2!line 3: not valid UTF-8 at byte 1", "4!contains a NUL", "5:e"}},
         {"a\n\"b\n\",c,\"d\n", {}, {"1:a", "2!the quote opened in line 3 is not closed"}},
     };
     for (auto const& [content, shape, rows] : cases)
@@ -66,7 +66,7 @@ TEST(Table, FindsColumns) {
         {table, "5", false, "the first row has 4 fields"},
         {table, "name", false, "--header"},
         {"id;name\n", "name", true, "Is the --delimiter ';'?"},
-        {"\n", "1", true, "holds no header"},
+        {"\n", "1", true, "has no header"},
         {"a,\"b\n", "1", true, "table:1: the quote opened in line 1"}};
     for (auto const& [content, column, hasHeader, part] : failures) {
         try {
