@@ -12,7 +12,7 @@ static std::string ascii(unsigned short const* units, std::size_t length) {
     return {units, units + length};  // enough for what this example prints
 }
 
-struct Connection : HostConnection {
+struct Connection final : HostConnection {
     void notCalled0() override {}
     void notCalled1() override {}
     bool reportError(unsigned short code, unsigned short const*, unsigned short const* text,
@@ -23,7 +23,7 @@ struct Connection : HostConnection {
     }
 };
 
-struct Memory : HostMemoryManager {
+struct Memory final : HostMemoryManager {
     void notCalled0() override {}
     void notCalled1() override {}
     bool allocate(void** out, unsigned long size) override {

@@ -46,10 +46,11 @@ std::u16string joined(std::vector<std::u16string> const& words, std::u16string c
 // One search text, held against one entry after another.
 struct Searches {
     Searches(std::u16string_view searchText, std::u16string_view exclusionTexts,
-             std::u16string_view sample, unsigned long room)
+             std::u16string_view sampleText, unsigned long room)
         : text(units(searchText)),
           exclusions(units(exclusionTexts)),
-          samples{Utf16View(hostUnits(sample.data()), sample.size())},
+          sample(units(sampleText)),
+          samples{sample},
           plain(text, exclusions, ';'),
           matcher(text, exclusions, ';', samples, room) {}
 
@@ -64,6 +65,7 @@ struct Searches {
 
     Utf16String const text;
     Utf16String const exclusions;
+    Utf16String const sample;
     std::array<Utf16View, 1> const samples;
     PlainSearch const plain;
     EntryMatcher matcher;
