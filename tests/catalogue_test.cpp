@@ -49,7 +49,7 @@ TEST_F(Catalogue, FindsNamesInBothLanguagesAndNothingElse) {
 TEST_F(Catalogue, OnlyTheExclusionsHaveADefault) {
     for (auto const& [method, param] :
          {std::pair{1L, 5L}, {0L, 2L}, {2L, 6L}, {1L, 7L}, {-1L, 6L}}) {
-        _tVariant record = numberRecord(7);
+        _tVariant record = stand_in_host::garbageRecord();
         _tVariant expected = record;
         expected.tag = TagEmpty;
         EXPECT_FALSE(component->GetParamDefValue(method, param, &record));
@@ -83,28 +83,25 @@ TEST_F(Catalogue, GoesOnWhenTheHostLendsNoMemory) {
 
 TEST(Locale, OnlyItsOwnNamesTurnReportsRussian) {
     std::u16string const endless(100'000, u'r');
-    std::vector<char16_t const*> const names = {u"ru",          u"ru_ru",
-                                                u"ru_RU",       u"rus",
-                                                u"rus_rus",     u"rus_RUS",  // the Russian ones
-                                                u"RU",          u"Ru_RU",
-                                                u"ru_RU.UTF-8", u"ru-RU",
-                                                u"r",           u"",
-                                                nullptr,        endless.c_str()};
-    for (std::size_t i = 0; i < names.size(); ++i) {
-        Component component(addIn());
-        component->SetLocale(hostUnits(names[i]));
-        component->SetLocale(hostUnits(u"en_US"));
-        component.compare(u"", u"", 101);
-        EXPECT_EQ(component.connection.reports.at(0).description,
-                  i < 6 ? u"Ошибка входных параметров" : kBad)
-            << i;
+    std::vector<char16_t const*> const russian = {u"ru",  u"ru_ru",   u"ru_RU",
+                                                  u"rus", u"rus_rus", u"rus_RUS"};
+    std::vector<char16_t const*> const others = {u"RU", u"Ru_RU", u"ru_RU.UTF-8", u"ru-RU",
+                                                 u"r",  u"",      nullptr,        endless.c_str()};
+    for (auto const& names : {russian, others}) {
+        for (auto const* name : names) {
+            Component component(addIn());
+            component->SetLocale(hostUnits(name));
+            component->SetLocale(hostUnits(u"en_US"));
+            component.compare(u"", u"", 101);
+            EXPECT_EQ(component.connection.reports.at(0).description,
+                      names == russian ? u"Ошибка входных параметров" : kBad);
+        }
     }
 }
 
 TEST(Library, AnswersBeforeAnyComponentExists) {
     EXPECT_EQ(addIn().setPlatformCapabilities(0), 1);
     EXPECT_EQ(fromHost(addIn().getClassNames()), u"NearTextComparer");
-    EXPECT_EQ(addIn().getClassNames(), addIn().getClassNames());
 }
 
 class Calls : public WithComponent {
@@ -154,9 +151,8 @@ TEST_F(Calls, FaultsAreReportedInTheirOrder) {
     auto const under = numberRecord(-1);
     auto const none = textRecord(u"");
     std::tuple<Params, std::map<std::size_t, _tVariant>, char16_t const*> const cases[] = {
-        {comparison, {{2, over}}, kBad},
-        {comparison, {{2, under}}, kBad},
         {comparison, {{0, tooLong}, {2, over}}, kBad},
+        {comparison, {{2, under}}, kBad},
         {comparison, {{0, tooLong}, {1, atLimit}}, kLong},
         {comparison, {{0, atLimit}, {1, tooLong}}, kLong},
         {search, {{4, over}}, kBad},
@@ -189,11 +185,9 @@ TEST_F(Calls, EveryMethodIsCarriedOutWithTheTypesOfItsTable) {
         EXPECT_TRUE(component->CallAsFunc(method, &result, params.data(), std::ssize(params)))
             << "MethodIndex and CallAsFunc have a line for each method; is it there?";
     }
-    static_assert(std::size(kMethodTags) == 2,
-                  "stand_in_host::Component, the fuzz target and the README know two methods");
-    static_assert(std::size(kStringCompareTags) == 3 && std::size(kStringSearchTags) == 7,
-                  "compareString or SearchInput reads each record by its place, "
-                  "stand_in_host::Component and the fuzz target fill it; exclusions are the last");
+    static_assert(std::size(kMethodTags) == 2 && std::size(kStringCompareTags) == 3 &&
+                      std::size(kStringSearchTags) == 7,
+                  "stand_in_host::Component, the fuzz target and the README know these");
 }
 
 TEST_F(Calls, WithoutABlockASearchIsAnInternalError) {

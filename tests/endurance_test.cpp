@@ -27,28 +27,11 @@ TEST(Endurance, AMillionCallsTakeNoMemory) {
     EXPECT_LE(bytesInUse(), atStart + 1024);
 }
 
-TEST(Endurance, AMillionMatchesLeaveNothingBehind) {
-    std::u16string dictionary;
-    for (int i = 0; i < 1'000'000; ++i)
-        dictionary += u"ab;";
-    Component component(addIn());
-    auto const search = [&] {
-        return component.search({u"ab", dictionary, u';', 0, 100, 100, u""}).value();
-    };
-    auto const list = search();
-    EXPECT_EQ(list.substr(list.size() - 13), "999998,999999");
-    std::size_t const before = bytesInUse();
-    for (int round = 0; round < roundsOf(5); ++round)
-        ASSERT_EQ(search().size(), list.size());
-    EXPECT_LE(bytesInUse(), before + 1024);
-}
-
 class ExtremeInput : public WithComponent {};
 
 TEST_F(ExtremeInput, IsAnsweredAsAnyOther) {
-    auto const search = [&](std::u16string_view text, std::u16string_view dictionary, int percent,
-                            std::u16string_view exclusions = {}) {
-        return component.search({text, dictionary, u';', 0, percent, percent, exclusions});
+    auto const search = [&](Text text, Text dictionary, int percent) {
+        return component.search({text, dictionary, u';', 0, percent, percent, u""});
     };
     std::u16string const oneWord(10'000'000, u'a');
     EXPECT_EQ(search(u"ab", oneWord, 0), "0");
@@ -58,17 +41,10 @@ TEST_F(ExtremeInput, IsAnsweredAsAnyOther) {
         repeated += u"ball ";
     EXPECT_EQ(search(u"ball", repeated, 100), "0");
     EXPECT_EQ(search(u"ball", std::u16string(1'000'000, u';'), 0), "");
-
-    // Five hundred words of one unit, in both directions.
-    std::u16string words;
-    std::u16string backwards;
-    for (char16_t unit = 0x4E00; words.size() < 1000; ++unit) {
-        words += std::u16string{unit, u' '};
-        backwards.insert(0, std::u16string{u' ', unit});
-    }
-    EXPECT_EQ(search(words, backwards, 100), "0");
-    EXPECT_EQ(search(words, backwards, 100, words), "0");
-    EXPECT_EQ(component.compare(words, backwards, 100), true);
+    std::u16string alike;
+    for (int i = 0; i < 1'000'000; ++i)
+        alike += u"ab;";
+    EXPECT_TRUE(search(u"ab", alike, 100)->ends_with(",999998,999999"));
 }
 
 }  // namespace

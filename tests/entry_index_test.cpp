@@ -1,22 +1,50 @@
 // The index against the plain computation: an entry that matches must never be left out, and most
-// that do not match must be.
+// that do not match must be. With an index or without, a search answers the same.
 #include "near_text/entry_index.h"
 
-#include "tests/entry_lists.h"
+#include <bit>
+
+#include "near_text/byte_lanes.h"
+#include "near_text/entry_search.h"
+#include "near_text/shortlist.h"
+#include "stand_in_host/whitespace.h"
 #include "tests/random_text.h"
 
 namespace {
 
 using near_text::EntryIndex;
 using near_text::EntryList;
+using near_text::EntrySearch;
+using near_text::Indices;
 using near_text::SearchLimits;
+using near_text::Shortlist;
 
-std::vector<bool> among(near_text::Indices const& indices, std::size_t size) {
-    std::vector<bool> isAmong(size);
-    for (unsigned long const index : indices)
-        isAmong.at(index) = true;
-    return isAmong;
+// A list as the add-in would read it. Throws where no entry holds a word.
+EntryList listOf(std::u16string_view dictionary, char16_t separator) {
+    near_text::EntryListBuilder builder({}, separator);
+    std::size_t begin = 0;
+    for (std::size_t end = 0; end <= dictionary.size(); ++end) {
+        bool const isEnd =
+            end == dictionary.size() || dictionary[end] == 0 ||
+            (dictionary[end] == separator && !stand_in_host::isWhitespace(separator));
+        if (!isEnd) continue;
+        char16_t const joint = begin > 0 ? dictionary[begin - 1] : u'\0';
+        builder.add(end + 1, dictionary.substr(begin, end - begin), {}, {}, joint);
+        begin = end + 1;
+    }
+    return builder.take("the test");
 }
+
+// A search that asks an index from its first text on.
+struct ShortenedSearch : EntrySearch {
+    ShortenedSearch(Component& asked, EntryList const& searched, std::u16string_view words,
+                    stand_in_host::ExcludedWords const& excluded, int limit)
+        : EntrySearch(asked, searched, words, limit, &index), index(searched, excluded, limit) {
+        for (std::size_t i = 0; i < Shortlist::kSearchesWithout; ++i)
+            find(u"-", {100, 100});
+    }
+    Shortlist index;
+};
 
 // At several percentages about the one at which the last entry stops matching.
 void expectNoneLeftOut(SearchArguments in, int percentLong) {
@@ -26,6 +54,8 @@ void expectNoneLeftOut(SearchArguments in, int percentLong) {
     EntryList const list = listOf(in.dictionary, in.separator);
     EntryIndex const index(list, excluded);
     ASSERT_EQ(plain.size(), list.entries.size());
+    Component component(addIn());
+    ShortenedSearch shortened(component, list, in.exclusions, excluded, in.lengthThreshold);
     for (int const percent : turningPercents(plain.back())) {
         in.percentShort = percent;
         in.percentLong = percentLong < 0 ? percent : percentLong;
@@ -34,19 +64,27 @@ void expectNoneLeftOut(SearchArguments in, int percentLong) {
         std::u16string_view const texts[] = {list.units(0), in.text, u" ", in.text};
         auto const candidates = index.candidates(texts, limits);
         ASSERT_EQ(candidates[1], candidates[3]);
-        auto const isCandidate = among(candidates[1], plain.size());
+        Indices alike;
         auto const entries = stand_in_host::explainSearch(in);
         for (std::size_t i = 0; i < entries.size(); ++i) {
-            ASSERT_TRUE(!entries[i].isAlike || isCandidate[i])
-                << i << shown(list.units(i)) << shown(in.text) << shown(in.exclusions)
-                << in.lengthThreshold << " " << in.percentShort << " " << in.percentLong;
+            if (entries[i].isAlike) alike.push_back(i);
+        }
+        SCOPED_TRACE(shown(in.text) + shown(in.dictionary) + shown(in.exclusions) +
+                     std::to_string(in.lengthThreshold) + " " + std::to_string(percent) + " " +
+                     std::to_string(in.percentLong));
+        ASSERT_TRUE(
+            std::includes(candidates[1].begin(), candidates[1].end(), alike.begin(), alike.end()));
+        if (in.text.size() <= 1000) {
+            ASSERT_EQ(shortened.find(in.text, {percent, in.percentLong}), alike);
         }
     }
+    EXPECT_TRUE(shortened.find(u" ", {0, 0}).empty());
+    EXPECT_THROW(shortened.find(std::u16string(1001, u'a'), {0, 0}), near_text::Refused);
 }
 
 TEST(EntryIndex, LeavesNoMatchOutOfRandomLists) {
     RandomText random(12);
-    for (int round = 0; round < 3000; ++round) {
+    for (int round = 0; round < roundsOf(3000); ++round) {
         if (round % 20 == 0) random.stock.clear();
         // Now and then several blocks of entries.
         RandomSearch const search(random, random.oneIn(10) ? 1500 : 60);
@@ -78,14 +116,6 @@ TEST(EntryIndex, LeavesNoMatchOutWhereCountersEnd) {
     }
 }
 
-// Sums of counters too, some at their end and some just below it.
-TEST(EntryIndex, LeavesNoMatchOutWhereSumsEnd) {
-    RandomText random(16 * 255);
-    auto const text = random.run(kAlphabets[1], 16 * 255);
-    auto const entry = random.edited(text, kAlphabets[1], 60);
-    expectNoneLeftOut({text, entry, u';', 0, 0, 0, u""}, -1);
-}
-
 TEST(EntryIndex, LeavesOutMostThatDoNotMatch) {
     RandomText random(1);
     std::u16string dictionary;
@@ -106,24 +136,43 @@ TEST(ByteLanes, AreThePlainOnes) {
     using near_text::ByteLanes;
     using near_text::PlainByteLanes;
     RandomText random(16);
-    auto const lanes = [](auto const& of) {
-        std::array<std::uint8_t, near_text::kByteLanes> bytes;
-        std::memcpy(bytes.data(), &of, bytes.size());
-        return bytes;
+    auto const computed = [](auto const& a, auto const& b) {
+        auto const bytes = [](auto const& lanes) {
+            return std::bit_cast<std::array<std::uint8_t, near_text::kByteLanes>>(lanes);
+        };
+        return std::tuple(bytes(a.plus(b)), bytes(a.minus(b)), a.minus(b).zeros(), a.sum());
     };
     for (int round = 0; round < 2000; ++round) {
-        std::uint8_t bytes[2 * near_text::kByteLanes];
-        for (std::uint8_t& byte : bytes)
+        std::uint8_t all[2 * near_text::kByteLanes];
+        for (std::uint8_t& byte : all)
             byte = static_cast<std::uint8_t>(random.oneIn(3) ? 255 * random.below(2)
                                                              : random.below(256));
-        auto const a = ByteLanes::load(bytes);
-        auto const b = random.oneIn(4) ? ByteLanes::all(bytes[20]) : ByteLanes::load(bytes + 16);
-        auto const plainA = PlainByteLanes::load(bytes);
-        auto const plainB = PlainByteLanes::load(lanes(b).data());
-        ASSERT_EQ(lanes(a.plus(b)), lanes(plainA.plus(plainB)));
-        ASSERT_EQ(lanes(a.minus(b)), lanes(plainA.minus(plainB)));
-        ASSERT_EQ(a.minus(b).zeros(), plainA.minus(plainB).zeros());
-        ASSERT_EQ(a.sum(), plainA.sum());
+        ASSERT_EQ(computed(ByteLanes::load(all), ByteLanes::load(all + 16)),
+                  computed(PlainByteLanes::load(all), PlainByteLanes::load(all + 16)));
+        ASSERT_EQ(computed(ByteLanes::load(all), ByteLanes::all(all[20])),
+                  computed(PlainByteLanes::load(all), PlainByteLanes::all(all[20])));
+    }
+}
+
+TEST(ShortenedSearch, AnswersAsAWholeOneAtEveryPercentage) {
+    auto const read = [](std::string const& name) {
+        auto lines = stand_in_host::toUnits(contentOf(NEAR_TEXT_SAMPLES "/" + name + ".txt"));
+        std::replace(lines.begin(), lines.end(), u'\n', u'\0');
+        return lines;
+    };
+    EntryList const list = listOf(read("catalogue"), 0);
+    EntryList const texts = listOf(read("supplier"), 0);
+    auto const exclusions = read("exclusions");
+    auto const excluded = stand_in_host::readExclusions(exclusions, 0);
+    Component component(addIn());
+    EntrySearch whole(component, list, exclusions, 40);
+    ShortenedSearch shortened(component, list, exclusions, excluded, 40);
+    for (int percent = 0; percent <= 100; ++percent) {
+        // Each percentage has other texts.
+        for (std::size_t i = static_cast<std::size_t>(percent) % 5; i < texts.entries.size();
+             i += 5)
+            ASSERT_EQ(shortened.find(texts.units(i), {percent, percent}),
+                      whole.find(texts.units(i), {percent, percent}));
     }
 }
 

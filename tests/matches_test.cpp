@@ -1,11 +1,9 @@
 // What the program tells beside the add-in's answer, held against the add-in.
 #include "near_text/matches.h"
 
-#include <random>
-
 #include "near_text/groups.h"
 #include "near_text/high_first.h"
-#include "tests/test_support.h"
+#include "tests/random_text.h"
 
 namespace {
 
@@ -13,44 +11,43 @@ using namespace near_text;
 
 class RandomLists : public WithComponent {
 protected:
-    std::size_t below(std::size_t end) {
-        return std::uniform_int_distribution<std::size_t>(0, end - 1)(engine);
-    }
+    std::size_t below(std::size_t end) { return random.below(end); }
 
     // Few words over few units, so that many cancel or nearly do; blank at times.
     std::u16string line() {
         std::u16string text;
-        for (std::size_t words = below(5); words > 0; --words) {
-            for (std::size_t length = 1 + below(below(4) == 0 ? 12 : 3); length > 0; --length)
-                text += u"abcя"[below(4)];
-            text.append(1 + below(2), u' ');
-        }
+        for (std::size_t words = below(5); words > 0; --words)
+            text += random.run(u"abcя", 1 + below(random.oneIn(4) ? 12 : 3)) +
+                    std::u16string(1 + below(2), u' ');
         return text;
     }
 
     EntryList list(bool beginsWithSeparator) {
         EntryListBuilder builder({}, 0);
         if (beginsWithSeparator) builder.beginWithSeparator();
-        builder.add(1, u"abc", "abc");
-        std::size_t const count = 2 + below(12);
-        for (std::size_t place = 2; place < count; ++place)
+        builder.add(1, u"abc", "");
+        for (std::size_t place = 2, end = 2 + below(12); place < end; ++place)
             builder.add(place, line(), "");
         return builder.take("list");
     }
 
-    std::mt19937 engine{812};
+    SearchTerms terms(std::u16string const& exclusions) {
+        int const percent = static_cast<int>(below(101));
+        return {{percent, random.oneIn(3) ? static_cast<int>(below(101)) : percent},
+                static_cast<int>(below(12)),
+                exclusions};
+    }
+
+    RandomText random{812};
 };
 
 TEST_F(RandomLists, NearnessIsWhereTheAddInTurns) {
     std::size_t count = 0;
     for (int round = 0; round < 3000; ++round) {
         EntryList const entries = list(round % 5 == 0);
-        int const percent = static_cast<int>(below(101));
-        int const other = below(3) == 0 ? static_cast<int>(below(101)) : percent;
-        SearchTerms const terms = {
-            {percent, other}, static_cast<int>(below(12)), below(3) == 0 ? line() : u""};
+        SearchTerms const with = terms(random.oneIn(3) ? line() : u"");
         std::u16string const text = line();
-        Matcher matcher(component, entries, terms, {});
+        Matcher matcher(component, entries, with, {});
         auto const finds = [&](unsigned long index, int both) {
             Indices const found = matcher.search.find(text, {both, both});
             return std::binary_search(found.begin(), found.end(), index);
@@ -63,7 +60,7 @@ TEST_F(RandomLists, NearnessIsWhereTheAddInTurns) {
             indices.push_back(match.index);
             ++count;
         }
-        ASSERT_EQ(matcher.search.find(text, terms.percentages), indices);
+        ASSERT_EQ(matcher.search.find(text, with.percentages), indices);
     }
     EXPECT_GT(count, 5000U);
 }
@@ -72,12 +69,10 @@ TEST_F(RandomLists, NearnessIsWhereTheAddInTurns) {
 TEST_F(RandomLists, WantedAreTheNearest) {
     for (int round = 0; round < 200; ++round) {
         EntryList const entries = list(false);
-        SearchTerms const terms = {{static_cast<int>(below(101)), static_cast<int>(below(101))},
-                                   static_cast<int>(below(12)),
-                                   u""};
-        Matcher all(component, entries, terms, {});
-        Matcher best(component, entries, terms, {Wanted::kAll, true});
-        Matcher two(component, entries, terms, {2, false});
+        SearchTerms const with = terms(u"");
+        Matcher all(component, entries, with, {});
+        Matcher best(component, entries, with, {Wanted::kAll, true});
+        Matcher two(component, entries, with, {2, false});
         for (int i = 0; i < 50; ++i) {
             std::u16string const text = line();
             std::vector<Match> matches = all.matches(text);
@@ -94,27 +89,6 @@ TEST_F(RandomLists, WantedAreTheNearest) {
             expectFirst(two.matches(text), 2);
         }
     }
-}
-
-// Lengths are those of the whole list, whichever entries are handed over.
-TEST_F(RandomLists, FindTheSameAmongAFew) {
-    for (int round = 0; round < 3000; ++round) {
-        EntryList const entries = list(false);
-        std::u16string const text = line();
-        int const percent = static_cast<int>(below(101));
-        EntrySearch search(component, entries, u"", static_cast<int>(below(12)));
-        Indices among, both;
-        Indices const found = search.find(text, {percent, 100 - percent});
-        for (unsigned long index = 0; index < entries.entries.size(); ++index) {
-            if (below(2) == 0) continue;
-            among.push_back(index);
-            if (std::binary_search(found.begin(), found.end(), index)) both.push_back(index);
-        }
-        ASSERT_EQ(search.findAmong(text, {percent, 100 - percent}, among), both);
-    }
-    std::u16string const tooLong(1001, u'x');
-    EXPECT_THROW(EntrySearch(component, list(false), u"", 0).findAmong(tooLong, {0, 0}, {}),
-                 Refused);
 }
 
 TEST(HighFirst, IsTriedAsLongAsItPays) {

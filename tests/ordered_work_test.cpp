@@ -79,43 +79,28 @@ TEST(OrderedWork, DeliversNothingAfterItFailedToDeliver) {
     EXPECT_EQ(deliveries, 1);
 }
 
-TEST(OrderedWork, HoldsABoundedWindow) {
-    constexpr std::size_t kFar = 1000;
-    std::atomic<std::size_t> added = 0, begun = 0;
-    OrderedWork work(
-        2,
-        [&](std::size_t, auto const& line) -> LineResult {
-            ++begun;
-            if (line.text == "0") {
-                EXPECT_FALSE(happensSoon([&] { return added > kFar; }));
-            }
-            return {};
-        },
-        [](LineResult const&) { return true; });
-    while (added < 2 * kFar && work.add(lineOf(added)))
-        ++added;
-    work.finish();
-    EXPECT_EQ(begun, 2 * kFar);
-}
-
-TEST(OrderedWork, HoldsBoundedResults) {
-    std::atomic<bool> isLaterBegun = false;
-    std::size_t delivered = 0;
-    OrderedWork work(
-        2,
-        [&](std::size_t, auto const& line) -> LineResult {
-            if (line.text == "0") {
-                EXPECT_FALSE(happensSoon([&] { return isLaterBegun.load(); }));
-            }
-            if (line.text == "1") return {std::string(64 << 20, 'x'), {}, false};
-            if (line.text == "2") isLaterBegun = true;
-            return {};
-        },
-        [&](LineResult const&) { return ++delivered > 0; });
-    for (std::size_t i = 0; i < 4; ++i)
-        work.add(lineOf(i));
-    work.finish();
-    EXPECT_EQ(delivered, 4U);
+// Lines that wait for the first one to be done, and what came of them.
+TEST(OrderedWork, HoldsBoundedLinesAndResults) {
+    struct {
+        std::size_t resultSize, lines, mostBegun;
+    } const cases[] = {{0, 2000, 1000}, {64 << 20, 4, 2}};
+    for (auto const& [resultSize, lines, mostBegun] : cases) {
+        std::atomic<std::size_t> begun = 0, delivered = 0;
+        OrderedWork work(
+            2,
+            [&, most = mostBegun, size = resultSize](std::size_t, auto const& line) -> LineResult {
+                ++begun;
+                if (line.text == "0") {
+                    EXPECT_FALSE(happensSoon([&] { return begun > most; }));
+                }
+                return {std::string(line.text == "1" ? size : 0, 'x'), {}, false};
+            },
+            [&](LineResult const&) { return ++delivered > 0; });
+        for (std::size_t i = 0; i < lines; ++i)
+            work.add(lineOf(i));
+        work.finish();
+        EXPECT_EQ(delivered, lines);
+    }
 }
 
 }  // namespace

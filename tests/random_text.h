@@ -89,6 +89,19 @@ inline std::vector<int> turningPercents(stand_in_host::SideBySide const& sides) 
     return percents;
 }
 
+// Two texts of fewer than `most` words of up to so many units, one time in two near to each other.
+struct RandomPair {
+    RandomPair(RandomText& random, std::size_t longest, std::size_t most) {
+        auto const alphabet = kAlphabets[random.below(std::size(kAlphabets))];
+        auto const others = random.oneIn(8) ? whole(u"\0") : whole(u"");
+        first = random.words(random.below(most), alphabet, longest, others);
+        second = random.oneIn(2) ? random.edited(first, alphabet, 6)
+                                 : random.words(random.below(most), alphabet, longest, others);
+    }
+
+    std::u16string first, second;
+};
+
 // A search for a text in a list of up to `mostWords` words, and of an entry that is near to the
 // text.
 struct RandomSearch {

@@ -9,9 +9,8 @@ namespace {
 
 TEST(WordOrder, ComparesUnitsUpToANul) {
     std::tuple<char16_t const*, char16_t const*, unsigned long, int> const cases[] = {
-        {u"abc", u"abd", 3, -1}, {u"abd", u"abc", 3, 1}, {u"abc", u"abd", 2, 0},
-        {u"Abc", u"abc", 3, -1}, {u"ab", u"abc", 3, 0},  {u"abc", u"", 3, 0},
-        {u"\xFFFF", u"a", 1, 1}};
+        {u"abc", u"abd", 3, -1}, {u"\xFFFF", u"a", 1, 1}, {u"abc", u"abd", 2, 0},
+        {u"Abc", u"abc", 3, -1}, {u"ab", u"abc", 3, 0},   {u"abc", u"", 3, 0}};
     for (auto const& [first, second, limit, result] : cases)
         EXPECT_EQ(wcstrncmp_nocase(hostUnits(first), hostUnits(second), limit), result);
     EXPECT_FALSE(PStringRef<unsigned short>() < PStringRef<unsigned short>(nullptr, 5));
@@ -48,23 +47,13 @@ WordSet wordsOf(std::u16string_view text) {
     return sections.empty() ? WordSet() : sections[0].words();
 }
 
-TEST(WordSets, CancelAndJoinInTextOrder) {
-    WordSet first = wordsOf(u"a zz mmm q");
-    WordSet second = wordsOf(u"mmm a r s t");
-    removeSame(first, second);
-    EXPECT_EQ(makeStringForComparison(first), units(u"zzq"));
-    EXPECT_EQ(makeStringForComparison(second), units(u"rst"));
-    removeBy(second, wordsOf(u"s x"));
-    EXPECT_EQ(makeStringForComparison(second), units(u"rt"));
-}
-
+// The last text is what is left of the candidate, in the order of its text.
 TEST(WordSets, AreJudgedByWhatIsLeft) {
-    // The last text is what is left of the candidate.
     std::tuple<Text, Text, Text, unsigned long, Text> const cases[] = {
         {u"red ltd ball", u"red ball", u"ltd", 3, u""},  // cuts the candidate alone
         {u"red ball", u"red ltd ball", u"ltd", 0, u""},
         {u"ab cd", u"a bcd", u"", 0, u"abcd"},
-        {u"one two three", u"three four five", u"", 7, u"fourfive"},
+        {u"one two three", u"three four zz five", u"", 9, u"fourzzfive"},
         {u"", u"abc", u"", 3, u"abc"}};
     for (auto const& [search, entry, exclusions, distance, left] : cases) {
         for (unsigned long limit = 0; limit < 10; ++limit) {
@@ -86,16 +75,9 @@ TEST_F(StringSearch, AnswersWorkedOutByHand) {
         {{u"ab", u"ab;;  ;ab;", u';', 100, 100, 100, u""}, "0,1"},
         // Behind a separator an entry is one unit longer, and so beyond the threshold.
         {{u"abcde", u"abcdf;abcdf", u';', 5, 100, 0, u""}, "1"},
-        {{u"abcd", u"wxyz;    wxyz", u';', 100, 50, 50, u""}, "1"},  // whitespace is length
-        {{u"abcdefghij", u"abcdefgxyz", u';', 100, 75, 75, u""}, "0"},
-        {{u"abcdefghij", u"abcdefgxyz", u';', 100, 76, 76, u""}, ""},
         // No entry is as long as -1 units. Beyond 100 the long percentage demands as much as 100.
         {{u"abcd", u"abcx;abcd", u';', -1, 100, 0, u""}, "1"},
-        {{u"abcd", u"abcx;abcd", u';', 0, 0, -1, u""}, "1"},
         {{u"red ltd ball", u"red ball;ltd;ball red ltd", u';', 0, 100, 100, u"x;ltd"}, "0,2"},
-        {{u"ab cd", u"cd ab", u' ', 0, 100, 100, u""}, "0"},  // whitespace separates nothing
-        {{whole(u" \0ab\0cd"), u"ab;cd", u';', 0, 0, 100, u""}, "0"},
-        {{u"a;b", u"a;b", u';', 100, 100, 100, u""}, ""},
         {{u"", u"ab", u';', 0, 0, 0, u""}, ""},
         {{whole(u" \0\t"), u"ab", u';', 0, 0, 0, u""}, ""},
         {{u"ab", u"; ;", u';', 0, 0, 0, u""}, ""}};
