@@ -7,6 +7,7 @@
 #include "compare/word_comparison.h"
 
 #include <algorithm>
+#include <bit>
 #include <cassert>
 
 #include "compare/bag_distance.h"
@@ -27,6 +28,30 @@ bool exceedsBagDistance(TextMeasures const& first, TextMeasures const& second,
     if (std::max(first.text.size(), second.text.size()) > kMaxUnits) return false;
     unsigned long const missing = missingUnits(first.text, second.text);
     return missing > limit || second.wordUnits + missing > first.wordUnits + limit;
+}
+
+// One bit for each of 64 buckets that a text has units in, those of whitespace left out.
+std::uint64_t bucketsOf(Utf16View text) {
+    std::uint64_t buckets = 0;
+    for (unsigned short const unit : text)
+        buckets |= std::uint64_t{1} << unit % 64U;
+    for (unsigned short const white : kWhiteSpaceUnits)
+        buckets &= ~(std::uint64_t{1} << white % 64U);
+    return buckets;
+}
+
+// The same at less cost, by the buckets of which one side has units and the other none. With more
+// than a few edits allowed it hardly ever tells.
+constexpr unsigned long kFewEdits = 6;
+bool exceedsBucketDifference(TextMeasures const& first, TextMeasures const& second,
+                             unsigned long limit) {
+    std::uint64_t const firstBuckets = bucketsOf(first.text);
+    std::uint64_t const secondBuckets = bucketsOf(second.text);
+    auto const count = [](std::uint64_t bits) {
+        return static_cast<unsigned long>(std::popcount(bits));
+    };
+    return count(firstBuckets & ~secondBuckets) > limit ||
+           count(secondBuckets & ~firstBuckets) > limit;
 }
 
 // Near texts mostly begin or end alike, and no bound can reject them.
@@ -110,8 +135,10 @@ std::optional<bool> compareByWordList(TextMeasures const& first, TextMeasures co
     if (exclusions.empty()) {
         auto const [fewer, more] = std::minmax(first.wordUnits, second.wordUnits);
         if (more - fewer > limit) return false;
-        if (!isLikelyNear(first.text, second.text) && exceedsBagDistance(first, second, limit)) {
-            return false;
+        if (limit <= kFewEdits) {
+            if (exceedsBucketDifference(first, second, limit)) return false;
+        } else if (!isLikelyNear(first.text, second.text)) {
+            if (exceedsBagDistance(first, second, limit)) return false;
         }
     }
     if (first.words + second.words > WordList::kMaxCapacity) return {};
