@@ -1,6 +1,5 @@
-// The hash of a word of two strides a, b is fold((fold((fold((seed ^ a) * m) ^ b) * m) ^ b) * m),
-// where fold mixes the high half into the low one. Each step can be undone: for any b and any
-// result there is one a.
+// The hash of a word of two strides a, b is fold((fold((seed ^ a) * m) ^ b) * m), where fold mixes
+// the high half into the low one. Each step can be undone: for any b and any result there is one a.
 #include "bench/colliding_words.h"
 
 #include <random>
@@ -37,7 +36,7 @@ std::u16string collidingWords(std::size_t count) {
     words.reserve(count * 9);
     for (std::uint64_t high = 0; count > 0; ++high) {
         std::uint64_t const b = engine();
-        std::uint64_t const a = undo(undo(undo(high << 32U | kSharedHalf) ^ b) ^ b) ^ kSeed;
+        std::uint64_t const a = undo(undo(high << 32U | kSharedHalf) ^ b) ^ kSeed;
         std::u16string word(2 * kStride, u'\0');
         std::memcpy(word.data(), &a, sizeof a);
         std::memcpy(word.data() + kStride, &b, sizeof b);

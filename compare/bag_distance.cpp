@@ -46,13 +46,13 @@ ByteLanes lanesFrom(unsigned long count) {
 // which no word holds, in the lanes that stand for nothing.
 template <class Use>
 void forBuckets(Utf16View text, Use&& use) {
-    unsigned long at = 0;
-    for (; at + kByteLanes <= text.size(); at += kByteLanes)
-        use(loadBuckets(text.data() + at));
-    if (at == text.size()) return;
+    unsigned short const* at = text.data();
+    for (unsigned long left = text.size() / kByteLanes; left > 0; --left, at += kByteLanes)
+        use(loadBuckets(at));
+    unsigned long const rest = text.size() % kByteLanes;
+    if (rest == 0) return;
     if (text.size() >= kByteLanes) {
-        unsigned long const last = text.size() - kByteLanes;
-        use(loadBuckets(text.data() + last) & lanesFrom(at - last));
+        use(loadBuckets(at + rest - kByteLanes) & lanesFrom(kByteLanes - rest));
     } else {
         unsigned short few[kByteLanes] = {};
         std::copy(text.begin(), text.end(), few);

@@ -27,18 +27,55 @@
 
 #include <algorithm>
 #include <cassert>
+#include <cstddef>
+#include <cstring>
 #include <utility>
 
-unsigned long unitsOf(Pieces pieces) {
-    unsigned long units = 0;
-    for (Utf16View const piece : pieces)
-        units += piece.size();
-    return units;
-}
+#include "compare/unit_lanes.h"
 
 namespace {
 
 constexpr unsigned long kBlockRows = MatchVector<Rows64>::kRows;
+
+// Copies at least kWide units, if so many can be read. No loop for words of usual length: where one
+// ends is hard to guess.
+constexpr unsigned long kWide = 16;
+void copyPiece(unsigned short* out, Utf16View piece, bool isWideReadable) {
+    if (!isWideReadable) {
+        std::copy(piece.begin(), piece.end(), out);
+        return;
+    }
+    std::memcpy(out, piece.data(), kWide * sizeof *out);
+    if (piece.size() > kWide) std::copy(piece.begin() + kWide, piece.end(), out + kWide);
+}
+
+// Calls `use` for each unit of the text, until it gives false; false when it did. Pieces are joined
+// some at a time, so that one loop runs over many of them.
+template <class Use>
+bool forEachUnitWhile(Pieces const& text, Use&& use) {
+    constexpr unsigned long kJoined = 128;
+    std::array<unsigned short, kJoined + kWide> joined;
+    auto const isWideReadable = [&text](Utf16View piece) {
+        return text.textEnd != nullptr &&
+               text.textEnd - piece.data() >= static_cast<std::ptrdiff_t>(kWide);
+    };
+    for (auto piece = text.pieces.begin(); piece != text.pieces.end();) {
+        unsigned long count = 0;
+        while (text.pieces.size() > 1 && piece != text.pieces.end() &&
+               count + piece->size() <= kJoined) {
+            copyPiece(joined.data() + count, *piece, isWideReadable(*piece));
+            count += piece->size();
+            ++piece;
+        }
+        // A piece that is longer, or alone, is taken as it is.
+        Utf16View const part =
+            count != 0 || piece == text.pieces.end() ? Utf16View(joined.data(), count) : *piece++;
+        for (unsigned short const unit : part) {
+            if (!use(unit)) return false;
+        }
+    }
+    return true;
+}
 
 // The differences along the row above a block or along its last row, of one column.
 struct Carry {
@@ -54,19 +91,19 @@ constexpr Carry kTopRow{1, 0};
 template <class Rows>
 Rows step(Rows& VP, Rows& VN, Rows Eq, Carry& carry) {
     constexpr unsigned kLastRow = 8 * sizeof(Rows) - 1;
-    // Where a cell is its upper left neighbour's.
     Rows const X = Eq | carry.HN;
-    Rows const D0 = (((X & VP) + VP) ^ VP) | X | VN;
-    // The steps along the rows.
-    Rows HP = VN | ~(D0 | VP);
+    Rows const sum = (X & VP) + VP;
+    Rows const D0 = (sum ^ VP) | X | VN;
+    // The steps along the rows. HP is VN | ~(D0 | VP): its complement, put so, is ready sooner.
+    Rows notHP = (sum | VP | X) & ~VN;
     Rows HN = D0 & VP;
-    Carry const below{static_cast<std::uint64_t>(HP >> kLastRow),
+    Carry const below{static_cast<std::uint64_t>(~notHP >> kLastRow),
                       static_cast<std::uint64_t>(HN >> kLastRow)};
     // Moved down by a row, they give the steps down the new column.
-    HP = HP << 1 | carry.HP;
+    notHP = notHP << 1 | (carry.HP ^ 1U);
     HN = HN << 1 | carry.HN;
-    VP = HN | ~(D0 | HP);
-    VN = D0 & HP;
+    VP = HN | (~D0 & notHP);
+    VN = D0 & ~notHP;
     carry = below;
     return D0;
 }
@@ -109,34 +146,69 @@ private:
     long spare_;
 };
 
+constexpr unsigned long kGroupRows = 2 * kUnitLanes;
+
+// Gives the rows of a unit by holding it against all of them. Nothing is prepared, so it is quicker
+// than a MatchVector for a short pattern that is used once.
+template <unsigned kGroups>
+class PatternUnits {
+public:
+    explicit PatternUnits(Pieces const& pattern) {
+        unsigned short* out = units_.data();
+        for (Utf16View const piece : pattern.pieces)
+            out = std::copy(piece.begin(), piece.end(), out);
+    }
+
+    // Rows above the pattern's may be set too: no row is worked out from one above it.
+    Rows64 rowsOf(unsigned short unit) const {
+        UnitLanes const same = UnitLanes::filledWith(unit);
+        Rows64 rows = 0;
+        for (unsigned group = 0; group < kGroups; ++group) {
+            unsigned short const* const units = units_.data() + group * kGroupRows;
+            rows |= Rows64{bitsOf(UnitLanes::load(units) == same,
+                                  UnitLanes::load(units + kUnitLanes) == same)}
+                    << group * kGroupRows;
+        }
+        return rows;
+    }
+
+private:
+    std::array<unsigned short, kGroups * kGroupRows> units_{};
+};
+
+// `pattern` gives the rows of a unit.
+template <class Rows, class Pattern>
+bool isPatternWithin(unsigned long limit, Pattern const& pattern, unsigned long rows,
+                     Pieces const& text) {
+    unsigned long const columns = text.units;
+    if (std::max(rows, columns) <= limit) return true;
+    if (std::max(rows, columns) - std::min(rows, columns) > limit) return false;
+    LastDiagonal diagonal(limit, rows, columns);
+    Rows VP = ~Rows{0};
+    Rows VN = 0;
+    forEachUnitWhile(text, [&](unsigned short unit) {
+        Rows const D0 = step(VP, VN, pattern.rowsOf(unit));
+        if (!diagonal.next()) return true;
+        diagonal.step(static_cast<unsigned long>(D0 >> diagonal.row()));
+        return !diagonal.isSettled();
+    });
+    return !diagonal.isAbove();
+}
+
 }  // namespace
 
 template <class Rows>
 bool isWithin(unsigned long limit, MatchVector<Rows> const& pattern, unsigned long rows,
               Pieces text) {
     assert(rows <= MatchVector<Rows>::kRows);
-    unsigned long const columns = unitsOf(text);
-    if (std::max(rows, columns) <= limit) return true;
-    if (std::max(rows, columns) - std::min(rows, columns) > limit) return false;
-    LastDiagonal diagonal(limit, rows, columns);
-    Rows VP = ~Rows{0};
-    Rows VN = 0;
-    for (Utf16View const piece : text) {
-        for (unsigned short const unit : piece) {
-            Rows const D0 = step(VP, VN, pattern.rowsOf(unit));
-            if (!diagonal.next()) continue;
-            diagonal.step(static_cast<unsigned long>(D0 >> diagonal.row()));
-            if (diagonal.isSettled()) return !diagonal.isAbove();
-        }
-    }
-    return true;  // one of the two is empty
+    return isPatternWithin<Rows>(limit, pattern, rows, text);
 }
 
 template bool isWithin(unsigned long, MatchVector<Rows64> const&, unsigned long, Pieces);
 template bool isWithin(unsigned long, MatchVector<Rows128> const&, unsigned long, Pieces);
 
-void BandedDistance::fillMatches(Pieces pattern, unsigned long rows) {
-    unsigned long const blocks = (rows + kBlockRows - 1) / kBlockRows;
+void BandedDistance::fillMatches(Pieces pattern) {
+    unsigned long const blocks = (pattern.units + kBlockRows - 1) / kBlockRows;
     if (matches_.size() < blocks) {
         // No more than needed, and not beside the old ones.
         std::vector<MatchVector<Rows64>>().swap(matches_);
@@ -145,24 +217,23 @@ void BandedDistance::fillMatches(Pieces pattern, unsigned long rows) {
     for (unsigned long block = 0; block < blocks; ++block)
         matches_[block].clear();
     unsigned long row = 0;
-    for (Utf16View const piece : pattern) {
-        for (unsigned short const unit : piece) {
-            matches_[row / kBlockRows].add(unit, row % kBlockRows);
-            ++row;
-        }
-    }
+    forEachUnitWhile(pattern, [&](unsigned short unit) {
+        matches_[row / kBlockRows].add(unit, row % kBlockRows);
+        ++row;
+        return true;
+    });
 }
 
 unsigned long BandedDistance::upTo(unsigned long limit, bool isAnswerEnough, Pieces first,
                                    Pieces second) {
-    unsigned long rows = unitsOf(first);
-    unsigned long columns = unitsOf(second);
+    unsigned long const rows = first.units;
+    unsigned long const columns = second.units;
     if (columns < rows) return upTo(limit, isAnswerEnough, second, first);
     unsigned long const difference = columns - rows;
     if (difference > limit || rows == 0) return difference;
     if (isAnswerEnough && columns <= limit) return columns;
     LastDiagonal diagonal(limit, rows, columns);
-    fillMatches(first, rows);
+    fillMatches(first);
 
     // The band: so many diagonals below the first one and above the last. A way that leaves it
     // needs more edits than the limit only to come back.
@@ -170,25 +241,23 @@ unsigned long BandedDistance::upTo(unsigned long limit, bool isAnswerEnough, Pie
     unsigned long const lead = difference + spare;  // of columns over rows
     columns_.assign((rows - 1) / kBlockRows + 1, BlockColumn());
     unsigned long column = 0;
-    for (Utf16View const piece : second) {
-        for (unsigned short const unit : piece) {
-            unsigned long const top = column > lead ? column - lead : 0;
-            unsigned long const bottom = std::min(column + spare, rows - 1);
-            unsigned long const last = bottom / kBlockRows;
-            bool const isOnDiagonal = diagonal.next();
-            Carry carry = kTopRow;
-            for (unsigned long block = top / kBlockRows; block <= last; ++block) {
-                auto& [VP, VN] = columns_[block];
-                Rows64 const D0 = step(VP, VN, matches_[block].rowsOf(unit), carry);
-                if (isOnDiagonal && block == diagonal.row() / kBlockRows) {
-                    diagonal.step(D0 >> diagonal.row() % kBlockRows);
-                }
+    forEachUnitWhile(second, [&](unsigned short unit) {
+        unsigned long const top = column > lead ? column - lead : 0;
+        unsigned long const bottom = std::min(column + spare, rows - 1);
+        unsigned long const last = bottom / kBlockRows;
+        bool const isOnDiagonal = diagonal.next();
+        Carry carry = kTopRow;
+        for (unsigned long block = top / kBlockRows; block <= last; ++block) {
+            auto& [VP, VN] = columns_[block];
+            Rows64 const D0 = step(VP, VN, matches_[block].rowsOf(unit), carry);
+            if (isOnDiagonal && block == diagonal.row() / kBlockRows) {
+                diagonal.step(D0 >> diagonal.row() % kBlockRows);
             }
-            ++column;
-            if (diagonal.isAbove()) return limit + 1;
-            if (isAnswerEnough && diagonal.isSettled()) return limit;
         }
-    }
+        ++column;
+        return !diagonal.isAbove() && !(isAnswerEnough && diagonal.isSettled());
+    });
+    if (diagonal.isAbove()) return limit + 1;
     return limit - static_cast<unsigned long>(diagonal.spare());
 }
 
@@ -197,29 +266,42 @@ bool BandedDistance::isWithin(unsigned long limit, Pieces first, Pieces second) 
 }
 
 unsigned long BandedDistance::between(Utf16View first, Utf16View second) {
-    Utf16View const firstPieces[] = {first};
-    Utf16View const secondPieces[] = {second};
     // Near texts are done within a narrow band.
     unsigned long limit = kBlockRows;
     while (true) {
-        unsigned long const distance = upTo(limit, false, firstPieces, secondPieces);
+        unsigned long const distance = upTo(limit, false, Pieces(first), Pieces(second));
         if (distance <= limit) return distance;
         limit *= 4;
     }
 }
 
 bool isWithin(unsigned long limit, Pieces first, Pieces second) {
-    unsigned long const rows = unitsOf(first);
-    unsigned long const columns = unitsOf(second);
+    unsigned long const rows = first.units;
+    unsigned long const columns = second.units;
     if (columns < rows) return isWithin(limit, second, first);
     if (columns <= limit) return true;
     if (columns - rows > limit) return false;
     if (rows > kBlockRows) return BandedDistance().isWithin(limit, first, second);
+    unsigned long const groups = (rows + kGroupRows - 1) / kGroupRows;
+    // As many instructions as either takes, about.
+    if (groups * columns <= 4 * rows + columns) {
+        switch (groups) {
+            case 0:
+            case 1:
+                return isPatternWithin<Rows64>(limit, PatternUnits<1>(first), rows, second);
+            case 2:
+                return isPatternWithin<Rows64>(limit, PatternUnits<2>(first), rows, second);
+            case 3:
+                return isPatternWithin<Rows64>(limit, PatternUnits<3>(first), rows, second);
+            default:
+                return isPatternWithin<Rows64>(limit, PatternUnits<4>(first), rows, second);
+        }
+    }
     MatchVector<Rows64> pattern(rows);
     unsigned long row = 0;
-    for (Utf16View const piece : first) {
-        for (unsigned short const unit : piece)
-            pattern.add(unit, row++);
-    }
+    forEachUnitWhile(first, [&](unsigned short unit) {
+        pattern.add(unit, row++);
+        return true;
+    });
     return isWithin(limit, pattern, rows, second);
 }

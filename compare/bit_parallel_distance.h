@@ -1,7 +1,7 @@
 // The edit distance of two texts, told how much of it matters: many cells of the matrix in one
 // step.
 //
-// Texts come in pieces, taken as if they were joined; a piece may be empty. All edits cost 1.
+// All edits cost 1.
 #pragma once
 
 #include <algorithm>
@@ -14,9 +14,21 @@
 
 #include "compare/utf16_string.h"
 
-using Pieces = std::span<Utf16View const>;
+// A text in pieces, taken as if they were joined. A piece may be empty. What it refers to outlives
+// it.
+struct Pieces {
+    std::span<Utf16View const> pieces;
+    unsigned long units = 0;  // of all together
+    // The pieces are parts of one text that can be read up to here, which makes them quicker to
+    // join; null where they are not.
+    unsigned short const* textEnd = nullptr;
 
-unsigned long unitsOf(Pieces pieces);
+    Pieces() = default;
+    Pieces(std::span<Utf16View const> some, unsigned long unitsOfAll,
+           unsigned short const* endOfText = nullptr)
+        : pieces(some), units(unitsOfAll), textEnd(endOfText) {}
+    explicit Pieces(Utf16View const& only) : pieces(&only, 1), units(only.size()) {}
+};
 
 using Rows64 = std::uint64_t;
 __extension__ using Rows128 = unsigned __int128;
@@ -44,11 +56,11 @@ public:
     void add(unsigned short unit, unsigned long row) {
         assert(row < kRows);
         unsigned const slot = slotOf(unit);
-        if (keys_[slot] == kFree) {
-            keys_[slot] = unit;
-            used_[usedCount_++] = static_cast<std::uint8_t>(slot);
-            assert(2 * usedCount_ <= slotMask_ + 1);
-        }
+        // Written whether the unit is new or not: nobody could guess it.
+        used_[usedCount_] = static_cast<std::uint8_t>(slot);
+        usedCount_ += keys_[slot] == kFree ? 1U : 0U;
+        keys_[slot] = unit;
+        assert(2 * usedCount_ <= slotMask_ + 1);
         rows_[slot] |= Rows{1} << row;
     }
 
@@ -77,15 +89,16 @@ private:
 
     unsigned slotOf(unsigned short unit) const {
         unsigned slot = (unit ^ unit >> 3U) & slotMask_;  // letters of one script are spread
-        // One jump that is hardly ever taken, where two would be guessed wrong.
-        while (static_cast<int>(keys_[slot] != unit) & static_cast<int>(keys_[slot] != kFree))
+        // Another unit's: 0 is this one's, and from kFree on it is free. One test that hardly ever
+        // succeeds, where two would be guessed wrong.
+        while ((keys_[slot] ^ unit) - 1U < kFree - 1U)
             slot = (slot + 1) & slotMask_;
         return slot;
     }
 
     std::array<std::uint32_t, kMaxSlots> keys_;
-    std::array<Rows, kMaxSlots> rows_;      // written where a key is
-    std::array<std::uint8_t, kRows> used_;  // slots, so that few need be looked at
+    std::array<Rows, kMaxSlots> rows_;          // written where a key is
+    std::array<std::uint8_t, kRows + 1> used_;  // slots, so that few need be looked at
     unsigned usedCount_;
     unsigned slotMask_;  // the number of slots, a power of two, less 1
 };
@@ -118,7 +131,7 @@ private:
     // answer counts, any number on the same side of the limit.
     unsigned long upTo(unsigned long limit, bool isAnswerEnough, Pieces first, Pieces second);
 
-    void fillMatches(Pieces pattern, unsigned long rows);
+    void fillMatches(Pieces pattern);
 
     // By block of 64 rows.
     std::vector<MatchVector<Rows64>> matches_;

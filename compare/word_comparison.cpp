@@ -9,10 +9,12 @@
 #include <algorithm>
 #include <bit>
 #include <cassert>
+#include <cstring>
 
 #include "compare/bag_distance.h"
 #include "compare/bit_parallel_distance.h"
 #include "compare/fixed_buffer.h"
+#include "compare/white_space.h"
 #include "compare/word_list.h"
 #include "compare/words.h"
 
@@ -55,17 +57,37 @@ bool exceedsBucketDifference(TextMeasures const& first, TextMeasures const& seco
 }
 
 // Near texts mostly begin or end alike, and no bound can reject them.
-bool isLikelyNear(Utf16View first, Utf16View second) {
-    constexpr unsigned long kUnits = 8;
+template <unsigned long kUnits>
+bool beginOrEndAlike(Utf16View first, Utf16View second) {
     if (std::min(first.size(), second.size()) < kUnits) return false;
-    return first.substr(0, kUnits) == second.substr(0, kUnits) ||
-           first.substr(first.size() - kUnits) == second.substr(second.size() - kUnits);
+    auto const areAlike = [](unsigned short const* a, unsigned short const* b) {
+        return std::memcmp(a, b, kUnits * sizeof *a) == 0;
+    };
+    return areAlike(first.data(), second.data()) ||
+           areAlike(first.data() + first.size() - kUnits, second.data() + second.size() - kUnits);
 }
 
+// True when the texts are surely further apart than `limit`, as far as it pays to find out. Without
+// exclusions.
+bool areSurelyFurther(TextMeasures const& first, TextMeasures const& second, unsigned long limit,
+                      bool isDistanceNext) {
+    auto const [fewer, more] = std::minmax(first.wordUnits, second.wordUnits);
+    if (more - fewer > limit) return true;
+    if (limit <= kFewEdits) {
+        return !beginOrEndAlike<2>(first.text, second.text) &&
+               exceedsBucketDifference(first, second, limit);
+    }
+    // The distance of short texts is known as soon as this.
+    if (isDistanceNext && fewer <= MatchVector<Rows64>::kRows) return false;
+    return !beginOrEndAlike<8>(first.text, second.text) && exceedsBagDistance(first, second, limit);
+}
+
+// Of a text with one word.
 Utf16View onlyWord(TextMeasures const& text) {
-    Utf16View only;
-    forEachWord(text.text, [&only](Utf16View word) { only = word; });
-    return only;
+    unsigned long start = 0;
+    while (isWhiteSpaceUnit(text.text[start]))
+        ++start;
+    return text.text.substr(start, text.wordUnits);
 }
 
 class WordBalance {
@@ -109,13 +131,15 @@ public:
 private:
     Pieces left(unsigned long begin, unsigned long end, int sign) {
         Utf16View* out = words_.data() + begin;
+        unsigned long units = 0;
         for (unsigned long i = begin; i < end; ++i) {
             int& balance = balance_[places_[i]];
             if (balance * sign <= 0) continue;
             balance -= sign;
             *out++ = words_[i];
+            units += words_[i].size();
         }
-        return {words_.data() + begin, out};
+        return {{words_.data() + begin, out}, units};
     }
 
     WordList list_;
@@ -132,21 +156,14 @@ std::optional<bool> compareByWordList(TextMeasures const& first, TextMeasures co
                                       unsigned long limit,
                                       std::span<Utf16String const> exclusions) {
     if (std::max(first.wordUnits, second.wordUnits) <= limit) return true;
-    if (exclusions.empty()) {
-        auto const [fewer, more] = std::minmax(first.wordUnits, second.wordUnits);
-        if (more - fewer > limit) return false;
-        if (limit <= kFewEdits) {
-            if (exceedsBucketDifference(first, second, limit)) return false;
-        } else if (!isLikelyNear(first.text, second.text)) {
-            if (exceedsBagDistance(first, second, limit)) return false;
-        }
+    bool const areSingleWords = first.words == 1 && second.words == 1 && exclusions.empty();
+    if (exclusions.empty() && areSurelyFurther(first, second, limit, areSingleWords)) return false;
+    if (areSingleWords) {
+        // Two equal words need not cancel: their distance is 0.
+        Utf16View const only[] = {onlyWord(first), onlyWord(second)};
+        return isWithin(limit, Pieces(only[0]), Pieces(only[1]));
     }
     if (first.words + second.words > WordList::kMaxCapacity) return {};
-    // Two equal words need not cancel: their distance is 0.
-    if (first.words == 1 && second.words == 1 && exclusions.empty()) {
-        Utf16View const only[] = {onlyWord(first), onlyWord(second)};
-        return isWithin(limit, Pieces(only, 1), Pieces(only + 1, 1));
-    }
     WordBalance words(first, second);
     if (!words.find()) return {};
     for (Utf16String const& word : exclusions)

@@ -20,6 +20,7 @@
 bool DamerauLevenshteinDistance::wordInsansitiveCompareStrings(
     unsigned short const* first, unsigned long firstLength, unsigned short const* second,
     unsigned long secondLength, unsigned long percent, std::vector<Utf16String> const& exclusions) {
+    if (std::equal(first, first + firstLength, second, second + secondLength)) return true;
     TextMeasures const firstMeasures({first, firstLength});
     TextMeasures const secondMeasures({second, secondLength});
     unsigned long const limit = Tolerance(percent).limit(

@@ -23,13 +23,24 @@ inline std::uint64_t loadStride(unsigned short const* units) {
     return loaded;
 }
 
+// Up to three units, as a number of their own for each length.
+inline std::uint64_t loadFew(unsigned short const* units, unsigned long count) {
+    return units[0] | std::uint64_t{units[count / 2]} << 16U |
+           std::uint64_t{units[count - 1]} << 32U;
+}
+
+// Words of up to two strides, which most are, take the same way whatever their length: where a loop
+// ends is hard to guess.
 inline bool hasUnits(unsigned short const* units, Utf16View word) {
     unsigned long const length = word.size();
-    if (length < kStride) return std::equal(word.begin(), word.end(), units);
-    for (unsigned long at = 0; at + kStride <= length; at += kStride) {
-        if (loadStride(units + at) != loadStride(word.data() + at)) return false;
+    unsigned short const* const other = word.data();
+    if (length < kStride) return loadFew(units, length) == loadFew(other, length);
+    for (unsigned long at = kStride; at + kStride < length; at += kStride) {
+        if (loadStride(units + at) != loadStride(other + at)) return false;
     }
-    return loadStride(units + length - kStride) == loadStride(word.data() + length - kStride);
+    unsigned long const last = length - kStride;
+    return ((loadStride(units) ^ loadStride(other)) |
+            (loadStride(units + last) ^ loadStride(other + last))) == 0;
 }
 
 // Equal words have equal hashes; `word` is not empty. Every unit takes part, four at a time; the
@@ -41,17 +52,18 @@ inline std::uint64_t hashOf(Utf16View word) {
     unsigned long const length = word.size();
     std::uint64_t hash = length * kMultiplier;
     if (length < kStride) {
-        std::uint64_t const few = units[0] | std::uint64_t{units[length / 2]} << 16U |
-                                  std::uint64_t{units[length - 1]} << 32U;
-        hash = (hash ^ few) * kMultiplier;
+        hash = (hash ^ loadFew(units, length)) * kMultiplier;
         return hash ^ hash >> 32U;
     }
-    for (unsigned long at = 0; at + kStride <= length; at += kStride) {
-        hash = (hash ^ loadStride(units + at)) * kMultiplier;
+    auto const mix = [&hash](std::uint64_t stride) {
+        hash = (hash ^ stride) * kMultiplier;
         hash ^= hash >> 32U;
-    }
-    hash = (hash ^ loadStride(units + length - kStride)) * kMultiplier;
-    return hash ^ hash >> 32U;
+    };
+    mix(loadStride(units));
+    for (unsigned long at = kStride; at + kStride < length; at += kStride)
+        mix(loadStride(units + at));
+    mix(loadStride(units + length - kStride));
+    return hash;
 }
 
 class WordList {
@@ -72,6 +84,10 @@ public:
     // The place of `word`, from 0, in the order in which words were added; the size before the call
     // when it is a new one. `word` is not empty, and its text outlives its stay in the list.
     std::uint32_t findOrAdd(Utf16View word);
+
+    // Adds a word that nobody looks up before it is cut off again, behind all others. The list is
+    // not full.
+    void append(Utf16View word);
 
     // The place, or kNoRoom when the list does not hold the word.
     std::uint32_t find(Utf16View word);
@@ -99,7 +115,7 @@ private:
     std::uint32_t const slotMask_;  // the number of slots, a power of two, less 1
     FixedBuffer<Utf16View, kFewWords> words_;
     FixedBuffer<std::uint32_t, kFewWords> slotOf_;  // by place in the list
-    FixedBuffer<Slot, 2 * kFewWords> slots_;
+    FixedBuffer<Slot, 2 * kFewWords + 1> slots_;    // and one for words that were appended
 };
 
 // Here, since they run for every word of every entry.
@@ -109,7 +125,7 @@ inline WordList::WordList(unsigned long capacity)
       slotMask_(static_cast<std::uint32_t>(std::bit_ceil(2 * std::max(capacity, 1UL)) - 1)),
       words_(capacity),
       slotOf_(capacity),
-      slots_(slotMask_ + 1UL) {
+      slots_(slotMask_ + 2UL) {
     assert(capacity <= kMaxCapacity);
     std::fill_n(slots_.data(), slotMask_ + 1UL, Slot{0, 0});
 }
@@ -139,6 +155,12 @@ inline std::uint32_t WordList::findOrAdd(Utf16View word) {
     slotOf_[place] = static_cast<std::uint32_t>(slot - slots_.data());
     *slot = {mark, place + 1};
     return place;
+}
+
+inline void WordList::append(Utf16View word) {
+    assert(!isFull());
+    words_[size_] = word;
+    slotOf_[size_++] = slotMask_ + 1;
 }
 
 inline std::uint32_t WordList::find(Utf16View word) {

@@ -1,7 +1,8 @@
 // The words of a text: its longest runs of units that are not whitespace.
 //
 //   units   r e d   b a l l . .      blocks of 64; a word may reach into the next one
-//   white   0 0 0 1 0 0 0 0 1 1      a word starts at a 0, and ends before the next 1
+//   white   0 0 0 1 0 0 0 0 1 1
+//   edges   1 0 0 1 1 0 0 0 1 0      where it changes: a word starts, ends, the next one starts ...
 #pragma once
 
 #include <bit>
@@ -15,25 +16,27 @@
 template <class Use>
 bool forEachWordWhile(Utf16View text, Use&& use) {
     unsigned short const* open = nullptr;  // where a word starts that is not yet ended
+    std::uint64_t wasWhite = 1;            // of the unit before the block
     for (unsigned long block = 0; block < text.size(); block += kBlockUnits) {
         unsigned short const* const units = text.data() + block;
         std::uint64_t const present = lowBits(text.size() - block);
         std::uint64_t const white =
             bitsWhere({units, text.size() - block}, IsWhiteSpace()) | ~present;
-        std::uint64_t rest = ~std::uint64_t{0};  // the units not yet passed
-        while (true) {
+        std::uint64_t edges = white ^ (white << 1U | wasWhite);
+        wasWhite = white >> (kBlockUnits - 1);
+        auto const nextEdge = [&edges, units] {
+            unsigned short const* const edge = units + std::countr_zero(edges);
+            edges &= edges - 1;
+            return edge;
+        };
+        while (edges != 0) {
             if (open == nullptr) {
-                std::uint64_t const starts = ~white & rest;
-                if (starts == 0) break;
-                open = units + std::countr_zero(starts);
-                rest &= ~(starts ^ (starts - 1));  // the bits above the start
+                open = nextEdge();
+                if (edges == 0) break;
             }
-            std::uint64_t const ends = white & rest;
-            if (ends == 0) break;
-            unsigned short const* const end = units + std::countr_zero(ends);
+            unsigned short const* const end = nextEdge();
             if (!use(Utf16View(open, static_cast<unsigned long>(end - open)))) return false;
             open = nullptr;
-            rest &= ~(ends ^ (ends - 1));
         }
     }
     if (open == nullptr) return true;

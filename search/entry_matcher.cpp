@@ -59,7 +59,7 @@ bool EntryMatcher::fillList() {
     forEachSectionsWord(exclusions_, separator_, add);
     exclusionsEnd_ = words_.size();
     for (Utf16View const word : words_.words())
-        exclusionFingerprints_ |= std::uint64_t{1} << fingerprintOf(word);
+        ofExclusions_.add(fingerprintOf(word));
     cancelledBy_.reserve(countWords(searchText_, 0));
     forEachWord(searchText_, [&](Utf16View word) {
         std::uint32_t const end = words_.size();
@@ -68,10 +68,12 @@ bool EntryMatcher::fillList() {
         histogram_.add(word);
     });
     searchEnd_ = words_.size();
+    for (Utf16View const word : words_.words())
+        ofListed_.add(fingerprintOf(word));
     return isListed;
 }
 
-bool EntryMatcher::isMatch(Utf16View entry, unsigned long limit) {
+bool EntryMatcher::isMatch(Utf16View entry, unsigned short const* textEnd, unsigned long limit) {
     if (!isListed_) return plainly(entry, limit);
     unsigned long const searchUnits = histogram_.size();
     if (std::max(searchUnits, entry.size()) <= limit) return true;
@@ -96,7 +98,7 @@ bool EntryMatcher::isMatch(Utf16View entry, unsigned long limit) {
 
     switch (cancel(entry, mostUnits)) {
         case Cancelling::Done:
-            return isLeftWithin(limit);
+            return isLeftWithin(textEnd, limit);
         case Cancelling::TooManyUnits:
             return false;
         case Cancelling::Colliding:
@@ -104,13 +106,14 @@ bool EntryMatcher::isMatch(Utf16View entry, unsigned long limit) {
         case Cancelling::NoRoom:
             break;
     }
-    return !hasMoreUnits(entry, mostUnits) && withRoom(entry, limit);
+    return !hasMoreUnits(entry, mostUnits) && withRoom(entry, textEnd, limit);
 }
 
-bool EntryMatcher::withRoom(Utf16View entry, unsigned long limit) const {
+bool EntryMatcher::withRoom(Utf16View entry, unsigned short const* textEnd,
+                            unsigned long limit) const {
     auto const roomier = std::make_unique<EntryMatcher>(searchText_, exclusions_, separator_,
                                                         samples_, countWords(entry, 0));
-    return roomier->isMatch(entry, limit);
+    return roomier->isMatch(entry, textEnd, limit);
 }
 
 // With a great limit few entries lack so many units, and a much longer entry is likely to lack
@@ -121,22 +124,21 @@ bool EntryMatcher::isHistogramUseful(Utf16View entry, unsigned long limit) const
            entry.size() <= UnitHistogram::kMaxUnits;
 }
 
-unsigned EntryMatcher::fingerprintOf(Utf16View word) {
-    return (word.front() + 5U * word.back() + 11U * static_cast<unsigned>(word.size())) % 64U;
-}
-
 unsigned long EntryMatcher::cut(Utf16View entry, unsigned long mostUnits) {
-    std::uint64_t seen = exclusionFingerprints_;
+    FingerprintSet seen = ofExclusions_;
+    toLookUp_ = ofListed_;
     cutUnits_ = 0;
     cutWords_ = 0;
     hasRoom_ = true;
     forEachWordWhile(entry, [&](Utf16View word) {
         hasRoom_ = cutWords_ < entryWords_;
         if (!hasRoom_) return false;
-        entry_[cutWords_++] = word;
-        std::uint64_t const own = std::uint64_t{1} << fingerprintOf(word);
-        cutUnits_ += (seen & own) == 0 ? word.size() : 0;
-        seen |= own;
+        Fingerprint const own = fingerprintOf(word);
+        entry_[cutWords_++] = {word, own};
+        bool const wasSeen = seen.has(own);
+        cutUnits_ += wasSeen ? 0 : word.size();
+        seen.add(own);
+        toLookUp_.addIf(wasSeen, own);
         return cutUnits_ <= mostUnits;
     });
     return cutUnits_;
@@ -144,43 +146,61 @@ unsigned long EntryMatcher::cut(Utf16View entry, unsigned long mostUnits) {
 
 EntryMatcher::Cancelling EntryMatcher::cancel(Utf16View entry, unsigned long mostUnits) {
     ++entryNumber_;
+    countedUnits_ = 0;
     cancelledUnits_ = 0;
     words_.cutBackTo(searchEnd_);
-    unsigned long units = 0;  // that count
     Cancelling result = Cancelling::Done;
-    auto const take = [&](Utf16View word) {
-        std::uint32_t const end = words_.size();
-        std::uint32_t const place = words_.findOrAdd(word);
-        if (place == WordList::kNoRoom) {
-            result = words_.isFull() ? Cancelling::NoRoom : Cancelling::Colliding;
-            return false;
+    auto const go = [&] {
+        if (result == Cancelling::Done && countedUnits_ > mostUnits) {
+            result = Cancelling::TooManyUnits;
         }
-        if (place < exclusionsEnd_) return true;
-        if (place < searchEnd_) {
-            unsigned long& cancelledBy = cancelledBy_[place - exclusionsEnd_];
-            if (cancelledBy == entryNumber_) return true;
-            cancelledBy = entryNumber_;
-            cancelledUnits_ += word.size();
-        } else if (place != end) {
-            return true;
-        }
-        units += word.size();
-        if (units > mostUnits) result = Cancelling::TooManyUnits;
-        return units <= mostUnits;
+        return result == Cancelling::Done;
     };
     if (!hasRoom_) {
-        forEachWordWhile(entry, take);
+        forEachWordWhile(entry, [&](Utf16View word) {
+            result = take(word);
+            return go();
+        });
         return result;
     }
-    for (unsigned long i = 0; i < cutWords_ && take(entry_[i]); ++i) {
+    for (unsigned long i = 0; i < cutWords_; ++i) {
+        CutWord const& word = entry_[i];
+        if (toLookUp_.has(word.fingerprint)) {
+            result = take(word.text);
+        } else if (words_.isFull()) {
+            result = Cancelling::NoRoom;
+        } else {
+            words_.append(word.text);
+            countedUnits_ += word.text.size();
+        }
+        if (!go()) break;
     }
     return result;
+}
+
+EntryMatcher::Cancelling EntryMatcher::take(Utf16View word) {
+    std::uint32_t const end = words_.size();
+    std::uint32_t const place = words_.findOrAdd(word);
+    if (place == WordList::kNoRoom) {
+        return words_.isFull() ? Cancelling::NoRoom : Cancelling::Colliding;
+    }
+    if (place < exclusionsEnd_) return Cancelling::Done;
+    if (place < searchEnd_) {
+        unsigned long& cancelledBy = cancelledBy_[place - exclusionsEnd_];
+        if (cancelledBy == entryNumber_) return Cancelling::Done;
+        cancelledBy = entryNumber_;
+        cancelledUnits_ += word.size();
+    } else if (place != end) {
+        return Cancelling::Done;
+    }
+    countedUnits_ += word.size();
+    return Cancelling::Done;
 }
 
 template <class Rows>
 EntryMatcher::SearchRows<Rows>::SearchRows(Pieces searchWords) {
     unsigned long row = 0;
-    for (Utf16View const word : searchWords) {
+    for (Utf16View const word : searchWords.pieces) {
         for (unsigned short const unit : word)
             all.add(unit, row++);
     }
@@ -191,7 +211,7 @@ template <class Rows>
 MatchVector<Rows> const& EntryMatcher::leftOf(SearchRows<Rows>& rows) const {
     if (cancelledUnits_ == 0) return rows.all;
     rows.rest.copyRows(rows.all);
-    Pieces const words = searchWords();
+    auto const words = searchWords().pieces;
     // From the last word on, since the rows above move down.
     unsigned long row = histogram_.size();
     for (unsigned long i = words.size(); i-- > 0;) {
@@ -201,10 +221,10 @@ MatchVector<Rows> const& EntryMatcher::leftOf(SearchRows<Rows>& rows) const {
     return rows.rest;
 }
 
-bool EntryMatcher::isLeftWithin(unsigned long limit) {
+bool EntryMatcher::isLeftWithin(unsigned short const* textEnd, unsigned long limit) {
     unsigned long const rows = histogram_.size() - cancelledUnits_;
-    Pieces const entryLeft = words_.words().subspan(searchEnd_);
-    unsigned long const units = unitsOf(entryLeft);
+    unsigned long const units = countedUnits_ - cancelledUnits_;
+    Pieces const entryLeft(words_.words().subspan(searchEnd_), units, textEnd);
     if (std::max(rows, units) <= limit) return true;
     if (std::max(rows, units) - std::min(rows, units) > limit) return false;
     Pieces const words = searchWords();
@@ -215,22 +235,22 @@ bool EntryMatcher::isLeftWithin(unsigned long limit) {
     if (histogram_.size() <= MatchVector<Rows64>::kRows) return isPatternWithin(fewRows_);
     if (histogram_.size() <= MatchVector<Rows128>::kRows) return isPatternWithin(moreRows_);
     searchLeft_.clear();
-    searchLeft_.reserve(words.size());
-    for (unsigned long i = 0; i < words.size(); ++i) {
-        if (cancelledBy_[i] != entryNumber_) searchLeft_.push_back(words[i]);
+    searchLeft_.reserve(words.pieces.size());
+    for (unsigned long i = 0; i < words.pieces.size(); ++i) {
+        if (cancelledBy_[i] != entryNumber_) searchLeft_.push_back(words.pieces[i]);
     }
-    return banded_.isWithin(limit, searchLeft_, entryLeft);
+    return banded_.isWithin(limit, {searchLeft_, rows}, entryLeft);
 }
 
-// A fingerprint that is new belongs to a word that is new, so this never counts a repeat, and an
-// excluded word neither.
+// A hash that is new belongs to a word that is new, so this never counts a repeat, and an excluded
+// word neither.
 bool EntryMatcher::hasMoreUnits(Utf16View entry, unsigned long mostUnits) {
-    if (!fingerprints_) fingerprints_ = std::make_unique<Fingerprints>();
-    fingerprints_->reset();
+    if (!hashes_) hashes_ = std::make_unique<Hashes>();
+    hashes_->reset();
     auto const isNew = [this](Utf16View word) {
-        unsigned long const place = hashOf(word) % kFingerprints;
-        bool const wasSet = fingerprints_->test(place);
-        fingerprints_->set(place);
+        unsigned long const place = hashOf(word) % kHashes;
+        bool const wasSet = hashes_->test(place);
+        hashes_->set(place);
         return !wasSet;
     };
     for (std::uint32_t place = 0; place < exclusionsEnd_; ++place)

@@ -7,7 +7,8 @@
 //
 // An entry's word that is found among the first counts on neither side, among the second it
 // cancels, among the third it is a repeat; one that is not found is added, and is left over. So
-// what is left of an entry lies there in text order, and no entry needs memory of its own.
+// what is left of an entry lies there in text order, and no entry needs memory of its own. Most
+// words have a fingerprint that no other has, and are left over without being looked up.
 #pragma once
 
 #include <bitset>
@@ -20,6 +21,7 @@
 #include "compare/bit_parallel_distance.h"
 #include "compare/utf16_string.h"
 #include "compare/word_list.h"
+#include "search/fingerprints.h"
 #include "search/plain_search.h"
 
 class EntryMatcher {
@@ -34,8 +36,8 @@ public:
                  std::span<Utf16View const> samples, unsigned long entryWords);
 
     // True when what is left of `entry`, which holds a word, is within `limit` edits of what is
-    // left of the search text.
-    bool isMatch(Utf16View entry, unsigned long limit);
+    // left of the search text. The text that the entry is part of can be read up to `textEnd`.
+    bool isMatch(Utf16View entry, unsigned short const* textEnd, unsigned long limit);
 
 private:
     // The rows of the joined search words, and of what is left of them.
@@ -57,24 +59,30 @@ private:
     // repeat.
     unsigned long cut(Utf16View entry, unsigned long mostUnits);
     Pieces searchWords() const {
-        return words_.words().subspan(exclusionsEnd_, cancelledBy_.size());
+        return {words_.words().subspan(exclusionsEnd_, cancelledBy_.size()), histogram_.size()};
     }
-    static unsigned fingerprintOf(Utf16View word);
     // Cancels the words of the entry that was cut. Gives up when more than `mostUnits` units count.
     Cancelling cancel(Utf16View entry, unsigned long mostUnits);
+    // Looks up one word of the entry.
+    Cancelling take(Utf16View word);
     // The rows of the search words without those that the entry cancelled.
     template <class Rows>
     MatchVector<Rows> const& leftOf(SearchRows<Rows>& rows) const;
     // Of what the last `cancel` left.
-    bool isLeftWithin(unsigned long limit);
+    bool isLeftWithin(unsigned short const* textEnd, unsigned long limit);
     // True when surely more than `mostUnits` units of the entry count. Takes any number of words.
     bool hasMoreUnits(Utf16View entry, unsigned long mostUnits);
     // As isMatch, with room for all words of the entry.
-    bool withRoom(Utf16View entry, unsigned long limit) const;
+    bool withRoom(Utf16View entry, unsigned short const* textEnd, unsigned long limit) const;
     bool plainly(Utf16View entry, unsigned long limit);
 
-    static constexpr unsigned long kFingerprints = 1UL << 17;
-    using Fingerprints = std::bitset<kFingerprints>;
+    struct CutWord {
+        Utf16View text;
+        Fingerprint fingerprint;
+    };
+
+    static constexpr unsigned long kHashes = 1UL << 17;
+    using Hashes = std::bitset<kHashes>;
 
     Utf16View const searchText_;
     Utf16View const exclusions_;
@@ -85,8 +93,9 @@ private:
     WordList words_;
     std::uint32_t exclusionsEnd_ = 0;
     std::uint32_t searchEnd_ = 0;
-    std::uint64_t exclusionFingerprints_ = 0;
-    bool isListed_ = false;  // false when the exclusions or the search words found no room
+    FingerprintSet ofExclusions_;
+    FingerprintSet ofListed_;  // exclusions and search words
+    bool isListed_ = false;    // false when the exclusions or the search words found no room
 
     bool isOrdered_ = false;                       // the histogram, when it is first used
     UnitHistogram histogram_;                      // of the search words
@@ -95,15 +104,17 @@ private:
     std::optional<SearchRows<Rows128>> moreRows_;  // of up to 128
 
     // Of the entry at hand.
-    FixedBuffer<Utf16View, 1> entry_;  // its words, repeats included
+    FixedBuffer<CutWord, 1> entry_;  // its words, repeats included
     unsigned long cutWords_ = 0;
     unsigned long cutUnits_ = 0;
-    bool hasRoom_ = true;  // for all its words
+    FingerprintSet toLookUp_;  // those of listed words, and those that two words of it have
+    bool hasRoom_ = true;      // for all its words
     unsigned long entryNumber_ = 0;
+    unsigned long countedUnits_ = 0;  // of words that are left over or cancel
     unsigned long cancelledUnits_ = 0;
 
     std::vector<Utf16View> searchLeft_;
     BandedDistance banded_;
-    std::unique_ptr<Fingerprints> fingerprints_;
+    std::unique_ptr<Hashes> hashes_;
     std::optional<PlainSearch> plain_;
 };

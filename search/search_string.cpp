@@ -81,12 +81,13 @@ std::vector<unsigned long> findMatches(SearchInput const& in) {
     Tolerance const ofLong(in.percentLong);
     std::vector<unsigned long> matches;
     unsigned long index = 0;
+    unsigned short const* const dictionaryEnd = in.dictionary.data() + in.dictionary.size();
     SectionScanner scanner(in.dictionary, in.separator);
     for (Section entry; scanner.nextWithWord(entry); ++index) {
         bool const isLong = in.lengthThreshold < entry.length;
         unsigned long const limit =
             (isLong ? ofLong : ofShort).limit(std::max(entry.length, search.length));
-        if (matcher.isMatch(entry.text, limit)) matches.push_back(index);
+        if (matcher.isMatch(entry.text, dictionaryEnd, limit)) matches.push_back(index);
     }
     return matches;
 }

@@ -98,15 +98,22 @@ TEST(Tolerance, RoundsAsTheLibraryDoes) {
 }
 
 // The same text in pieces, some of them empty.
-std::vector<Utf16View> cut(RandomText& random, Utf16View text) {
-    std::vector<Utf16View> pieces;
-    while (!text.empty()) {
-        pieces.push_back(text.substr(0, random.below(text.size() + 1)));
-        if (random.oneIn(4)) pieces.back() = text;
-        text.remove_prefix(pieces.back().size());
+struct CutText {
+    CutText(RandomText& random, Utf16View text) : size(text.size()), end(text.data() + size) {
+        isEndKnown = random.oneIn(2);
+        while (!text.empty()) {
+            pieces.push_back(text.substr(0, random.below(text.size() + 1)));
+            if (random.oneIn(4)) pieces.back() = text;
+            text.remove_prefix(pieces.back().size());
+        }
     }
-    return pieces;
-}
+    operator Pieces() const { return {pieces, size, isEndKnown ? end : nullptr}; }
+
+    std::vector<Utf16View> pieces;
+    unsigned long size;
+    unsigned short const* end;
+    bool isEndKnown;
+};
 
 template <class Rows>
 bool isWithinRows(unsigned long limit, Utf16View pattern, Pieces text) {
@@ -125,12 +132,12 @@ void expectDistance(RandomText& random, BandedDistance& banded, std::u16string c
     ASSERT_EQ(banded.between(a, b), distance) << shown(first) << shown(second);
     for (unsigned long limit = distance - (distance > 0); limit <= distance + 1; ++limit) {
         bool const isNear = distance <= limit;
-        auto const inPieces = cut(random, b);
+        CutText const inPieces(random, b);
         SCOPED_TRACE(shown(first) + shown(second) + std::to_string(limit));
         ASSERT_EQ(a.size() <= 64 ? isWithinRows<Rows64>(limit, a, inPieces) : isNear, isNear);
         ASSERT_EQ(a.size() <= 128 ? isWithinRows<Rows128>(limit, a, inPieces) : isNear, isNear);
-        ASSERT_EQ(banded.isWithin(limit, cut(random, a), inPieces), isNear);
-        ASSERT_EQ(isWithin(limit, inPieces, cut(random, a)), isNear);
+        ASSERT_EQ(banded.isWithin(limit, CutText(random, a), inPieces), isNear);
+        ASSERT_EQ(isWithin(limit, inPieces, CutText(random, a)), isNear);
     }
 }
 
@@ -177,7 +184,8 @@ TEST(UnitHistogram, CountsWhatAnotherTextLacks) {
             auto const words = units(own);
             auto const sample = units(random.run(kAlphabets[kind], 30));
             UnitHistogram histogram;
-            for (Utf16View const word : cut(random, words))
+            CutText const inWords(random, words);
+            for (Utf16View const word : inWords.pieces)
                 histogram.add(word);
             Utf16View const samples[] = {sample};
             histogram.orderBy(random.oneIn(2) ? std::span(samples) : std::span<Utf16View const>());
