@@ -65,7 +65,7 @@ std::vector<Json> groupRows(Groups& groups, EntryList const& list, Shape const& 
 
 Status duplicates(Program& program, DuplicatesOptions const& options) {
     Preparation const& preparation = options.search.preparing.preparation;
-    SearchTerms const terms = options.search.terms();
+    SearchTerms const terms = options.search.terms(options.sources.reading.encoding);
     auto const file = readEntries(options.sources.entries, options.sources.reading, preparation,
                                   /*beginsWithSeparator=*/true);
     EntryList const& list = file.list;

@@ -20,7 +20,7 @@ struct MatchOptions {
 
 Status match(Program& program, MatchOptions const& options) {
     Preparation const& preparation = options.search.preparing.preparation;
-    SearchTerms const terms = options.search.terms();
+    SearchTerms const terms = options.search.terms(options.sources.reading.encoding);
     auto const [list, entryColumns] =
         readEntries(options.sources.entries, options.sources.reading, preparation);
     Matchers matchers(program, options.jobs, list, terms, options.wanted.wanted);

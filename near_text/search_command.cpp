@@ -36,7 +36,8 @@ EntryFile readList(TextSearchOptions const& options) {
         throw std::runtime_error("--separator: must be a single UTF-16 unit, not '" +
                                  options.separator + '\'');
     }
-    return {entriesFromFile(options.dictionaryFile, separator[0], options.preparation()), {}};
+    return {entriesFromFile({options.dictionaryFile, options.sources.reading.encoding}, separator[0],
+                            options.preparation()), {}};
 }
 
 std::string commaList(Indices const& indices) {
@@ -111,7 +112,7 @@ void writeMatches(Program& program, TextSearchOptions const& options, EntryFile 
 Status search(Program& program, TextSearchOptions const& options) {
     auto const component = program.makeComponent();
     std::u16string const text = options.preparation().prepared(argumentUnits("TEXT", options.text));
-    SearchTerms const terms = options.search.terms();
+    SearchTerms const terms = options.search.terms(options.sources.reading.encoding);
     EntryFile const entries = readList(options);
     Matcher matcher(*component, entries.list, terms, options.wanted.wanted);
     if (options.isIndices) {

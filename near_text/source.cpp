@@ -77,8 +77,8 @@ void SourceOptions::addReading(CLI::App& command) {
         ->type_name("C")
         ->group(kGroup);
     command
-        .add_option("--encoding", texts.file.encoding,
-                    "The encoding of the files, such as windows-1251, utf-16 or koi8-r. Default: "
+        .add_option("--encoding", reading.encoding,
+                    "The encoding of all files, such as windows-1251, utf-16 or koi8-r. Default: "
                     "UTF-8, unless a byte order mark says otherwise")
         ->type_name("NAME")
         ->group(kGroup);
@@ -103,7 +103,8 @@ void SourceOptions::settle(FormatOptions& format) {
     if (isKeeping && !format.format().carriesColumns) {
         refuse("--format", format.name + " does not show kept columns");
     }
-    if (entries.file.encoding.empty()) entries.file.encoding = texts.file.encoding;
+    texts.file.encoding = reading.encoding;
+    if (entries.file.encoding.empty()) entries.file.encoding = reading.encoding;
     if (!reading.delimiter.empty()) format.delimiter = delimiterOf(reading.delimiter);
 }
 

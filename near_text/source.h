@@ -25,6 +25,7 @@ struct Source {
 struct Reading {
     bool hasHeader = false;  // even if no column is given by name
     std::string delimiter;   // empty if the file's name decides
+    std::string encoding;    // of all files but those that have their own
 };
 
 // The options of both.

@@ -26,7 +26,7 @@ struct SweepOptions {
 using Pair = std::pair<std::size_t, std::size_t>;  // lines of the text and of the entry
 
 // "3<tab>17", with anything after it; the first line may be a heading.
-std::set<Pair> readPairs(std::string const& file) {
+std::set<Pair> readPairs(TextFile const& file) {
     std::set<Pair> pairs;
     LineReader reader(file);
     for (Line line; reader.next(line);) {
@@ -43,7 +43,7 @@ std::set<Pair> readPairs(std::string const& file) {
                 reader.place() + "expected the line number of a text, a tab and that of an entry");
         }
     }
-    if (pairs.empty()) throw std::runtime_error(shownName(file) + " contains no pairs");
+    if (pairs.empty()) throw std::runtime_error(shownName(file.name) + " contains no pairs");
     return pairs;
 }
 
@@ -75,7 +75,7 @@ class Sweep {
 public:
     Sweep(SweepOptions const& options, EntryList const& entryList)
         : list(entryList), percents(options.percents), counts(percents.size()) {
-        if (!options.pairsFile.empty()) pairs = readPairs(options.pairsFile);
+        if (!options.pairsFile.empty()) pairs = readPairs({options.pairsFile, options.sources.reading.encoding});
     }
 
     // Whether it finds anything at the lowest percentage. From any number of threads.
@@ -149,7 +149,7 @@ private:
 
 Status sweep(Program& program, SweepOptions const& options) {
     Preparation const& preparation = options.search.preparing.preparation;
-    SearchTerms terms = options.search.terms();
+    SearchTerms terms = options.search.terms(options.sources.reading.encoding);
     terms.percentages = {options.percents[0], options.percents[0]};
     auto const file = readEntries(options.sources.entries, options.sources.reading, preparation);
     Sweep counts(options, file.list);

@@ -179,6 +179,21 @@ TEST(Program, NamesTheLineThatIsNoText) {
     expectFailure(list + ":2: ", run("search a --separator ';' --dictionary " + list));
 }
 
+TEST(Program, ReadsEveryFileInTheEncoding) {
+    near_text::Encoder encoder("utf-16le");
+    std::string const list = fileOf("list", encoder.encoded("red;я ball\n"));
+    std::string const words = fileOf("words", encoder.encoded("я\n"));
+    std::string const pairs = fileOf("pairs", encoder.encoded("1\t1\n"));
+    std::string const in = " -p 100 --encoding utf-16le ";
+    EXPECT_EQ(run("search ball --indices --separator ';' --dictionary " + list + " --exclusions " +
+                  words + in)
+                  .output,
+              "1\n");
+    EXPECT_NE(run("sweep -f json -t " + words + " -e " + words + " --pairs " + pairs + in)
+                  .output.find(R"("found":1)"),
+              std::string::npos);
+}
+
 TEST(Program, ExplainsMatchesAndMisses) {
     std::string const search = "search 'red ball' --percent 75 --exclude ltd --entries " +
                                fileOf("entries", "blue cup\n\nred big ball ltd\n");
