@@ -45,14 +45,26 @@ Matchers::Matchers(Program const& program, JobOptions const& options, EntryList 
 Status run(Matchers& matchers, Preparation const& preparation,
            std::function<bool(TextRow& row)> const& next, RowWork const& work,
            FailureText const& failureText, MatchWriter& writer, Interrupt const& interrupt) {
+    auto const failed = [&](TextRow const& row, std::string const& error) -> LineResult {
+        std::string text = failureText(row, error);
+        try {
+            writer.requireEncodable(text);
+        } catch (stand_in_host::NotText const&) {
+            TextRow bare = row;
+            bare.kept.clear();
+            text = failureText(bare, error);
+        }
+        return {text, error};
+    };
     auto const workOn = [&](std::size_t worker, TextRow const& row) {
         LineResult result;
         try {
             result = work(matchers[worker], row, preparation.prepared(lineUnits(row)));
+            writer.requireEncodable(result.output);
         } catch (stand_in_host::NotText const& error) {
-            result = {failureText(row, error.what()), error.what()};
+            result = failed(row, error.what());
         } catch (Refused const& error) {
-            result = {failureText(row, error.what()), error.what()};
+            result = failed(row, error.what());
         }
         result.line = row.number;
         return result;

@@ -103,7 +103,6 @@ void writeMatches(Program& program, TextSearchOptions const& options, EntryFile 
         return;
     }
     Shape const shape(false, options.format.delimiter, {}, entries.keptNames);
-    options.format.applyTo(program.output);
     TextRow row;
     row.text = options.text;
     program.output.write(format.heading(shape) + format.matches(shape, row, entries.list, matches));
@@ -120,6 +119,7 @@ Status search(Program& program, TextSearchOptions const& options) {
         program.output.write(commaList(indices));
         return foundIf(!indices.empty());
     }
+    options.format.applyTo(program.output);
     std::vector<Match> matches = matcher.matches(text);
     Indices const asked = askedIndices(options, entries.list);
     if (!options.isExplained && options.explainedPlaces.empty()) {

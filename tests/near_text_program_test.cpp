@@ -1,4 +1,5 @@
 // The program as its users meet it: what it answers, prints and returns.
+#include <fcntl.h>
 #include <signal.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -8,6 +9,7 @@
 #include <cstdlib>
 #include <nlohmann/json.hpp>
 #include <set>
+#include <thread>
 
 #include "near_text/encoding.h"
 #include "near_text/table.h"
@@ -330,6 +332,24 @@ TEST(Program, CarriesColumnsFromTableToTable) {
     EXPECT_EQ(object["matches"][0]["kept"]["entry_1"], "A1");
 }
 
+// What the output's encoding lacks fails the row that holds it, in the error's place and on standard
+// error.
+TEST(Program, FailsTheRowsThatItCannotEncode) {
+    std::string const table = fileOf("table.csv", "1,x\n2,я\n☺,я\n4,☺\n5,x\n");
+    std::string const to = " --keep 1 -f csv --output-encoding cp1251 -p 100 ";
+    Outcome const matched = run("match --no-heading --text-column 2 -t " + table +
+                                " --entry-column 2 --best -e " + table + to);
+    EXPECT_EQ(matched.output,
+              "1,x,100,0,0,0,1,x,,1\n1,x,100,0,0,4,5,x,,1\n"
+              "2,\xFF,100,0,0,1,2,\xFF,,2\n2,\xFF,100,0,0,2,3,\xFF,,2\n"
+              "3,,,,,,,,cp1251 has no U+263A,\n4,,,,,,,,cp1251 has no U+263A,4\n"
+              "5,x,100,0,0,0,1,x,,5\n5,x,100,0,0,4,5,x,,5\n");
+    expectFailure("table.csv:4: cp1251 has no U+263A", matched);
+    Outcome const grouped = run("duplicates -g --text-column 2 " + table + to);
+    EXPECT_EQ(grouped.output, "group,line,text,text_1\n1,1,x,1\n1,5,x,5\n2,2,\xFF,2\n2,3,,\n");
+    expectFailure("table.csv:3: cp1251 has no U+263A", grouped);
+}
+
 TEST(Program, PrintsWhatIsWanted) {
     auto const match = [&](std::string const& options) {
         return run("match -t - -p 60 -f tsv --no-heading -e " +
@@ -445,6 +465,26 @@ TEST(Program, NoticesClosedStreams) {
     expectFailure("standard output is closed",
                   shell(match + NEAR_TEXT_SAMPLES "/supplier.txt >&-"));
     expectFailure("standard input is closed", shell(match + "- <&-"));
+}
+
+TEST(Program, WaitsForAPipeThatWouldBlock) {
+    std::string const command = "duplicates -p 40 -f json --no-index " NEAR_TEXT_SAMPLES "/catalogue.txt";
+    int ends[2];
+    ASSERT_EQ(pipe(ends), 0);
+    fcntl(ends[1], F_SETFL, O_NONBLOCK);
+    std::thread program([&] {
+        shell(NEAR_TEXT_PROGRAM " " + command + " >&" + std::to_string(ends[1]));
+        close(ends[1]);
+    });
+    std::this_thread::sleep_for(std::chrono::milliseconds(100));  // more than fits is there by then
+    std::string output(1 << 24, '\0');
+    std::size_t size = 0;
+    for (ssize_t count = 0; (count = read(ends[0], &output[size], output.size() - size)) > 0;)
+        size += static_cast<std::size_t>(count);
+    program.join();
+    close(ends[0]);
+    EXPECT_EQ(output.substr(0, size), run(command).output);
+    EXPECT_GT(size, 1U << 17);
 }
 
 TEST(Program, AnswersEachLineBeforeTheNextComes) {
