@@ -84,7 +84,10 @@ Status duplicates(Program& program, DuplicatesOptions const& options) {
     Interrupt const interrupt;
     Format const& format = options.format.format();
     options.format.applyTo(program.output);
-    Shape const shape(true, options.format.delimiter, file.keptNames, file.keptNames);
+    Shape const shape =
+        options.isGrouped
+            ? Shape(true, options.format.delimiter, file.keptNames, {}, {"group", "line", "text"})
+            : Shape(true, options.format.delimiter, file.keptNames, file.keptNames);
     if (!options.isGrouped) program.output.write(format.heading(shape));
     MatchWriter writer(program.output, options.sources.entries.file, options.jobs.isStrict,
                        interrupt);
