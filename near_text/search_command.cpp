@@ -36,8 +36,9 @@ EntryFile readList(TextSearchOptions const& options) {
         throw std::runtime_error("--separator: must be a single UTF-16 unit, not '" +
                                  options.separator + '\'');
     }
-    return {entriesFromFile({options.dictionaryFile, options.sources.reading.encoding}, separator[0],
-                            options.preparation()), {}};
+    return {entriesFromFile({options.dictionaryFile, options.sources.reading.encoding},
+                            separator[0], options.preparation()),
+            {}};
 }
 
 std::string commaList(Indices const& indices) {

@@ -107,11 +107,13 @@ TEST(Program, AnswersAndReturnsAsGrepDoes) {
         EXPECT_NE(noted.errors.find(note), std::string::npos);
     }
 
+    std::string const two = fileOf("two", "a\nb\n");
     std::pair<std::string, std::string> const failures[] = {
         {"compare a b -p 101", "--percent: '101' is not a whole number from 0 to 100"},
         {"compare a b -p -1", "--percent: '-1' is no"},
         {"compare a b -p 60.5", "--percent: '60.5' is no"},
-        {"compare a " + std::string(1001, 'x') + " --percent 0", "no longer 1000 characters"},
+        {"compare a " + std::string(1001, 'x') + " --percent 0",
+         "SECOND: String length must be no longer 1000 characters (this has 1001)"},
         {"compare a " + std::string(1001, 'x') + " --percent 0 --locale ru", "1000 символов"},
         {"compare a b", "--percent is required"},
         {"compare a \"$(printf 'b\\377')\" --percent 0", "SECOND: not valid UTF-8 at byte 2"},
@@ -128,8 +130,23 @@ TEST(Program, AnswersAndReturnsAsGrepDoes) {
         {"match -t x -e x --unmatched --top 2", "--unmatched: prints no matches"},
         {"match -t x -e x --keep 1", "--keep: has no effect"},
         {"match -t x -e x --no-heading", "--no-heading: has no effect in the format text"},
+        {"sweep -t x -e " + two + " --pairs " + fileOf("p1", "a\tb\n1\t2\n3\n"),
+         "p1:3: has 1 field"},
+        {"sweep -t x -e " + two + " --pairs " + fileOf("p2", "1\t0\n"), "p2:1: '0' is not a line"},
+        {"sweep -t x -e " + two + " --pairs " + fileOf("p3", "1,2\n9,3\n"),
+         "p3:2: there is no entry"},
+        {"sweep -t x -e " + two + " -p 80,80", "--percent: 80 is given twice"},
         {"match -t - -e /dev/null", "/dev/null contains no entries"},
         {"mtch -t x", "there is no command 'mtch'; did you mean match?"},
+        {"--verson", "there is no option '--verson'; did you mean --version?"},
+        {"match -t x --entrys x", "; did you mean --entries?"},
+        {"match -t x -e x --tresh=5", "no option '--tresh'; did you mean --threshold?"},
+        {"--jobs 3 match -t x -e x", "--jobs: goes behind the command, match"},
+        {"match -t x -e x --zzz 5", "near_text: there is no option '--zzz'\n"},
+        {"match -t x -e x --top 1x", "near_text: --top: Value 1x not in range"},
+        {"match -t x -e x -p 1 -p 2", "near_text: --percent: is given twice"},
+        {"match -t x -e x --encoding ''", "--encoding: is given without a value"},
+        {"match -t x -e \"$(printf 'a\\nb')\"", "a\\x0Ab: No such file"},
         {"help gibberish", "there is no command 'gibberish'; near_text --help lists them"},
         {"search red", "--entries or --dictionary"},
         {"search red --entries /none", "/none: No such file"},
@@ -275,7 +292,8 @@ TEST(Program, WritesALineForALine) {
     for (int i = 0; i < 100000; ++i)
         part2 += "я";  // two bytes each, from an odd place on
     part2 += "\nz";
-    std::string const tooLong = "String length must be no longer 1000 characters";
+    std::string const tooLong =
+        "String length must be no longer 1000 characters (this has more than 5000)";
     std::string const notUtf8 = "not valid UTF-8 at byte 1";
     std::string const numbers = R"("percent":27,"distance":7,"limit":9}]})";
     std::pair<std::string, Lines> const cases[] = {
@@ -313,11 +331,11 @@ TEST(Program, CarriesColumnsFromTableToTable) {
                                      "id;\xCD\xE0\xE7\xE2\xE0\xED\xE8\xE5;line\r\n"
                                      "7;\"\xCC\xCE\xCB\xCE\xD2\xCE\xCA \"\"1\"\";\nbig\";x\r\n"
                                      "8;\"a;b\";\r\n9\r\n");
-    std::string const entries = fileOf("entries.tsv", "A1\tбольшой молоток \"1\" big\n");
+    std::string const entries = fileOf("entries.csv", "A1\tбольшой молоток \"1\" big\n");
     std::string const command = "match -t " + texts + " -e " + entries +
                                 " --text-column Название --entry-column 2 --keep id,line "
                                 "--keep-entry 1 -d ';' -P -p 50 --encoding windows-1251 "
-                                "--entry-encoding utf-8 -f ";
+                                "--entry-encoding utf-8 --entry-delimiter tab -f ";
     Outcome const back = run(command + "csv --output-encoding cp1251");
     EXPECT_EQ(
         back.output,
@@ -332,8 +350,8 @@ TEST(Program, CarriesColumnsFromTableToTable) {
     EXPECT_EQ(object["matches"][0]["kept"]["entry_1"], "A1");
 }
 
-// What the output's encoding lacks fails the row that holds it, in the error's place and on standard
-// error.
+// What the output's encoding lacks fails the row that holds it, in the error's place and on
+// standard error.
 TEST(Program, FailsTheRowsThatItCannotEncode) {
     std::string const table = fileOf("table.csv", "1,x\n2,я\n☺,я\n4,☺\n5,x\n");
     std::string const to = " --keep 1 -f csv --output-encoding cp1251 -p 100 ";
@@ -414,6 +432,10 @@ TEST(Program, FindsThePairsOfAList) {
     }
     Outcome const groups = run("duplicates -g -P -f csv -", "Ab\nx\nab!\n\nX\nzz\n");
     EXPECT_EQ(groups.output, "group,line,text\n1,1,Ab\n1,3,ab!\n2,2,x\n2,5,X\n");
+    // What the user says counts for more than the name, and no two columns have one name.
+    std::string const table = fileOf("kept.tsv", "group;t;index\nx;a;1\ny;a;2\n");
+    EXPECT_EQ(run("duplicates -g -f tsv -d ';' --text-column t --keep group,index " + table).output,
+              "group\tline\ttext\ttext_group\tindex\n1\t2\ta\tx\t1\n1\t3\ta\ty\t2\n");
 }
 
 // The counts are those of a match at each percentage.
@@ -457,6 +479,9 @@ TEST(Program, SweepsOverPercentages) {
         EXPECT_EQ(row["best_others"], bestMatches - bestFound);
         EXPECT_EQ(row["pairs"], known.size() - 1);  // the heading is none
     }
+    std::string const text = fileOf("text", "x\n");
+    expectFailure("pairs:1: there is no text in line 2",
+                  run("sweep -t " + text + " -e " + text + " --pairs " + fileOf("pairs", "2;1\n")));
 }
 
 TEST(Program, NoticesClosedStreams) {
@@ -468,7 +493,8 @@ TEST(Program, NoticesClosedStreams) {
 }
 
 TEST(Program, WaitsForAPipeThatWouldBlock) {
-    std::string const command = "duplicates -p 40 -f json --no-index " NEAR_TEXT_SAMPLES "/catalogue.txt";
+    std::string const command =
+        "duplicates -p 40 -f json --no-index " NEAR_TEXT_SAMPLES "/catalogue.txt";
     int ends[2];
     ASSERT_EQ(pipe(ends), 0);
     fcntl(ends[1], F_SETFL, O_NONBLOCK);
