@@ -1,5 +1,4 @@
-#include <algorithm>
-
+#include "near_text/columns.h"
 #include "near_text/commands.h"
 #include "stand_in_host/library_file.h"
 #include "stand_in_host/text_codec.h"
@@ -8,27 +7,8 @@ namespace near_text {
 
 namespace {
 
-using Cells = std::vector<std::string>;
-
-std::size_t shownWidth(std::string const& text) {
-    return stand_in_host::toUnits(text).size();
-}
-
 std::string tableText(std::vector<Cells> const& rows) {
-    std::vector<std::size_t> widths(rows.front().size());
-    for (Cells const& cells : rows) {
-        for (std::size_t i = 0; i < cells.size(); ++i) {
-            widths[i] = std::max(widths[i], shownWidth(cells[i]));
-        }
-    }
-    std::string text;
-    for (Cells const& cells : rows) {
-        for (std::size_t i = 0; i + 1 < cells.size(); ++i) {
-            text += cells[i] + std::string(widths[i] + 2 - shownWidth(cells[i]), ' ');
-        }
-        text += cells.back() + '\n';
-    }
-    return text;
+    return inColumns(rows, std::vector<bool>(rows.front().size(), false));
 }
 
 std::string shownDefault(_tVariant const& value) {

@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <stdexcept>
 
+#include "near_text/columns.h"
 #include "near_text/output.h"
 #include "near_text/table.h"
 #include "stand_in_host/text_codec.h"
@@ -11,8 +12,6 @@
 namespace near_text {
 
 namespace {
-
-using Cells = std::vector<std::string>;
 
 constexpr char const* kColumns[] = {"line",  "text",       "percent", "distance", "limit",
                                     "index", "entry_line", "entry",   "error"};
@@ -65,36 +64,19 @@ std::string textFailure(Shape const& shape, TextRow const& row, std::string cons
     return number(shape, row) + "error: " + error + '\n';
 }
 
-std::size_t shownWidth(std::string const& text) {
-    return stand_in_host::toUnits(text).size();
-}
-
 // Numbers to the right, words to the left.
 std::string textTable(Shape const& /*shape*/, std::vector<Json> const& rows) {
     if (rows.empty()) return {};
+    std::vector<bool> isRight;
+    for (auto const& value : rows[0])
+        isRight.push_back(!value.is_string());
     std::vector<Cells> lines = {keysOf(rows[0])};
-    for (Json const& row : rows)
+    for (Json const& row : rows) {
         lines.push_back(cellsOf(row));
-    std::vector<std::size_t> widths(lines[0].size());
-    for (Cells& cells : lines) {
-        for (std::size_t i = 0; i < cells.size(); ++i) {
-            cells[i] = onOneLine(cells[i]);
-            widths[i] = std::max(widths[i], shownWidth(cells[i]));
-        }
+        for (std::string& cell : lines.back())
+            cell = onOneLine(cell);
     }
-    std::string text;
-    for (Cells const& cells : lines) {
-        std::size_t i = 0;
-        std::string line;
-        for (auto const& value : rows[0]) {
-            std::string const blanks(widths[i] - shownWidth(cells[i]), ' ');
-            line +=
-                (i == 0 ? "" : "  ") + (value.is_string() ? cells[i] + blanks : blanks + cells[i]);
-            ++i;
-        }
-        text += line.substr(0, line.find_last_not_of(' ') + 1) + '\n';
-    }
-    return text;
+    return inColumns(lines, isRight);
 }
 
 // Tables.
