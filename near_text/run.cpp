@@ -19,7 +19,8 @@ void JobOptions::addTo(CLI::App& command) {
         ->group(kGroup);
     command
         .add_flag("--strict", isStrict,
-                  "Stop at the first line that is too long or not valid text, instead of going on")
+                  "Stop at the first line that is too long, not valid text or nothing that the "
+                  "output's encoding can write, instead of going on")
         ->group(kGroup);
     command
         .add_flag("--no-index", hasNoIndex,

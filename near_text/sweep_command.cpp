@@ -242,9 +242,10 @@ void addSweep(Program& program) {
         ->check(percentCheck())
         ->group("Which entries match");
     command
-        .add_option("--pairs", options->pairsFile,
-                    "Known pairs: a table whose first two columns are the line of the text and "
-                    "the line of the entry")
+        .add_option(
+            "--pairs", options->pairsFile,
+            "Known pairs: a table, with tabs, semicolons or commas, whose first two columns "
+            "are the line of the text and the line of the entry")
         ->type_name("FILE")
         ->group("Files");
     options->search.addTo(command, false);
