@@ -89,7 +89,10 @@ std::string usageError(CLI::App const& app, CLI::ParseError const& error) {
                               repeated->get_multi_option_policy() == CLI::MultiOptionPolicy::Throw;
         if (isSingle && repeated->count() > 1) return repeated->get_name() + ": is given twice";
     }
-    return error.what();
+    std::string const message = error.what();
+    bool const isValueMissing =
+        error.get_exit_code() == static_cast<int>(CLI::ExitCodes::ArgumentMismatch);
+    return isValueMissing ? message.substr(0, message.find(':')) + ": needs a value" : message;
 }
 
 void refuseEmptyValues(CLI::App const& app) {
