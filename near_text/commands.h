@@ -52,9 +52,6 @@ void addDuplicates(Program& program);
 void addSweep(Program& program);
 void addHelp(Program& program);
 
-// The message for a command that does not exist, with the one that was perhaps meant.
-std::string unknownCommand(CLI::App const& app, std::string const& name);
-
 // A text of the command line as units. Throws std::runtime_error that calls it `name`.
 std::u16string argumentUnits(std::string const& name, std::string const& text);
 

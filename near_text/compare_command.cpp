@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "near_text/commands.h"
 #include "near_text/explanation_text.h"
 #include "near_text/search_options.h"
@@ -21,7 +23,12 @@ Status compare(Program& program, CompareOptions const& options) {
     std::u16string const first = preparation.prepared(argumentUnits("FIRST", options.first));
     std::u16string const second = preparation.prepared(argumentUnits("SECOND", options.second));
     auto const isAlike = component->compare(first, second, options.percent);
-    if (!isAlike) throw std::runtime_error(component->lastReport());
+    if (!isAlike) {
+        bool const isSecond = second.size() > first.size();
+        throw std::runtime_error(
+            (isSecond ? "SECOND: " : "FIRST: ") +
+            refusal(component->lastReport(), std::max(first.size(), second.size())));
+    }
     program.output.write(*isAlike ? "alike\n" : "different\n");
     if (options.isExplained) {
         auto const sides = stand_in_host::explainCompare(

@@ -47,7 +47,10 @@ std::vector<Match> pairs(Matcher& matcher, EntryList const& list, Percentages pe
     return matches;
 }
 
-std::vector<Json> groupRows(Groups& groups, EntryList const& list, Shape const& shape) {
+// What cannot be encoded is left empty, and `complainOf` is told.
+std::vector<Json> groupRows(
+    Groups& groups, EntryList const& list, Shape const& shape, Output const& output,
+    std::function<void(Entry const& entry, std::string const& error)> const& complainOf) {
     std::vector<Json> rows;
     std::size_t number = 0;
     for (auto const& group : groups.joined()) {
@@ -57,6 +60,14 @@ std::vector<Json> groupRows(Groups& groups, EntryList const& list, Shape const& 
             Json row = {{"group", number}, {"line", entry.place}, {"text", entry.text}};
             for (std::size_t i = 0; i < shape.textColumns.size(); ++i)
                 row[shape.textColumns[i]] = entry.kept[i];
+            try {
+                output.requireEncodable(row.dump());
+            } catch (stand_in_host::NotText const& error) {
+                complainOf(entry, error.what());
+                for (Json& cell : row) {
+                    if (cell.is_string()) cell = "";
+                }
+            }
             rows.push_back(std::move(row));
         }
     }
@@ -65,7 +76,7 @@ std::vector<Json> groupRows(Groups& groups, EntryList const& list, Shape const& 
 
 Status duplicates(Program& program, DuplicatesOptions const& options) {
     Preparation const& preparation = options.search.preparing.preparation;
-    SearchTerms const terms = options.search.terms();
+    SearchTerms const terms = options.search.terms(options.sources.reading.encoding);
     auto const file = readEntries(options.sources.entries, options.sources.reading, preparation,
                                   /*beginsWithSeparator=*/true);
     EntryList const& list = file.list;
@@ -73,7 +84,10 @@ Status duplicates(Program& program, DuplicatesOptions const& options) {
     Interrupt const interrupt;
     Format const& format = options.format.format();
     options.format.applyTo(program.output);
-    Shape const shape(true, options.format.delimiter, file.keptNames, file.keptNames);
+    Shape const shape =
+        options.isGrouped
+            ? Shape(true, options.format.delimiter, file.keptNames, {}, {"group", "line", "text"})
+            : Shape(true, options.format.delimiter, file.keptNames, file.keptNames);
     if (!options.isGrouped) program.output.write(format.heading(shape));
     MatchWriter writer(program.output, options.sources.entries.file, options.jobs.isStrict,
                        interrupt);
@@ -105,9 +119,14 @@ Status duplicates(Program& program, DuplicatesOptions const& options) {
         ++at;
         return true;
     };
-    Status const status = run(matchers, preparation, next, work, failureText, writer, interrupt);
+    Status status = run(matchers, preparation, next, work, failureText, writer, interrupt);
     if (options.isGrouped && interrupt.signal() == 0) {
-        program.output.write(format.table(shape, groupRows(groups, list, shape)));
+        auto const complainOf = [&](Entry const& entry, std::string const& error) {
+            complain(placeOf(shownName(options.sources.entries.file.name), entry.place) + error);
+            status = Status::Error;
+        };
+        program.output.write(
+            format.table(shape, groupRows(groups, list, shape, program.output, complainOf)));
     }
     return status;
 }

@@ -26,17 +26,11 @@ void require(UErrorCode status) {
     if (U_FAILURE(status)) throw std::runtime_error(std::string("ICU: ") + u_errorName(status));
 }
 
-// NULs at even places and at odd ones.
-struct Nulls {
-    explicit Nulls(std::string_view bytes) {
-        for (std::size_t i = 0; i < bytes.size(); ++i) {
-            if (bytes[i] == '\0') ++(i % 2 == 0 ? even : odd);
-        }
-    }
-    std::size_t even = 0, odd = 0;
-};
+// Of what is looked at as one.
+constexpr std::size_t kSample = 1 << 16;
+constexpr std::size_t kFew = 4;
 
-std::string hint(std::string const& encoding) {
+std::string hintOf(std::string const& encoding) {
     return "looks like " + encoding + ", not UTF-8: --encoding " + encoding + " reads it";
 }
 
@@ -71,7 +65,7 @@ std::string byteEncodingHint(std::string_view sample) {
         if (share > best) likely = name;
         best = std::max(best, share);
     }
-    if (!likely.empty()) return hint(likely);
+    if (!likely.empty()) return hintOf(likely);
     return "is not UTF-8; --encoding NAME reads others, such as windows-1252 or shift_jis";
 }
 
@@ -99,29 +93,46 @@ Converter openConverter(std::string const& encoding) {
     return converter;
 }
 
+void Nulls::count(std::string_view bytes) {
+    for (char const byte : bytes) {
+        if (byte == '\0') ++(places % 2 == 0 ? even : odd);
+        ++places;
+    }
+}
+
 std::string const& Suspicion::hintAfter(std::string_view bytes) {
-    constexpr std::size_t kSample = 1 << 16;
-    constexpr std::size_t kFew = 4;
-    constexpr std::size_t kMostBytesPerNull = 32;  // of UTF-16: it has blanks and line feeds
-    if (!told.empty() || sample.size() >= kSample) return told;
-    sample += bytes;
-    Nulls const nulls(sample);
-    auto const [fewer, more] = std::minmax(nulls.even, nulls.odd);
-    if (more >= kFew && more >= sample.size() / kMostBytesPerNull && fewer <= more / 8) {
-        return told = hint(nulls.even > nulls.odd ? "utf-16be" : "utf-16le");
-    }
-    // A character at the end may not be complete.
-    while (position + U8_MAX_LENGTH <= sample.size()) {
-        std::size_t const start = position;
-        bool const isCharacter = stand_in_host::nextCodePoint(sample, position) >= 0;
-        if (!isCharacter) {
-            ++strayBytes;
-        } else if (position - start > 1) {
-            ++characters;
-        }
-    }
-    if (strayBytes >= kFew && strayBytes > characters) told = byteEncodingHint(sample);
+    if (told.empty()) told = utf16Hint(bytes);
+    if (told.empty()) told = bytesHint(bytes);
     return told;
+}
+
+std::string Suspicion::utf16Hint(std::string_view bytes) {
+    constexpr std::size_t kMostBytesPerNull = 32;  // of UTF-16: it has blanks and line feeds
+    if (nulls.places >= kSample) nulls = {nulls.places % 2, 0, 0};
+    nulls.count(bytes);
+    auto const [fewer, more] = std::minmax(nulls.even, nulls.odd);
+    bool const isLikely =
+        more >= kFew && more >= nulls.places / kMostBytesPerNull && fewer <= more / 8;
+    return isLikely ? hintOf(nulls.even > nulls.odd ? "utf-16be" : "utf-16le") : std::string();
+}
+
+std::string Suspicion::bytesHint(std::string_view bytes) {
+    if (sample.size() >= kSample) return {};
+    tail += bytes;
+    std::size_t position = 0;
+    // A character at the end may not be complete.
+    while (position + U8_MAX_LENGTH <= tail.size()) {
+        std::size_t const start = position;
+        bool const isCharacter = stand_in_host::nextCodePoint(tail, position) >= 0;
+        if (isCharacter && position - start == 1) {
+            if (!sample.empty() && sample.back() != ' ') sample += ' ';
+            continue;
+        }
+        ++(isCharacter ? characters : strayBytes);
+        sample.append(tail, start, position - start);
+    }
+    tail.erase(0, position);
+    return strayBytes >= kFew && strayBytes > characters ? byteEncodingHint(sample) : std::string();
 }
 
 Decoder::Decoder(std::string const& name) : encoding(name), isSuspicious(name.empty()) {
@@ -159,7 +170,8 @@ void Decoder::begin(std::string& utf8) {
     takeMark(kLittleEndianMark, "utf-16le");
     takeMark(kBigEndianMark, "utf-16be");
     if (canonicalName(converter) == "UTF-16") {
-        Nulls const nulls(head);
+        Nulls nulls;
+        nulls.count(head);
         converter = openConverter(nulls.even > nulls.odd ? "utf-16be" : "utf-16le");
     }
     convert(std::string_view(head).substr(markSize), false, utf8);
@@ -169,10 +181,14 @@ void Decoder::begin(std::string& utf8) {
 void Decoder::convert(std::string_view bytes, bool isLast, std::string& utf8) {
     if (converter == nullptr) {
         if (isSuspicious) {
-            std::string const& told = suspicion.hintAfter(bytes);
-            if (!told.empty()) throw std::runtime_error(told);
+            hint = suspicion.hintAfter(bytes);
+            isSuspicious = hint.empty();
+            if (!isSuspicious && !hasAppended) {
+                throw std::runtime_error(hint + "; --encoding utf-8 takes it line by line");
+            }
         }
         utf8 += bytes;
+        hasAppended |= !bytes.empty();
         return;
     }
     char const* from = bytes.data();
@@ -228,8 +244,8 @@ std::string Encoder::encoded(std::string_view utf8) {
     char number[16];
     std::snprintf(number, sizeof number, "U+%04X",
                   static_cast<unsigned>(stand_in_host::nextCodePoint(character, position)));
-    throw NotEncodable(encoding + " has no " + number + " '" + stand_in_host::toUtf8(character) +
-                       '\'');
+    // Without the character, so that the message can be written in the same encoding.
+    throw NotEncodable(encoding + " has no " + number);
 }
 
 }  // namespace near_text

@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "stand_in_host/text_codec.h"
 
@@ -20,7 +21,14 @@ struct CloseConverter {
 using Converter = std::unique_ptr<UConverter, CloseConverter>;
 Converter openConverter(std::string const& encoding);
 
-// What looks like another encoding than UTF-8, in the first bytes of a file.
+// NULs at even places and at odd ones.
+struct Nulls {
+    void count(std::string_view bytes);
+
+    std::size_t places = 0, even = 0, odd = 0;
+};
+
+// What looks like another encoding than UTF-8, wherever in a file that shows first.
 //
 // UTF-16 shows by NULs at every other place, an encoding of bytes by more bytes that are no UTF-8
 // than characters that are; Russian ones differ in their letters. A few stray bytes do not
@@ -32,8 +40,12 @@ public:
     std::string const& hintAfter(std::string_view bytes);
 
 private:
-    std::string sample;
-    std::size_t position = 0;    // in `sample`, of what is not counted
+    std::string utf16Hint(std::string_view bytes);
+    std::string bytesHint(std::string_view bytes);
+
+    Nulls nulls;                 // of a stretch of the file
+    std::string tail;            // that is not counted yet
+    std::string sample;          // what is beyond ASCII, a blank for all that stands between
     std::size_t characters = 0;  // beyond ASCII
     std::size_t strayBytes = 0;
     std::string told;
@@ -52,10 +64,14 @@ public:
     explicit Decoder(std::string const& encoding);
 
     // Appends. Throws std::runtime_error when neither the caller nor a mark gave the encoding and
-    // the bytes look like another one than UTF-8; it names the option that reads them.
+    // the first bytes look like another one than UTF-8; it names the option that reads them.
     void decode(std::string_view bytes, std::string& utf8);
     // At the end of the bytes.
     void finish(std::string& utf8);
+
+    // The same where only later bytes look so, when lines may have been taken and answered: once,
+    // else empty.
+    std::string takeHint() { return std::exchange(hint, {}); }
 
     // Of a line (or text) that was decoded: what is wrong with it, or nothing. Empty for UTF-8,
     // which is checked where it is taken for text.
@@ -70,6 +86,8 @@ private:
     bool mayHaveMark;
     bool isSuspicious;  // while the encoding is a guess
     Suspicion suspicion;
+    bool hasAppended = false;
+    std::string hint;
     bool isBegun = false;
     std::string head;        // until it is clear whether there is a mark
     std::u16string waiting;  // half a surrogate pair at the most

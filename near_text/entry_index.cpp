@@ -15,6 +15,12 @@
 
 namespace near_text {
 
+// What a search takes for the text: up to the first NUL, unless no word stands before it.
+struct SearchedSection {
+    std::u16string_view units;
+    std::uint32_t length;
+};
+
 namespace {
 
 std::vector<std::uint64_t> wordUnits(std::u16string_view list) {
@@ -26,12 +32,7 @@ std::vector<std::uint64_t> wordUnits(std::u16string_view list) {
     return frequencies;
 }
 
-// What a search takes for the text: up to the first NUL, unless no word stands before it.
-struct Section {
-    std::u16string_view units;
-    std::uint32_t length;
-};
-Section searchedSection(std::u16string_view text) {
+SearchedSection searchedSection(std::u16string_view text) {
     for (std::size_t begin = 0; begin <= text.size();) {
         std::u16string_view const section = text.substr(begin, text.find(u'\0', begin) - begin);
         std::size_t const length = section.size() + (begin > 0 ? 1 : 0);
@@ -59,7 +60,7 @@ void reorder(std::vector<Row>& rows, Places const& from) {
 }  // namespace
 
 struct EntryIndex::Query {
-    Section section;
+    SearchedSection section;
     CountedUnits units;
     std::array<ByteLanes, kCoarseCounters> coarse;  // each counter in all lanes
     std::vector<std::uint64_t> found;               // a bit for each index

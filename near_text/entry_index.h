@@ -23,6 +23,7 @@
 #include <cstdint>
 #include <span>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "near_text/byte_lanes.h"
@@ -43,6 +44,9 @@ public:
     // once are faster where the list is long.
     std::vector<Indices> candidates(std::span<std::u16string_view const> texts,
                                     SearchLimits const& limits) const;
+    Indices candidates(std::u16string_view text, SearchLimits const& limits) const {
+        return std::move(candidates({&text, 1}, limits)[0]);
+    }
 
 private:
     // Two rounds: coarse counters, of which sixteen entries' lie together, then all counters of

@@ -6,6 +6,15 @@
 
 namespace near_text {
 
+std::string refusal(std::string const& report, std::size_t units) {
+    constexpr std::size_t kMostTaken = 1000;
+    constexpr std::size_t kMostTold = 5000;  // of a longer line only a part may have been read
+    if (units <= kMostTaken) return report;
+    return report + " (this has " +
+           (units > kMostTold ? "more than " + std::to_string(kMostTold) : std::to_string(units)) +
+           ')';
+}
+
 Indices EntrySearch::find(std::u16string_view text, Percentages percentages) {
     if (shortlist != nullptr) {
         if (auto const entries = shortlist->entriesFor(text, percentages))
@@ -33,7 +42,7 @@ Indices EntrySearch::ask(std::u16string_view text, Percentages percentages,
                          std::u16string_view dictionary) {
     auto const answer = component.search({text, dictionary, list.separator, threshold,
                                           percentages.forShort, percentages.forLong, exclusions});
-    if (!answer) throw Refused(component.lastReport());
+    if (!answer) throw Refused(refusal(component.lastReport(), text.size()));
     return stand_in_host::parseIndexList(*answer);
 }
 

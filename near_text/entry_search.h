@@ -19,6 +19,9 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+// Of the add-in about a text of so many units: where it is too long, with its length.
+std::string refusal(std::string const& report, std::size_t units);
+
 // One object for a thread. Component, list and exclusions are the caller's and outlive it; threads
 // may share list and exclusions.
 class EntrySearch {

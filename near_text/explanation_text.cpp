@@ -32,7 +32,8 @@ std::string quoted(std::u16string const& text) {
 std::string explanationText(stand_in_host::SideBySide const& sides, std::string const& firstName,
                             std::string const& secondName) {
     std::string const rule = "what " + std::to_string(sides.percent) + " percent leaves of " +
-                             std::to_string(sides.length) + " units";
+                             std::to_string(sides.length) +
+                             (sides.length == 1 ? " unit" : " units");
     return row("words cancelled", listed(sides.cancelled)) +
            row("words excluded", listed(sides.excluded)) +
            row("left of " + firstName, quoted(sides.firstLeft)) +

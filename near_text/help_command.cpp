@@ -2,6 +2,7 @@
 
 #include "near_text/commands.h"
 #include "near_text/man_page.h"
+#include "near_text/usage_error.h"
 
 namespace near_text {
 

@@ -10,6 +10,7 @@
 #include <sstream>
 #include <stdexcept>
 
+#include "near_text/output.h"
 #include "stand_in_host/text_codec.h"
 
 namespace near_text {
@@ -88,6 +89,8 @@ bool TextInput::read(std::string& utf8) {
         } catch (std::runtime_error const& error) {
             throw std::runtime_error(name() + ": " + error.what());
         }
+        std::string const hint = decoder.takeHint();
+        if (!hint.empty()) complain(name() + ": " + hint);
     }
     return utf8.size() > start;
 }
@@ -170,7 +173,8 @@ std::u16string lineUnits(Line const& line) {
 
 std::optional<std::size_t> countLines(TextFile const& file) {
     if (file.name == kStandardInput || !std::filesystem::is_regular_file(file.name)) return {};
-    LineReader reader(file, 0);
+    // What the file looks like is for its reader to tell.
+    LineReader reader({file.name, file.encoding.empty() ? "utf-8" : file.encoding}, 0);
     Line line;
     while (reader.next(line)) {
     }

@@ -20,7 +20,7 @@ struct MatchOptions {
 
 Status match(Program& program, MatchOptions const& options) {
     Preparation const& preparation = options.search.preparing.preparation;
-    SearchTerms const terms = options.search.terms();
+    SearchTerms const terms = options.search.terms(options.sources.reading.encoding);
     auto const [list, entryColumns] =
         readEntries(options.sources.entries, options.sources.reading, preparation);
     Matchers matchers(program, options.jobs, list, terms, options.wanted.wanted);
@@ -75,8 +75,9 @@ void addMatch(Program& program) {
          "match has its nearness (the highest percentage at which the add-in still finds it), the "
          "distance and its limit, the line number of the entry, the add-in's index, and the "
          "entry.\n\n"
-         "A text that is too long, contains a NUL or cannot be decoded is reported, and the error "
-         "takes its place in the output. When a signal ends the run, everything finished by then "
+         "A text that is too long, contains a NUL or cannot be decoded, or whose row the output's "
+         "encoding cannot write, is reported, and the error takes its place in the output. When a "
+         "signal ends the run, everything finished by then "
          "has been written, and no line is cut short.",
          "0 at least one text matched, 1 none matched, 2 a line or the run failed, 128 plus the "
          "signal's number if interrupted",

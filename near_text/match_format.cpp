@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <set>
 #include <stdexcept>
 
 #include "near_text/columns.h"
@@ -212,9 +211,13 @@ constexpr Format kFormats[] = {
 
 }  // namespace
 
-Shape::Shape(bool isNumberedOne, char csvDelimiter, Cells const& textNames, Cells const& entryNames)
+std::set<std::string> Shape::matchColumns() {
+    return {std::begin(kColumns), std::end(kColumns)};
+}
+
+Shape::Shape(bool isNumberedOne, char csvDelimiter, Cells const& textNames, Cells const& entryNames,
+             std::set<std::string> taken)
     : isNumbered(isNumberedOne), delimiter(csvDelimiter) {
-    std::set<std::string> taken(std::begin(kColumns), std::end(kColumns));
     auto const free = [&](std::string name, std::string const& prefix) {
         bool const isNumber = name.find_first_not_of("0123456789") == std::string::npos;
         if (isNumber) name.insert(0, prefix);

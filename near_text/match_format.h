@@ -13,6 +13,7 @@
 #pragma once
 
 #include <nlohmann/json.hpp>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -27,13 +28,17 @@ using Json = nlohmann::ordered_json;
 // What one run's output is like.
 struct Shape {
     // `textNames` and `entryNames` are of the columns that are kept. A name that is taken by
-    // another column gets text_ or entry_ ahead, and so do numbers.
+    // another column gets text_ or entry_ ahead, and so do numbers. The other columns are those of
+    // matches unless they are given.
     Shape(bool isNumberedOne, char csvDelimiter, std::vector<std::string> const& textNames,
-          std::vector<std::string> const& entryNames);
+          std::vector<std::string> const& entryNames, std::set<std::string> taken = matchColumns());
 
     bool isNumbered;  // otherwise no line has its number, and none depends on another
     char delimiter;
     std::vector<std::string> textColumns, entryColumns;
+
+private:
+    static std::set<std::string> matchColumns();
 };
 
 struct Format {

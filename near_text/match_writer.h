@@ -23,6 +23,9 @@ public:
     // std::runtime_error when the result cannot be written.
     bool write(LineResult const& result);
 
+    // Throws NotText where `text` could not be written.
+    void requireEncodable(std::string_view text) const { output.requireEncodable(text); }
+
     // Tells how many lines failed, and whether the run was interrupted; on a terminal, what was
     // done.
     Status close();

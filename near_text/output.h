@@ -23,7 +23,10 @@ void holdStandardStreams();
 class Output {
 public:
     // All that is written from now on. Throws std::runtime_error when there is no such encoding.
-    void encodeAs(std::string const& encoding) { encoder.emplace(encoding); }
+    void encodeAs(std::string const& name);
+
+    // From any number of threads. Throws NotText where `text` could not be written.
+    void requireEncodable(std::string_view text) const;
 
     // Both throw std::runtime_error, NobodyReads among them.
     void write(std::string_view text);
@@ -31,10 +34,11 @@ public:
 
 private:
     std::string waiting;
+    std::string encoding;  // empty for UTF-8
     std::optional<Encoder> encoder;
 };
 
-// A message on standard error.
+// A message on standard error, of one line.
 void complain(std::string const& message);
 
 // Text for eyes, on one line: control characters become spaces.

@@ -2,12 +2,11 @@
 
 #include <CLI/CLI.hpp>
 #include <cctype>
-#include <iostream>
 #include <sstream>
 
 #include "near_text/commands.h"
 #include "near_text/help_format.h"
-#include "stand_in_host/explanation.h"
+#include "near_text/usage_error.h"
 #include "stand_in_host/library_file.h"
 #include "stand_in_host/text_codec.h"
 
@@ -68,19 +67,17 @@ Status runProgram(int argc, char** argv) {
     addHelp(program);
     try {
         app.parse(argc, argv);
+        refuseEmptyValues(app);
     } catch (CLI::CallForVersion const&) {
         return showVersions(program);
     } catch (CLI::ParseError const& error) {
-        for (std::string const& word : app.remaining()) {
-            bool const isCommand = app.get_subcommands().empty() && !word.starts_with('-');
-            if (isCommand) throw std::runtime_error(unknownCommand(app, word));
-        }
         // Help comes this way too, with the status 0.
+        if (error.get_exit_code() != 0) throw std::runtime_error(usageError(app, error));
         std::ostringstream output;
-        bool const isError = app.exit(error, output, std::cerr) != 0;
+        app.exit(error, output);
         program.output.write(output.str());
         program.output.flush();
-        return isError ? Status::Error : Status::Found;
+        return Status::Found;
     }
     Status const status = program.command();
     program.output.flush();
@@ -126,21 +123,6 @@ void Program::addCommonOptions(CLI::App& target) {
         .add_option("--locale", locale,
                     "The language of the add-in's reports: ru for Russian. Default: English")
         ->type_name("NAME");
-}
-
-std::string unknownCommand(CLI::App const& app, std::string const& name) {
-    constexpr unsigned long kNear = 3;
-    unsigned long least = kNear + 1;
-    std::string meant;
-    for (CLI::App const* command : app.get_subcommands({})) {
-        unsigned long const distance = stand_in_host::distanceBetween(
-            argumentUnits("COMMAND", name), argumentUnits("COMMAND", command->get_name()));
-        if (distance >= least) continue;
-        least = distance;
-        meant = command->get_name();
-    }
-    return "there is no command '" + name + "'; " +
-           (meant.empty() ? "near_text --help lists them" : "did you mean " + meant + '?');
 }
 
 std::u16string argumentUnits(std::string const& name, std::string const& text) {

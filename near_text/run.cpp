@@ -19,7 +19,8 @@ void JobOptions::addTo(CLI::App& command) {
         ->group(kGroup);
     command
         .add_flag("--strict", isStrict,
-                  "Stop at the first line that is too long or not valid text, instead of going on")
+                  "Stop at the first line that is too long, not valid text or nothing that the "
+                  "output's encoding can write, instead of going on")
         ->group(kGroup);
     command
         .add_flag("--no-index", hasNoIndex,
@@ -45,14 +46,26 @@ Matchers::Matchers(Program const& program, JobOptions const& options, EntryList 
 Status run(Matchers& matchers, Preparation const& preparation,
            std::function<bool(TextRow& row)> const& next, RowWork const& work,
            FailureText const& failureText, MatchWriter& writer, Interrupt const& interrupt) {
+    auto const failed = [&](TextRow const& row, std::string const& error) -> LineResult {
+        std::string text = failureText(row, error);
+        try {
+            writer.requireEncodable(text);
+        } catch (stand_in_host::NotText const&) {
+            TextRow bare = row;
+            bare.kept.clear();
+            text = failureText(bare, error);
+        }
+        return {text, error};
+    };
     auto const workOn = [&](std::size_t worker, TextRow const& row) {
         LineResult result;
         try {
             result = work(matchers[worker], row, preparation.prepared(lineUnits(row)));
+            writer.requireEncodable(result.output);
         } catch (stand_in_host::NotText const& error) {
-            result = {failureText(row, error.what()), error.what()};
+            result = failed(row, error.what());
         } catch (Refused const& error) {
-            result = {failureText(row, error.what()), error.what()};
+            result = failed(row, error.what());
         }
         result.line = row.number;
         return result;

@@ -44,7 +44,8 @@ private:
     std::vector<std::unique_ptr<Matcher>> matchers;
 };
 
-// What is done with the units of one row; may throw Refused, which fails the row.
+// What is done with the units of one row; may throw Refused or NotText, which fails the row, as
+// does output that cannot be encoded.
 using RowWork =
     std::function<LineResult(Matcher& matcher, TextRow const& row, std::u16string const& units)>;
 using FailureText = std::function<std::string(TextRow const& row, std::string const& error)>;

@@ -36,7 +36,9 @@ EntryFile readList(TextSearchOptions const& options) {
         throw std::runtime_error("--separator: must be a single UTF-16 unit, not '" +
                                  options.separator + '\'');
     }
-    return {entriesFromFile(options.dictionaryFile, separator[0], options.preparation()), {}};
+    return {entriesFromFile({options.dictionaryFile, options.sources.reading.encoding},
+                            separator[0], options.preparation()),
+            {}};
 }
 
 std::string commaList(Indices const& indices) {
@@ -102,7 +104,6 @@ void writeMatches(Program& program, TextSearchOptions const& options, EntryFile 
         return;
     }
     Shape const shape(false, options.format.delimiter, {}, entries.keptNames);
-    options.format.applyTo(program.output);
     TextRow row;
     row.text = options.text;
     program.output.write(format.heading(shape) + format.matches(shape, row, entries.list, matches));
@@ -111,7 +112,7 @@ void writeMatches(Program& program, TextSearchOptions const& options, EntryFile 
 Status search(Program& program, TextSearchOptions const& options) {
     auto const component = program.makeComponent();
     std::u16string const text = options.preparation().prepared(argumentUnits("TEXT", options.text));
-    SearchTerms const terms = options.search.terms();
+    SearchTerms const terms = options.search.terms(options.sources.reading.encoding);
     EntryFile const entries = readList(options);
     Matcher matcher(*component, entries.list, terms, options.wanted.wanted);
     if (options.isIndices) {
@@ -119,6 +120,7 @@ Status search(Program& program, TextSearchOptions const& options) {
         program.output.write(commaList(indices));
         return foundIf(!indices.empty());
     }
+    options.format.applyTo(program.output);
     std::vector<Match> matches = matcher.matches(text);
     Indices const asked = askedIndices(options, entries.list);
     if (!options.isExplained && options.explainedPlaces.empty()) {

@@ -105,10 +105,10 @@ void SearchOptions::settle() {
     preparing.settle();
 }
 
-SearchTerms SearchOptions::terms() const {
+SearchTerms SearchOptions::terms(std::string const& encoding) const {
     int const both = percent.value_or(kDefaultPercent);
     std::u16string words;
-    if (!exclusionsFile.empty()) words = readLines(exclusionsFile);
+    if (!exclusionsFile.empty()) words = readLines({exclusionsFile, encoding});
     words += argumentUnits("--exclude", exclude);
     return {{percentShort.value_or(both), percentLong.value_or(both)},
             threshold.value_or(0),

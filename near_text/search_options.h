@@ -35,7 +35,6 @@ struct SearchOptions {
     std::optional<int> threshold;
     std::string exclude;
     std::string exclusionsFile;
-    std::string encoding;
     PreparationOptions preparing;
 
     // `hasPercent` is false where the command has percentages of its own.
@@ -43,8 +42,8 @@ struct SearchOptions {
     // Once the command line is read. Throws CLI::ValidationError.
     void settle();
 
-    // Reads the exclusions. Throws std::runtime_error.
-    SearchTerms terms() const;
+    // Reads the exclusions, in that encoding. Throws std::runtime_error.
+    SearchTerms terms(std::string const& encoding) const;
 };
 
 // --best and --top.

@@ -23,12 +23,20 @@ Shortlist::Experience* Shortlist::experienceOf(Percentages percentages) {
     return nullptr;
 }
 
+EntryIndex const* Shortlist::readyIndex() {
+    if (!isBegun.test_and_set()) {
+        index = std::make_unique<EntryIndex>(list, excluded);
+        ready = index.get();
+    }
+    return ready;
+}
+
 std::optional<Indices> Shortlist::entriesFor(std::u16string_view text, Percentages percentages) {
     if (searches < kSearchesWithout && searches++ < kSearchesWithout) return std::nullopt;
     Experience* const known = experienceOf(percentages);
-    if (known == nullptr) return std::nullopt;
-    std::call_once(isIndexed, [&] { index = std::make_unique<EntryIndex>(list, excluded); });
-    Indices entries = std::move(index->candidates({&text, 1}, known->limits)[0]);
+    EntryIndex const* const asked = known == nullptr ? nullptr : readyIndex();
+    if (asked == nullptr) return std::nullopt;
+    Indices entries = asked->candidates(text, known->limits);
     std::lock_guard const lock(mutex);
     ++known->texts;
     known->left += entries.size();

@@ -23,8 +23,9 @@ struct Percentages {
 // For all threads of a run. What it is given is the caller's and outlives it.
 class Shortlist {
 public:
-    // Searches that go without, since making the index takes about as long as they do.
-    static constexpr std::size_t kSearchesWithout = 8;
+    // Searches that go without. Making the index takes about as long as ten, and the searches that
+    // follow must make up for it: a run of hardly more texts would be slower with it.
+    static constexpr std::size_t kSearchesWithout = 20;
 
     Shortlist(EntryList const& searchedList, stand_in_host::ExcludedWords const& excludedWords,
               int lengthThreshold)
@@ -47,13 +48,16 @@ private:
 
     // Null where it does not pay to ask the index.
     Experience* experienceOf(Percentages percentages);
+    // Made by the first thread that asks. Until it is there the others get null and go without.
+    EntryIndex const* readyIndex();
 
     EntryList const& list;
     stand_in_host::ExcludedWords const& excluded;
     int const threshold;
     std::atomic<std::size_t> searches = 0;
-    std::once_flag isIndexed;
+    std::atomic_flag isBegun;
     std::unique_ptr<EntryIndex const> index;
+    std::atomic<EntryIndex const*> ready = nullptr;
     std::mutex mutex;  // of all experience but the limits, which do not change
     std::map<std::pair<int, int>, Experience> experience;
 };

@@ -72,17 +72,23 @@ void SourceOptions::addReading(CLI::App& command) {
         .add_option(
             "-d,--delimiter", reading.delimiter,
             "What separates the columns of a table, in the input and in the format csv: one "
-            "character, or the word tab. With tabs, quotes have no meaning. Default: a "
-            "comma; tabs in files named .tsv")
+            "character, or the word tab. Between tabs quotes have no meaning, and \\\\, \\t, \\n "
+            "and \\r are read as the format tsv writes them. Default: a comma; tabs in files named "
+            ".tsv")
         ->type_name("C")
         ->group(kGroup);
     command
-        .add_option("--encoding", texts.file.encoding,
-                    "The encoding of the files, such as windows-1251, utf-16 or koi8-r. Default: "
+        .add_option("--encoding", reading.encoding,
+                    "The encoding of all files, such as windows-1251, utf-16 or koi8-r. Default: "
                     "UTF-8, unless a byte order mark says otherwise")
         ->type_name("NAME")
         ->group(kGroup);
     if (command.get_option_no_throw("--texts") == nullptr) return;
+    command
+        .add_option("--entry-delimiter", entries.delimiter,
+                    "What separates the columns of the entries, if it differs")
+        ->type_name("C")
+        ->group(kGroup);
     command
         .add_option("--entry-encoding", entries.file.encoding,
                     "The encoding of the entries, if it differs")
@@ -97,13 +103,17 @@ void SourceOptions::settle(FormatOptions& format) {
     if (!hasTable && !reading.delimiter.empty() && !format.isCsv()) {
         refuse("--delimiter", kNoTable);
     }
+    if (!entries.isTable() && !entries.delimiter.empty()) refuse("--entry-delimiter", kNoTable);
     if (!texts.isTable() && !texts.keep.empty()) refuse("--keep", kNoTable);
     if (!entries.isTable() && !entries.keep.empty()) refuse("--keep-entry", kNoTable);
     bool const isKeeping = !texts.keep.empty() || !entries.keep.empty();
     if (isKeeping && !format.format().carriesColumns) {
         refuse("--format", format.name + " does not show kept columns");
     }
-    if (entries.file.encoding.empty()) entries.file.encoding = texts.file.encoding;
+    texts.file.encoding = reading.encoding;
+    if (entries.file.encoding.empty()) entries.file.encoding = reading.encoding;
+    texts.delimiter = reading.delimiter;
+    if (entries.delimiter.empty()) entries.delimiter = reading.delimiter;
     if (!reading.delimiter.empty()) format.delimiter = delimiterOf(reading.delimiter);
 }
 
@@ -119,9 +129,8 @@ RowReader::RowReader(Source const& source, Reading const& reading, std::size_t l
     bool const hasName =
         isName(source.column) || std::any_of(source.keep.begin(), source.keep.end(), isName);
     TableShape shape;
-    if (!reading.delimiter.empty()) shape.delimiter = delimiterOf(reading.delimiter);
     if (source.file.name.ends_with(".tsv")) shape.delimiter = '\t';
-    shape.hasQuotes = shape.delimiter != '\t';
+    if (!source.delimiter.empty()) shape.delimiter = delimiterOf(source.delimiter);
     shape.hasHeader = hasName || reading.hasHeader;
     table = std::make_unique<TableReader>(source.file, shape, wakeDescriptor);
     textColumn = table->column(source.column);

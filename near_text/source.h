@@ -17,6 +17,7 @@ struct Source {
     TextFile file{""};
     std::string column;             // a name, or a number from 1; empty for a file of lines
     std::vector<std::string> keep;  // columns to carry over, likewise
+    std::string delimiter;          // empty if the file's name decides
 
     bool isTable() const { return !column.empty(); }
 };
@@ -24,7 +25,8 @@ struct Source {
 // How the files of a run are read.
 struct Reading {
     bool hasHeader = false;  // even if no column is given by name
-    std::string delimiter;   // empty if the file's name decides
+    std::string delimiter;   // of all tables but those that have their own
+    std::string encoding;    // of all files but those that have their own
 };
 
 // The options of both.

@@ -2,6 +2,7 @@
 // the whole list at the lowest percentage, and then, from one to the next, among what is left.
 #include <algorithm>
 #include <charconv>
+#include <map>
 #include <mutex>
 #include <set>
 
@@ -25,25 +26,42 @@ struct SweepOptions {
 
 using Pair = std::pair<std::size_t, std::size_t>;  // lines of the text and of the entry
 
-// "3<tab>17", with anything after it; the first line may be a heading.
-std::set<Pair> readPairs(std::string const& file) {
-    std::set<Pair> pairs;
-    LineReader reader(file);
-    for (Line line; reader.next(line);) {
-        Pair pair;
-        char const* const end = line.text.data() + line.text.size();
-        auto const first = std::from_chars(line.text.data(), end, pair.first);
-        bool const isSeparated =
-            first.ec == std::errc() && first.ptr < end &&
-            std::string_view("\t,;").find(*first.ptr) != std::string_view::npos;
-        if (isSeparated && std::from_chars(first.ptr + 1, end, pair.second).ec == std::errc()) {
-            pairs.insert(pair);
-        } else if (line.number > 1) {
-            throw std::runtime_error(
-                reader.place() + "expected the line number of a text, a tab and that of an entry");
-        }
+// With the line in which the file has each.
+using Pairs = std::map<Pair, std::size_t>;
+
+std::optional<std::size_t> lineNumber(std::string const& cell) {
+    std::size_t number = 0;
+    char const* const end = cell.data() + cell.size();
+    auto const read = std::from_chars(cell.data(), end, number);
+    bool const isNumber = read.ec == std::errc() && read.ptr == end && number > 0;
+    return isNumber ? std::optional(number) : std::nullopt;
+}
+
+bool hasEntryAt(EntryList const& list, std::size_t place) {
+    return std::binary_search(list.entries.begin(), list.entries.end(), Entry{place, {}, {}, 0, 0},
+                              [](Entry const& a, Entry const& b) { return a.place < b.place; });
+}
+
+// The first row may be a heading.
+Pairs readPairs(TextFile const& file, EntryList const& list) {
+    Pairs pairs;
+    TableReader table(file, {.delimiter = TableShape::kGuessed});
+    table.column("2");
+    bool isFirst = true;
+    for (Row row; table.next(row); isFirst = false) {
+        auto const refuseRow = [&](std::string const& reason) {
+            throw std::runtime_error(table.place(row) + reason);
+        };
+        if (!row.fault.empty()) refuseRow(row.fault);
+        auto const text = lineNumber(row.fields[0]);
+        auto const entry = lineNumber(row.fields[1]);
+        if (isFirst && !text && !entry) continue;
+        if (!text || !entry) refuseRow('\'' + row.fields[text ? 1 : 0] + "' is not a line number");
+        if (!hasEntryAt(list, *entry))
+            refuseRow("there is no entry in line " + std::to_string(*entry));
+        pairs.emplace(Pair(*text, *entry), row.line);
     }
-    if (pairs.empty()) throw std::runtime_error(shownName(file) + " contains no pairs");
+    if (pairs.empty()) throw std::runtime_error(shownName(file.name) + " contains no pairs");
     return pairs;
 }
 
@@ -54,7 +72,7 @@ struct Count {
     std::size_t textsRight = 0;  // that have a match among the pairs
 
     void add(std::vector<Match> const& found, EntryList const& list, std::size_t line,
-             std::set<Pair> const& pairs) {
+             Pairs const& pairs) {
         auto const isKnown = [&](Match const& match) {
             return pairs.count({line, list.entries[match.index].place}) > 0;
         };
@@ -75,7 +93,8 @@ class Sweep {
 public:
     Sweep(SweepOptions const& options, EntryList const& entryList)
         : list(entryList), percents(options.percents), counts(percents.size()) {
-        if (!options.pairsFile.empty()) pairs = readPairs(options.pairsFile);
+        if (options.pairsFile.empty()) return;
+        pairs = readPairs({options.pairsFile, options.sources.reading.encoding}, list);
     }
 
     // Whether it finds anything at the lowest percentage. From any number of threads.
@@ -89,6 +108,15 @@ public:
         }
         return isFound;
     }
+
+    std::set<std::size_t> textsOfPairs() const {
+        std::set<std::size_t> texts;
+        for (auto const& [pair, line] : pairs)
+            texts.insert(pair.first);
+        return texts;
+    }
+    // Where the file of the pairs has the text in this line.
+    std::size_t lineOfText(std::size_t text) const { return pairs.lower_bound({text, 0})->second; }
 
     std::vector<Json> rows() const {
         std::vector<Json> rows;
@@ -128,20 +156,17 @@ private:
     }
 
     void addPairs(Json& row, PercentCount const& count) const {
-        std::set<std::size_t> texts;
-        for (Pair const& pair : pairs)
-            texts.insert(pair.first);
         row.update({{"pairs", pairs.size()},
                     {"found", count.all.known},
                     {"others", count.all.matches - count.all.known},
                     {"best_found", count.best.known},
                     {"best_others", count.best.matches - count.best.known},
-                    {"texts", texts.size()},
+                    {"texts", textsOfPairs().size()},
                     {"best_texts", count.best.textsRight}});
     }
 
     EntryList const& list;
-    std::set<Pair> pairs;
+    Pairs pairs;
     std::vector<int> const percents;  // ascending
     std::mutex mutex;
     std::vector<PercentCount> counts;
@@ -149,7 +174,7 @@ private:
 
 Status sweep(Program& program, SweepOptions const& options) {
     Preparation const& preparation = options.search.preparing.preparation;
-    SearchTerms terms = options.search.terms();
+    SearchTerms terms = options.search.terms(options.sources.reading.encoding);
     terms.percentages = {options.percents[0], options.percents[0]};
     auto const file = readEntries(options.sources.entries, options.sources.reading, preparation);
     Sweep counts(options, file.list);
@@ -159,8 +184,15 @@ Status sweep(Program& program, SweepOptions const& options) {
                      interrupt.descriptor());
     MatchWriter writer(program.output, options.sources.texts.file, options.jobs.isStrict,
                        interrupt);
+    std::set<std::size_t> missing = counts.textsOfPairs();
+    bool isWhole = false;
+    auto const next = [&](TextRow& row) {
+        isWhole = !reader.next(row);
+        if (!isWhole) missing.erase(row.number);
+        return !isWhole;
+    };
     Status const status = run(
-        matchers, preparation, [&](TextRow& row) { return reader.next(row); },
+        matchers, preparation, next,
         [&](Matcher& matcher, TextRow const& row, std::u16string const& units) -> LineResult {
             return {{}, {}, counts.add(matcher, row.number, units)};
         },
@@ -169,6 +201,13 @@ Status sweep(Program& program, SweepOptions const& options) {
         options.format.applyTo(program.output);
         Shape const shape(true, options.format.delimiter, {}, {});
         program.output.write(options.format.format().table(shape, counts.rows()));
+        if (isWhole && !missing.empty()) {
+            program.output.flush();
+            std::size_t const text = *missing.begin();
+            throw std::runtime_error(
+                placeOf(shownName(options.pairsFile), counts.lineOfText(text)) +
+                "there is no text in line " + std::to_string(text));
+        }
     }
     return status;
 }
@@ -203,9 +242,10 @@ void addSweep(Program& program) {
         ->check(percentCheck())
         ->group("Which entries match");
     command
-        .add_option("--pairs", options->pairsFile,
-                    "Known pairs: a table whose first two columns are the line of the text and "
-                    "the line of the entry")
+        .add_option(
+            "--pairs", options->pairsFile,
+            "Known pairs: a table, with tabs, semicolons or commas, whose first two columns "
+            "are the line of the text and the line of the entry")
         ->type_name("FILE")
         ->group("Files");
     options->search.addTo(command, false);
@@ -214,7 +254,11 @@ void addSweep(Program& program) {
     command.callback([&program, options] {
         options->sources.settle(options->format);
         options->search.settle();
-        std::sort(options->percents.begin(), options->percents.end());
+        std::vector<int>& percents = options->percents;
+        std::sort(percents.begin(), percents.end());
+        auto const twice = std::adjacent_find(percents.begin(), percents.end());
+        if (twice != percents.end())
+            refuse("--percent", std::to_string(*twice) + " is given twice");
         program.command = [&program, options] { return sweep(program, *options); };
     });
 }

@@ -33,6 +33,25 @@ std::string fieldCount(std::size_t count) {
     return std::to_string(count) + (count == 1 ? " field" : " fields");
 }
 
+char likelyDelimiter(std::string const& line) {
+    for (char const c : {'\t', ';'}) {
+        if (line.find(c) != std::string::npos) return c;
+    }
+    return ',';
+}
+
+constexpr std::string_view kEscaped = "\\\t\n\r";
+constexpr std::string_view kLetters = "\\tnr";
+
+void unescape(std::vector<std::string>& fields) {
+    for (std::string& field : fields) {
+        for (std::size_t at = 0; (at = field.find('\\', at)) < field.size() - 1; ++at) {
+            std::size_t const i = kLetters.find(field[at + 1]);
+            if (i != std::string_view::npos) field.replace(at, 2, 1, kEscaped[i]);
+        }
+    }
+}
+
 }  // namespace
 
 char delimiterOf(std::string const& name) {
@@ -48,9 +67,7 @@ char delimiterOf(std::string const& name) {
 TableReader::TableReader(TextFile const& file, TableShape tableShape, int wakeDescriptor)
     : shape(tableShape), reader(file, kLongestRow, wakeDescriptor), parser(new csv_parser{}) {
     csv_init(parser.get(), CSV_STRICT);
-    csv_set_delim(parser.get(), static_cast<unsigned char>(shape.delimiter));
-    // Lines with a NUL are not fed.
-    if (!shape.hasQuotes) csv_set_quote(parser.get(), '\0');
+    if (shape.delimiter != TableShape::kGuessed) separateBy(shape.delimiter);
     csv_set_space_func(parser.get(), never);
     csv_set_term_func(parser.get(), isLineFeed);
     hasFirst = read(first);
@@ -59,6 +76,13 @@ TableReader::TableReader(TextFile const& file, TableShape tableShape, int wakeDe
     if (!first.fault.empty()) throw std::runtime_error(place(first) + first.fault);
     names = std::move(first.fields);
     hasFirst = false;
+}
+
+void TableReader::separateBy(char delimiter) {
+    shape.delimiter = delimiter;
+    csv_set_delim(parser.get(), static_cast<unsigned char>(delimiter));
+    // Lines with a NUL are not fed.
+    if (delimiter == '\t') csv_set_quote(parser.get(), '\0');
 }
 
 void TableReader::CloseParser::operator()(csv_parser* closed) const {
@@ -135,9 +159,11 @@ bool TableReader::read(Row& row) {
     row = {};
     for (Line line; !isOver && reader.next(line);) {
         if (row.line == 0 && line.text.empty()) continue;
+        if (shape.delimiter == TableShape::kGuessed) separateBy(likelyDelimiter(line.text));
         if (row.line == 0) row.line = quoteLine = line.number;
         if (!take(line, row)) continue;
         if (row.fault.empty()) row.fields = std::move(fields);
+        if (shape.delimiter == '\t') unescape(row.fields);
         reset();
         return true;
     }
@@ -218,12 +244,10 @@ void TableReader::reset() {
 }
 
 std::string tsvRow(std::vector<std::string> const& fields) {
-    constexpr std::string_view kPlain = "\\\t\n\r";
-    constexpr std::string_view kLetters = "\\tnr";
     std::string row;
     for (std::string const& field : fields) {
         for (char const c : field) {
-            std::size_t const i = kPlain.find(c);
+            std::size_t const i = kEscaped.find(c);
             if (i != std::string_view::npos) row += '\\';
             row += i == std::string_view::npos ? c : kLetters[i];
         }

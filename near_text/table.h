@@ -3,7 +3,9 @@
 // They are read as RFC 4180 describes them, with any ASCII character between the fields. A field in
 // quotes may hold the delimiter, line feeds and doubled quotes. Beyond the RFC, a row may end with
 // a line feed alone, rows may differ in length, a quote inside a field that is not in quotes stands
-// for itself, and blanks at a field's ends are part of it. A blank line is no row.
+// for itself, and blanks at a field's ends are part of it. A blank line is no row. Between tabs
+// quotes have no meaning, and escapes as tsvRow writes them stand for what they are there; any
+// other backslash stands for itself.
 #pragma once
 
 #include <memory>
@@ -20,9 +22,11 @@ namespace near_text {
 char delimiterOf(std::string const& name);
 
 struct TableShape {
+    // A tab, a semicolon or a comma, the first of them that the first line has.
+    static constexpr char kGuessed = '\0';
+
     char delimiter = ',';
     bool hasHeader = false;
-    bool hasQuotes = true;  // otherwise a quote is a character like any other
 };
 
 struct Row {
@@ -61,6 +65,7 @@ private:
         void operator()(csv_parser* closed) const;
     };
 
+    void separateBy(char delimiter);
     bool read(Row& row);
     bool take(Line const& line, Row& row);
     bool feed(std::string_view text);

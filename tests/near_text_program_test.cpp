@@ -1,4 +1,5 @@
 // The program as its users meet it: what it answers, prints and returns.
+#include <fcntl.h>
 #include <signal.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -8,6 +9,7 @@
 #include <cstdlib>
 #include <nlohmann/json.hpp>
 #include <set>
+#include <thread>
 
 #include "near_text/encoding.h"
 #include "near_text/table.h"
@@ -105,11 +107,13 @@ TEST(Program, AnswersAndReturnsAsGrepDoes) {
         EXPECT_NE(noted.errors.find(note), std::string::npos);
     }
 
+    std::string const two = fileOf("two", "a\nb\n");
     std::pair<std::string, std::string> const failures[] = {
         {"compare a b -p 101", "--percent: '101' is not a whole number from 0 to 100"},
         {"compare a b -p -1", "--percent: '-1' is no"},
         {"compare a b -p 60.5", "--percent: '60.5' is no"},
-        {"compare a " + std::string(1001, 'x') + " --percent 0", "no longer 1000 characters"},
+        {"compare a " + std::string(1001, 'x') + " --percent 0",
+         "SECOND: String length must be no longer 1000 characters (this has 1001)"},
         {"compare a " + std::string(1001, 'x') + " --percent 0 --locale ru", "1000 символов"},
         {"compare a b", "--percent is required"},
         {"compare a \"$(printf 'b\\377')\" --percent 0", "SECOND: not valid UTF-8 at byte 2"},
@@ -126,8 +130,24 @@ TEST(Program, AnswersAndReturnsAsGrepDoes) {
         {"match -t x -e x --unmatched --top 2", "--unmatched: prints no matches"},
         {"match -t x -e x --keep 1", "--keep: has no effect"},
         {"match -t x -e x --no-heading", "--no-heading: has no effect in the format text"},
+        {"sweep -t x -e " + two + " --pairs " + fileOf("p1", "a\tb\n1\t2\n3\n"),
+         "p1:3: has 1 field"},
+        {"sweep -t x -e " + two + " --pairs " + fileOf("p2", "1\t0\n"), "p2:1: '0' is not a line"},
+        {"sweep -t x -e " + two + " --pairs " + fileOf("p3", "1,2\n9,3\n"),
+         "p3:2: there is no entry"},
+        {"sweep -t x -e " + two + " -p 80,80", "--percent: 80 is given twice"},
         {"match -t - -e /dev/null", "/dev/null contains no entries"},
         {"mtch -t x", "there is no command 'mtch'; did you mean match?"},
+        {"--verson", "there is no option '--verson'; did you mean --version?"},
+        {"match -t x --entrys x", "; did you mean --entries?"},
+        {"match -t x -e x --tresh=5", "no option '--tresh'; did you mean --threshold?"},
+        {"--jobs 3 match -t x -e x", "--jobs: goes behind the command, match"},
+        {"match -t x -e x --zzz 5", "near_text: there is no option '--zzz'\n"},
+        {"match -t x -e x --top 1x", "near_text: --top: Value 1x not in range"},
+        {"match -t x -e x -p", "near_text: --percent: needs a value\n"},
+        {"match -t x -e x -p 1 -p 2", "near_text: --percent: is given twice"},
+        {"match -t x -e x --encoding ''", "--encoding: is given without a value"},
+        {"match -t x -e \"$(printf 'a\\nb')\"", "a\\x0Ab: No such file"},
         {"help gibberish", "there is no command 'gibberish'; near_text --help lists them"},
         {"search red", "--entries or --dictionary"},
         {"search red --entries /none", "/none: No such file"},
@@ -177,6 +197,21 @@ TEST(Program, NamesTheLineThatIsNoText) {
     }
     std::string const list = fileOf("bad", "a;\nb\xFF");
     expectFailure(list + ":2: ", run("search a --separator ';' --dictionary " + list));
+}
+
+TEST(Program, ReadsEveryFileInTheEncoding) {
+    near_text::Encoder encoder("utf-16le");
+    std::string const list = fileOf("list", encoder.encoded("red;я ball\n"));
+    std::string const words = fileOf("words", encoder.encoded("я\n"));
+    std::string const pairs = fileOf("pairs", encoder.encoded("1\t1\n"));
+    std::string const in = " -p 100 --encoding utf-16le ";
+    EXPECT_EQ(run("search ball --indices --separator ';' --dictionary " + list + " --exclusions " +
+                  words + in)
+                  .output,
+              "1\n");
+    EXPECT_NE(run("sweep -f json -t " + words + " -e " + words + " --pairs " + pairs + in)
+                  .output.find(R"("found":1)"),
+              std::string::npos);
 }
 
 TEST(Program, ExplainsMatchesAndMisses) {
@@ -258,7 +293,8 @@ TEST(Program, WritesALineForALine) {
     for (int i = 0; i < 100000; ++i)
         part2 += "я";  // two bytes each, from an odd place on
     part2 += "\nz";
-    std::string const tooLong = "String length must be no longer 1000 characters";
+    std::string const tooLong =
+        "String length must be no longer 1000 characters (this has more than 5000)";
     std::string const notUtf8 = "not valid UTF-8 at byte 1";
     std::string const numbers = R"("percent":27,"distance":7,"limit":9}]})";
     std::pair<std::string, Lines> const cases[] = {
@@ -296,11 +332,11 @@ TEST(Program, CarriesColumnsFromTableToTable) {
                                      "id;\xCD\xE0\xE7\xE2\xE0\xED\xE8\xE5;line\r\n"
                                      "7;\"\xCC\xCE\xCB\xCE\xD2\xCE\xCA \"\"1\"\";\nbig\";x\r\n"
                                      "8;\"a;b\";\r\n9\r\n");
-    std::string const entries = fileOf("entries.tsv", "A1\tбольшой молоток \"1\" big\n");
+    std::string const entries = fileOf("entries.csv", "A1\tбольшой молоток \"1\" big\n");
     std::string const command = "match -t " + texts + " -e " + entries +
                                 " --text-column Название --entry-column 2 --keep id,line "
                                 "--keep-entry 1 -d ';' -P -p 50 --encoding windows-1251 "
-                                "--entry-encoding utf-8 -f ";
+                                "--entry-encoding utf-8 --entry-delimiter tab -f ";
     Outcome const back = run(command + "csv --output-encoding cp1251");
     EXPECT_EQ(
         back.output,
@@ -313,6 +349,24 @@ TEST(Program, CarriesColumnsFromTableToTable) {
     auto const object = nlohmann::json::parse(linesOf(run(command + "json").output)[0]);
     EXPECT_EQ(object["kept"]["id"], "7");
     EXPECT_EQ(object["matches"][0]["kept"]["entry_1"], "A1");
+}
+
+// What the output's encoding lacks fails the row that holds it, in the error's place and on
+// standard error.
+TEST(Program, FailsTheRowsThatItCannotEncode) {
+    std::string const table = fileOf("table.csv", "1,x\n2,я\n☺,я\n4,☺\n5,x\n");
+    std::string const to = " --keep 1 -f csv --output-encoding cp1251 -p 100 ";
+    Outcome const matched = run("match --no-heading --text-column 2 -t " + table +
+                                " --entry-column 2 --best -e " + table + to);
+    EXPECT_EQ(matched.output,
+              "1,x,100,0,0,0,1,x,,1\n1,x,100,0,0,4,5,x,,1\n"
+              "2,\xFF,100,0,0,1,2,\xFF,,2\n2,\xFF,100,0,0,2,3,\xFF,,2\n"
+              "3,,,,,,,,cp1251 has no U+263A,\n4,,,,,,,,cp1251 has no U+263A,4\n"
+              "5,x,100,0,0,0,1,x,,5\n5,x,100,0,0,4,5,x,,5\n");
+    expectFailure("table.csv:4: cp1251 has no U+263A", matched);
+    Outcome const grouped = run("duplicates -g --text-column 2 " + table + to);
+    EXPECT_EQ(grouped.output, "group,line,text,text_1\n1,1,x,1\n1,5,x,5\n2,2,\xFF,2\n2,3,,\n");
+    expectFailure("table.csv:3: cp1251 has no U+263A", grouped);
 }
 
 TEST(Program, PrintsWhatIsWanted) {
@@ -379,6 +433,10 @@ TEST(Program, FindsThePairsOfAList) {
     }
     Outcome const groups = run("duplicates -g -P -f csv -", "Ab\nx\nab!\n\nX\nzz\n");
     EXPECT_EQ(groups.output, "group,line,text\n1,1,Ab\n1,3,ab!\n2,2,x\n2,5,X\n");
+    // What the user says counts for more than the name, and no two columns have one name.
+    std::string const table = fileOf("kept.tsv", "group;t;index\nx;a;1\ny;a;2\n");
+    EXPECT_EQ(run("duplicates -g -f tsv -d ';' --text-column t --keep group,index " + table).output,
+              "group\tline\ttext\ttext_group\tindex\n1\t2\ta\tx\t1\n1\t3\ta\ty\t2\n");
 }
 
 // The counts are those of a match at each percentage.
@@ -422,6 +480,9 @@ TEST(Program, SweepsOverPercentages) {
         EXPECT_EQ(row["best_others"], bestMatches - bestFound);
         EXPECT_EQ(row["pairs"], known.size() - 1);  // the heading is none
     }
+    std::string const text = fileOf("text", "x\n");
+    expectFailure("pairs:1: there is no text in line 2",
+                  run("sweep -t " + text + " -e " + text + " --pairs " + fileOf("pairs", "2;1\n")));
 }
 
 TEST(Program, NoticesClosedStreams) {
@@ -430,6 +491,27 @@ TEST(Program, NoticesClosedStreams) {
     expectFailure("standard output is closed",
                   shell(match + NEAR_TEXT_SAMPLES "/supplier.txt >&-"));
     expectFailure("standard input is closed", shell(match + "- <&-"));
+}
+
+TEST(Program, WaitsForAPipeThatWouldBlock) {
+    std::string const command =
+        "duplicates -p 40 -f json --no-index " NEAR_TEXT_SAMPLES "/catalogue.txt";
+    int ends[2];
+    ASSERT_EQ(pipe(ends), 0);
+    fcntl(ends[1], F_SETFL, O_NONBLOCK);
+    std::thread program([&] {
+        shell(NEAR_TEXT_PROGRAM " " + command + " >&" + std::to_string(ends[1]));
+        close(ends[1]);
+    });
+    std::this_thread::sleep_for(std::chrono::milliseconds(100));  // more than fits is there by then
+    std::string output(1 << 24, '\0');
+    std::size_t size = 0;
+    for (ssize_t count = 0; (count = read(ends[0], &output[size], output.size() - size)) > 0;)
+        size += static_cast<std::size_t>(count);
+    program.join();
+    close(ends[0]);
+    EXPECT_EQ(output.substr(0, size), run(command).output);
+    EXPECT_GT(size, 1U << 17);
 }
 
 TEST(Program, AnswersEachLineBeforeTheNextComes) {

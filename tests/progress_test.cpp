@@ -3,26 +3,22 @@
 #include <fcntl.h>
 #include <pty.h>
 
+#include <functional>
 #include <thread>
 
+#include "near_text/match_writer.h"
 #include "tests/test_support.h"
 
 namespace {
 
-// What is written to a terminal of so many columns while `lines` lines are run through.
-std::string drawn(unsigned short columns, std::size_t lines) {
+// What `run` writes to a terminal of so many columns on standard error.
+std::string drawn(unsigned short columns, std::function<void()> const& run) {
     int terminal = -1, program = -1;
     winsize const size = {.ws_row = 1, .ws_col = columns, .ws_xpixel = 0, .ws_ypixel = 0};
     EXPECT_EQ(openpty(&terminal, &program, nullptr, nullptr, &size), 0);
     int const errors = dup(STDERR_FILENO);
     dup2(program, STDERR_FILENO);
-    {
-        near_text::Progress progress(fileOf("lines", std::string(lines, '\n')));
-        for (std::size_t i = 0; i < lines; ++i) {
-            if (i == 1) std::this_thread::sleep_for(std::chrono::milliseconds(210));
-            progress.step();
-        }
-    }
+    run();
     dup2(errors, STDERR_FILENO);
     close(errors);
     fcntl(terminal, F_SETFL, O_NONBLOCK);
@@ -39,8 +35,15 @@ TEST(Progress, StaysWithinTheTerminal) {
     std::pair<unsigned short, std::string> const cases[] = {
         {0, " left"},     {120, " left"},   {30, " left"}, {21, " lines"},
         {15, " of 1000"}, {12, " of 1000"}, {8, "%"},      {3, ""}};
+    auto const progress = [] {
+        near_text::Progress line(fileOf("lines", std::string(1000, '\n')));
+        for (int i = 0; i < 1000; ++i) {
+            if (i == 1) std::this_thread::sleep_for(std::chrono::milliseconds(210));
+            line.step();
+        }
+    };
     for (auto const& [columns, part] : cases) {
-        std::string const output = drawn(columns, 1000);
+        std::string const output = drawn(columns, progress);
         EXPECT_NE(output.find(part + "\033[K"), std::string::npos) << columns << ' ' << output;
         std::size_t width = 0;
         for (std::size_t i = 0; i < output.size(); ++i) {
@@ -51,6 +54,22 @@ TEST(Progress, StaysWithinTheTerminal) {
         }
         EXPECT_TRUE(output.ends_with("\r\033[K")) << output;  // gone in the end
     }
+}
+
+TEST(MatchWriter, EndsWithASummary) {
+    std::string const output = drawn(80, [] {
+        near_text::Output unused;
+        near_text::Interrupt const interrupt;
+        near_text::MatchWriter writer(unused, fileOf("lines", "\n\n\n"), false, interrupt);
+        writer.write({.isFound = true, .line = 1});
+        writer.write({.failure = "no", .line = 2});
+        writer.write({.line = 3});
+        EXPECT_EQ(writer.close(), near_text::Status::Error);
+    });
+    std::size_t const last = output.rfind("\r\033[K");
+    ASSERT_NE(last, std::string::npos) << output;
+    EXPECT_EQ(output.substr(last + 4, 57),
+              "near_text: 3 lines: 1 with a match, 1 without, in 0.0 s\r\n");
 }
 
 }  // namespace

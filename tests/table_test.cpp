@@ -33,8 +33,9 @@ TEST(Table, ReadsRows) {
         {"a,b\r\n\"c,\"\"d\"\"\",\r\n", {}, {"1:a|b", "2:c,\"d\"|"}},
         {"\"a\r\n\nb\",c\r\n\r\n\nd", {}, {"1:a\r\n\nb|c", "6:d"}},
         {" a ; \"b\";5\" c\"\"\n\"\"\n", {.delimiter = ';'}, {"1: a | \"b\"|5\" c\"\"", "2:"}},
-        {"\ta\t\"b\tc\"\n", {.delimiter = '\t'}, {"1:|a|b\tc"}},
-        {"\"a\tb\n", {.delimiter = '\t', .hasQuotes = false}, {"1:\"a|b"}},
+        {"\"a\tb\\x\\\n", {.delimiter = '\t'}, {"1:\"a|b\\x\\"}},
+        {"a,b\t\";\"\n", {.delimiter = TableShape::kGuessed}, {"1:a,b|\";\""}},
+        {"a,b;\";\"\n", {.delimiter = TableShape::kGuessed}, {"1:a,b|;"}},
         {"\xEF\xBB\xBFn,m\n\"1\n2\",3\n4\n", {.hasHeader = true}, {"2:1\n2|3", "4:4"}},
         {"a\rb,c\n", {}, {"1:a\rb|c"}},
         {"", {}, {}},
@@ -89,11 +90,15 @@ TEST(Table, BoundsARow) {
 }
 
 TEST(Table, ReadsTheRowsItWrites) {
-    std::vector<std::string> const fields = {"a", "", " b", "c;\"d\"", "e\nf\r\ng\\", "\t", "5\""};
+    std::vector<std::string> const fields = {"a",  "",   " b", "c;\"d\"", "e\nf\r\n\\ng\\",
+                                             "\t", "5\""};
     std::string const row = near_text::csvRow(fields, ';');
-    EXPECT_EQ(row, "a;;\" b\";\"c;\"\"d\"\"\";\"e\nf\r\ng\\\";\t;\"5\"\"\"\n");
+    EXPECT_EQ(row, "a;;\" b\";\"c;\"\"d\"\"\";\"e\nf\r\n\\ng\\\";\t;\"5\"\"\"\n");
     TableReader reader(fileOf("table", row + near_text::csvRow({""})), {.delimiter = ';'});
+    TableReader tabbed(fileOf("tabbed", near_text::tsvRow(fields)), {.delimiter = '\t'});
     Row read;
+    ASSERT_TRUE(tabbed.next(read));
+    EXPECT_EQ(read.fields, fields);
     ASSERT_TRUE(reader.next(read));
     EXPECT_EQ(read.fields, fields);
     ASSERT_TRUE(reader.next(read));

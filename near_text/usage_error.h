@@ -1,0 +1,19 @@
+// What the user is told about a command line that cannot be taken.
+#pragma once
+
+#include <CLI/App.hpp>
+#include <string>
+
+namespace near_text {
+
+// The message for a command that does not exist, with the one that was perhaps meant.
+std::string unknownCommand(CLI::App const& app, std::string const& name);
+
+// The message for what the parser of `app` threw.
+std::string usageError(CLI::App const& app, CLI::ParseError const& error);
+
+// An option that is given with nothing, as by a variable of a script that is not set, would do as
+// if it were not given. Throws CLI::ValidationError.
+void refuseEmptyValues(CLI::App const& app);
+
+}  // namespace near_text
