@@ -80,8 +80,10 @@ unsigned long missingUnits(Utf16View first, Utf16View second) {
 void UnitHistogram::add(Utf16View word) {
     size_ += word.size();
     assert(size_ <= kMaxUnits);
-    for (unsigned short const unit : word)
+    for (unsigned short const unit : word) {
         ++counts_[bucketOf(unit)];
+        lastOf_[bucketOf(unit)] = unit;
+    }
 }
 
 void UnitHistogram::orderBy(std::span<Utf16View const> samples) {
@@ -106,6 +108,7 @@ void UnitHistogram::orderBy(std::span<Utf16View const> samples) {
     unsigned count = 0;
     for (unsigned bucket = 1; bucket < kBuckets; ++bucket) {
         if (counts_[bucket] == 0) continue;
+        if (!rarest_ || seen[bucket] < seen[bucketOf(*rarest_)]) rarest_ = lastOf_[bucket];
         auto const own = static_cast<long>(counts_[bucket] * sampled);
         ranked[count++] = {static_cast<long>(seen[bucket] * size_) - own,
                            static_cast<std::uint8_t>(bucket)};

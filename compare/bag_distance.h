@@ -22,6 +22,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <span>
 
 #include "compare/unit_lanes.h"
@@ -52,6 +53,9 @@ public:
     // more than `enough`, or cannot become more. `other` has at most kMaxUnits.
     unsigned long missingIn(Utf16View other, unsigned long enough) const;
 
+    // Of the units added, the one that is rarest in the samples; nothing when none was added.
+    std::optional<unsigned short> rarest() const { return rarest_; }
+
 private:
     static constexpr unsigned kBuckets = 256;
     static constexpr unsigned kGroup = 4;  // buckets counted in one walk over the other side
@@ -64,7 +68,9 @@ private:
     };
 
     std::array<std::uint16_t, kBuckets> counts_{};
+    std::array<unsigned short, kBuckets> lastOf_{};  // by bucket: the last unit that was added
     unsigned long size_ = 0;
     std::array<Group, kMaxGroups> groups_;
     unsigned groupCount_ = 0;
+    std::optional<unsigned short> rarest_;  // since `orderBy`
 };

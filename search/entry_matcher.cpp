@@ -88,9 +88,7 @@ bool EntryMatcher::isMatch(Utf16View entry, unsigned short const* textEnd, unsig
         entry.size() - entry.size() / 4 > mostUnits && kSmallLimit * limit > searchUnits;
     if (isLikelyTooLong && cut(entry, mostUnits) > mostUnits) return false;
     if (isHistogramUseful(entry, limit)) {
-        if (!isOrdered_) histogram_.orderBy(samples_);
-        isOrdered_ = true;
-        unsigned long const missing = histogram_.missingIn(entry, limit);
+        unsigned long const missing = orderedHistogram().missingIn(entry, limit);
         if (missing > limit) return false;
         mostUnits -= missing;
     }
@@ -107,6 +105,18 @@ bool EntryMatcher::isMatch(Utf16View entry, unsigned short const* textEnd, unsig
             break;
     }
     return !hasMoreUnits(entry, mostUnits) && withRoom(entry, textEnd, limit);
+}
+
+UnitHistogram const& EntryMatcher::orderedHistogram() {
+    if (!isOrdered_) histogram_.orderBy(samples_);
+    isOrdered_ = true;
+    return histogram_;
+}
+
+// Units that an entry lacks are the second test of all.
+std::optional<unsigned short> EntryMatcher::neededUnit() {
+    if (!isListed_ || samples_.empty()) return {};
+    return orderedHistogram().rarest();
 }
 
 bool EntryMatcher::withRoom(Utf16View entry, unsigned short const* textEnd,

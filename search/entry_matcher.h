@@ -35,6 +35,10 @@ public:
     EntryMatcher(Utf16View searchText, Utf16View exclusions, unsigned short separator,
                  std::span<Utf16View const> samples, unsigned long entryWords);
 
+    // A unit that few entries hold, as far as the samples tell, and that a match within 0 edits
+    // must hold; nothing where there is none or nothing is known.
+    std::optional<unsigned short> neededUnit();
+
     // True when what is left of `entry`, which holds a word, is within `limit` edits of what is
     // left of the search text. The text that the entry is part of can be read up to `textEnd`.
     bool isMatch(Utf16View entry, unsigned short const* textEnd, unsigned long limit);
@@ -54,6 +58,7 @@ private:
     // False when there is no room for a word.
     bool fillList();
     bool isHistogramUseful(Utf16View entry, unsigned long limit) const;
+    UnitHistogram const& orderedHistogram();
     // Cuts the entry into words, until more than `mostUnits` units of it count. Gives how many do,
     // at least: a word with a fingerprint that was not seen is surely neither excluded nor a
     // repeat.

@@ -10,6 +10,7 @@
 #include "host/parameters.h"
 #include "search/entry_matcher.h"
 #include "search/section_scanner.h"
+#include "search/unit_finder.h"
 
 namespace {
 
@@ -82,11 +83,17 @@ std::vector<unsigned long> findMatches(SearchInput const& in) {
     std::vector<unsigned long> matches;
     unsigned long index = 0;
     unsigned short const* const dictionaryEnd = in.dictionary.data() + in.dictionary.size();
+    // Other percentages hardly ever allow no edit at all.
+    std::optional<UnitFinder> needed;
+    if (std::max(in.percentShort, in.percentLong) >= 100) {
+        if (auto const unit = matcher.neededUnit()) needed.emplace(in.dictionary, *unit);
+    }
     SectionScanner scanner(in.dictionary, in.separator);
     for (Section entry; scanner.nextWithWord(entry); ++index) {
         bool const isLong = in.lengthThreshold < entry.length;
         unsigned long const limit =
             (isLong ? ofLong : ofShort).limit(std::max(entry.length, search.length));
+        if (limit == 0 && needed && !needed->isIn(entry.text)) continue;
         if (matcher.isMatch(entry.text, dictionaryEnd, limit)) matches.push_back(index);
     }
     return matches;

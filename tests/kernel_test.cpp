@@ -11,6 +11,7 @@
 #include "compare/weighted_distance.h"
 #include "compare/word_list.h"
 #include "search/section_scanner.h"
+#include "search/unit_finder.h"
 #include "tests/random_text.h"
 #include "tests/test_support.h"
 
@@ -173,6 +174,20 @@ unsigned long missing(std::u16string_view first, std::u16string_view second) {
 }
 
 // The first three alphabets have a bucket for each unit, so that the bound is the bag distance.
+TEST(UnitFinder, FindsWhatASearchFinds) {
+    RandomText random(65);
+    for (int round = 0; round < 300; ++round) {
+        auto const text =
+            units(random.run(u"aaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaab", 1 + random.below(700)));
+        UnitFinder finder(text, 'b');
+        CutText const parts(random, text);
+        for (Utf16View const part : parts.pieces) {
+            if (random.oneIn(3)) continue;
+            ASSERT_EQ(finder.isIn(part), part.find('b') != part.npos) << part.size();
+        }
+    }
+}
+
 TEST(UnitHistogram, CountsWhatAnotherTextLacks) {
     RandomText random(4000);
     for (std::size_t kind = 0; kind < std::size(kAlphabets); ++kind) {

@@ -24,6 +24,15 @@ TEST_F(AsThePlainComputation, RandomPairsCompare) {
     }
 }
 
+std::string plainList(SearchArguments const& arguments) {
+    std::string list;
+    auto const entries = stand_in_host::explainSearch(arguments);
+    for (std::size_t index = 0; index < entries.size(); ++index) {
+        if (entries[index].isAlike) list += (list.empty() ? "" : ",") + std::to_string(index);
+    }
+    return list;
+}
+
 TEST_F(AsThePlainComputation, RandomSearchesAnswer) {
     RandomText random(4711);
     for (int round = 0; round < roundsOf(4000); ++round) {
@@ -36,17 +45,28 @@ TEST_F(AsThePlainComputation, RandomSearchesAnswer) {
             arguments.percentShort = percent;
             arguments.percentLong =
                 random.oneIn(3) ? static_cast<int>(random.below(130)) - 10 : percent;
-            std::string list;
-            auto const entries = stand_in_host::explainSearch(arguments);
-            for (std::size_t index = 0; index < entries.size(); ++index) {
-                if (entries[index].isAlike)
-                    list += (list.empty() ? "" : ",") + std::to_string(index);
-            }
-            ASSERT_EQ(component.search(arguments), list)
+            ASSERT_EQ(component.search(arguments), plainList(arguments))
                 << shown(search.text) << shown(search.dictionary) << shown(search.exclusions)
                 << shown({&search.separator, 1}) << search.threshold << " " << percent << " "
                 << arguments.percentLong;
         }
+    }
+}
+
+// A list long enough to learn from, where no edit is allowed.
+TEST_F(AsThePlainComputation, LongListsAreSearchedForTheSameWords) {
+    RandomText random(100);
+    for (int round = 0; round < roundsOf(60); ++round) {
+        random.stock.clear();
+        std::u16string list;
+        RandomSearch search(random, 30);
+        while (list.size() < 17000)
+            list += RandomSearch(random, 30).dictionary + search.separator;
+        search.dictionary = list + search.text;
+        SearchArguments arguments = search.arguments();
+        arguments.percentShort = arguments.percentLong = 100;
+        ASSERT_EQ(component.search(arguments), plainList(arguments))
+            << shown(search.text) << shown(search.exclusions) << shown({&search.separator, 1});
     }
 }
 
