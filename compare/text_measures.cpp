@@ -10,7 +10,7 @@ namespace {
 
 struct IsNul {
     bool operator()(unsigned short unit) const { return unit == 0; }
-    UnitLanes operator()(UnitLanes units) const { return units == UnitLanes(); }
+    ByteLanes operator()(ByteLanes units) const { return units == ByteLanes(); }
 };
 
 unsigned long countBits(std::uint64_t bits) {

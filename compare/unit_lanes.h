@@ -76,7 +76,27 @@ inline ByteLanes packed(UnitLanes const& a, UnitLanes const& b) {
     return bytes;
 }
 
-// One bit a lane, of lanes that are all ones or 0: those of `a` first.
+// The units that are below 127 as bytes, those of `a` first; for any other unit a byte from 127 on.
+inline ByteLanes clamped(UnitLanes const& a, UnitLanes const& b) {
+    ByteLanes bytes;
+    for (unsigned long i = 0; i < kByteLanes; ++i) {
+        unsigned const unit = i < kUnitLanes ? a.lane[i] : b.lane[i - kUnitLanes];
+        bool const isNegative = unit >= 0x8000;  // as a signed number, and its byte likewise
+        unsigned const least = isNegative ? std::max(unit, 0xFF80U) : std::min(unit, 0x7FU);
+        bytes.lane[i] = static_cast<std::uint8_t>(least);
+    }
+    return bytes;
+}
+
+// One bit a lane, of lanes that are all ones or 0.
+inline unsigned bitsOf(ByteLanes const& lanes) {
+    unsigned bits = 0;
+    for (unsigned i = 0; i < kByteLanes; ++i)
+        bits |= (lanes.lane[i] & 1U) << i;
+    return bits;
+}
+
+// The same, those of `a` first.
 inline unsigned bitsOf(UnitLanes const& a, UnitLanes const& b) {
     unsigned bits = 0;
     for (unsigned i = 0; i < kUnitLanes; ++i)
@@ -148,6 +168,9 @@ struct ByteLanes {
     static ByteLanes filledWith(std::uint8_t byte) {
         return {_mm_set1_epi8(static_cast<char>(byte))};
     }
+    friend ByteLanes operator|(ByteLanes a, ByteLanes b) {
+        return {_mm_or_si128(a.lanes, b.lanes)};
+    }
     friend ByteLanes operator&(ByteLanes a, ByteLanes b) {
         return {_mm_and_si128(a.lanes, b.lanes)};
     }
@@ -161,6 +184,14 @@ struct ByteLanes {
 
 inline ByteLanes packed(UnitLanes a, UnitLanes b) {
     return {_mm_packus_epi16(a.lanes, b.lanes)};
+}
+
+inline ByteLanes clamped(UnitLanes a, UnitLanes b) {
+    return {_mm_packs_epi16(a.lanes, b.lanes)};
+}
+
+inline unsigned bitsOf(ByteLanes lanes) {
+    return static_cast<unsigned>(_mm_movemask_epi8(lanes.lanes));
 }
 
 inline unsigned bitsOf(UnitLanes a, UnitLanes b) {

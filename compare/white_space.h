@@ -24,10 +24,10 @@ constexpr bool isWhiteSpaceUnit(unsigned short unit) {
 struct IsWhiteSpace {
     constexpr bool operator()(unsigned short unit) const { return isWhiteSpaceUnit(unit); }
 
-    UnitLanes operator()(UnitLanes units) const {
-        UnitLanes white{};
+    ByteLanes operator()(ByteLanes units) const {
+        ByteLanes white{};
         for (unsigned short const unit : kWhiteSpaceUnits)
-            white = white | (units == UnitLanes::filledWith(unit));
+            white = white | (units == ByteLanes::filledWith(static_cast<std::uint8_t>(unit)));
         return white;
     }
 };

@@ -103,15 +103,14 @@ public:
         for (TextMeasures const* text : {&first, &second})
             forEachWord(text->text, [&word](Utf16View found) { *word++ = found; });
         assert(word == words_.data() + count_);
+        std::fill_n(balance_.data(), count_, 0);
     }
 
     // Finds the balances. False when there is no room.
     bool find() {
         for (unsigned long i = 0; i < count_; ++i) {
-            std::uint32_t const end = list_.size();
             std::uint32_t const place = list_.findOrAdd(words_[i]);
             if (place == WordList::kNoRoom) return false;
-            if (place == end) balance_[place] = 0;
             balance_[place] += i < firstCount_ ? 1 : -1;
             places_[i] = place;
         }
@@ -133,11 +132,13 @@ private:
         Utf16View* out = words_.data() + begin;
         unsigned long units = 0;
         for (unsigned long i = begin; i < end; ++i) {
+            // No jump, as nobody could guess it.
             int& balance = balance_[places_[i]];
-            if (balance * sign <= 0) continue;
-            balance -= sign;
-            *out++ = words_[i];
-            units += words_[i].size();
+            unsigned const stays = balance * sign > 0 ? 1 : 0;
+            *out = words_[i];
+            out += stays;
+            units += stays * words_[i].size();
+            balance -= static_cast<int>(stays) * sign;
         }
         return {{words_.data() + begin, out}, units};
     }

@@ -33,11 +33,11 @@ auto computed(std::array<unsigned short, 16> const& units,
     auto const lanes = [](auto const&... made) {
         return std::vector{std::bit_cast<std::array<std::uint8_t, 16>>(made)...};
     };
-    return std::tuple(
-        lanes(a == b, a | b, a ^ b, shiftedDown<3>(a), low, both, both == some[0], both & some[0],
-              both - some[0], Bytes::filledWith(bytes[0]), Four::sumsOf(some)),
-        bitsOf(a == b, b == low),
-        excess(Four::load(numbers.data()), Four::load(numbers.data() + 4)));
+    return std::tuple(lanes(a == b, a | b, a ^ b, shiftedDown<3>(a), low, both, both == some[0],
+                            both & some[0], both | some[0], both - some[0],
+                            Bytes::filledWith(bytes[0]), clamped(a, b), Four::sumsOf(some)),
+                      bitsOf(a == b, b == low), bitsOf(both == some[0]),
+                      excess(Four::load(numbers.data()), Four::load(numbers.data() + 4)));
 }
 
 TEST(Lanes, AreTheSameInBothForms) {
