@@ -116,6 +116,14 @@ Search inShortWords(char16_t first, std::u16string text) {
     return {std::move(text), std::move(entry), {}};
 }
 
+Search inWords() {
+    return {text(1000, false, 22), text(1'000'000, false, 21), {}};
+}
+
+Search inCollidingWords() {
+    return {u"bad cat", collidingWords(250'000), {}};
+}
+
 std::vector<Corner> const& corners() {
     static std::vector<Corner> const all{
         {"exclusions", [] { return inList(searchText(), someExclusions()); }, {85, 60}},
@@ -124,22 +132,12 @@ std::vector<Corner> const& corners() {
         {"130_units", [] { return inList(longText(130), {}); }, {85, 60}},
         {"1000_units", [] { return inList(longText(1000), {}); }, {85, 60, 20}, 60},
         {"all_excluded", [] { return inList(searchText(), searchText()); }, {85, 60}},
-        {"million/words",
-         [] {
-             return Search{text(1000, false, 22), text(1'000'000, false, 21), {}};
-         },
-         {85, 60, 0},
-         60},
+        {"million/words", inWords, {85, 60, 0}, 60},
         {"million/one_word", [] { return inMillion(u"a", u"bab"); }, {85, 60, 0}, 0},
         {"million/repeated", [] { return inMillion(u"ball ", u"ball red"); }, {85, 60, 0}},
         {"million/short_words", [] { return inShortWords(u'A', u"bad cat"); }, {85, 60, 0}, 60},
         {"million/wide_words", [] { return inShortWords(u'а', u"кот пес"); }, {85, 60, 0}},
-        {"million/colliding",
-         [] {
-             return Search{u"bad cat", collidingWords(250'000), {}};
-         },
-         {85, 60, 0},
-         60},
+        {"million/colliding", inCollidingWords, {85, 60, 0}, 60},
     };
     return all;
 }
