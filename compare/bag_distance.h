@@ -43,7 +43,8 @@ public:
     void add(Utf16View word);
 
     // To be called when all words are added. Puts those buckets first that the other sides are
-    // likely to lack units of, as far as `samples` of them tell, of at most kMaxUnits in all.
+    // likely to lack units of, as far as `samples` of them tell, of at most kMaxUnits in all;
+    // without any they keep their order. Finds `rarest` as well.
     void orderBy(std::span<Utf16View const> samples);
 
     // Units added.
@@ -53,7 +54,8 @@ public:
     // more than `enough`, or cannot become more. `other` has at most kMaxUnits.
     unsigned long missingIn(Utf16View other, unsigned long enough) const;
 
-    // Of the units added, the one that is rarest in the samples; nothing when none was added.
+    // Of the units added, one whose bucket is rarest in the samples; nothing when none was added,
+    // or only such as share the bucket of NUL.
     std::optional<unsigned short> rarest() const { return rarest_; }
 
 private:

@@ -37,8 +37,8 @@ namespace {
 
 constexpr unsigned long kBlockRows = MatchVector<Rows64>::kRows;
 
-// Copies at least kWide units, if so many can be read. No loop for words of usual length: where one
-// ends is hard to guess.
+// Copies at least kWide units, if so many can be read; `out` has room for them, and for the piece.
+// No loop for words of usual length: where one ends is hard to guess.
 constexpr unsigned long kWide = 16;
 void copyPiece(unsigned short* out, Utf16View piece, bool isWideReadable) {
     if (!isWideReadable) {
@@ -181,8 +181,7 @@ template <class Rows, class Pattern>
 bool isPatternWithin(unsigned long limit, Pattern const& pattern, unsigned long rows,
                      Pieces const& text) {
     unsigned long const columns = text.units;
-    if (std::max(rows, columns) <= limit) return true;
-    if (std::max(rows, columns) - std::min(rows, columns) > limit) return false;
+    if (auto const answer = isWithinByLengths(limit, rows, columns)) return *answer;
     LastDiagonal diagonal(limit, rows, columns);
     Rows VP = ~Rows{0};
     Rows VN = 0;
@@ -279,8 +278,7 @@ bool isWithin(unsigned long limit, Pieces first, Pieces second) {
     unsigned long const rows = first.units;
     unsigned long const columns = second.units;
     if (columns < rows) return isWithin(limit, second, first);
-    if (columns <= limit) return true;
-    if (columns - rows > limit) return false;
+    if (auto const answer = isWithinByLengths(limit, rows, columns)) return *answer;
     if (rows > kBlockRows) return BandedDistance().isWithin(limit, first, second);
     unsigned long const groups = (rows + kGroupRows - 1) / kGroupRows;
     // As many instructions as either takes, about.

@@ -9,6 +9,7 @@
 #include <bit>
 #include <cassert>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -29,6 +30,16 @@ struct Pieces {
         : pieces(some), units(unitsOfAll), textEnd(endOfText) {}
     explicit Pieces(Utf16View const& only) : pieces(&only, 1), units(only.size()) {}
 };
+
+// What the lengths alone tell of whether a distance is within `limit`: it is at least their
+// difference, and at most the greater one.
+inline std::optional<bool> isWithinByLengths(unsigned long limit, unsigned long first,
+                                             unsigned long second) {
+    auto const [shorter, longer] = std::minmax(first, second);
+    if (longer <= limit) return true;
+    if (longer - shorter > limit) return false;
+    return {};
+}
 
 using Rows64 = std::uint64_t;
 __extension__ using Rows128 = unsigned __int128;
@@ -138,5 +149,6 @@ private:
     std::vector<BlockColumn> columns_;
 };
 
-// The same for texts of any length; allocates when both have more than 64 units.
+// True when the distance of two texts of any length is at most `limit`. Allocates when both have
+// more than 64 units.
 bool isWithin(unsigned long limit, Pieces first, Pieces second);

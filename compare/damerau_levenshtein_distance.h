@@ -7,7 +7,8 @@
 // one object.
 //
 // Texts are pointers to 16-bit units with a length in units; a pointer may be null when its length
-// is 0. Percentages run from 0 to 100, and above that demand as much as 100. Nothing here fails
+// is 0. Percentages run from 0 to 100. Above that the word-insensitive comparison demands as much
+// as 100; compareStrings then finds no two texts alike, unless both are empty. Nothing here fails
 // but an allocation: std::bad_alloc propagates.
 #pragma once
 
@@ -50,8 +51,8 @@ public:
                                        unsigned long percent,
                                        std::vector<Utf16String> const& exclusions);
 
-    // The same for a limit that is known, by way of maps: the plain road, which answers what the
-    // word list cannot hold, and is what that is held against.
+    // The same for a known limit, by way of maps: the plain road. It answers what the word list has
+    // no room for, and tests hold the list against it.
     bool compareByMaps(Utf16View first, Utf16View second, unsigned long limit,
                        std::vector<Utf16String> const& exclusions);
 

@@ -1,4 +1,4 @@
-// The one answer to which units separate words, for one unit and for eight at once.
+// The one answer to which units separate words, for one unit and for sixteen at once.
 #pragma once
 
 #include "compare/unit_lanes.h"

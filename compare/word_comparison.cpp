@@ -20,8 +20,6 @@
 
 namespace {
 
-constexpr unsigned long kFewWords = 32;
-
 // True when the texts are surely further apart than `limit`. Without exclusions every word of both
 // sides stays or cancels, so both numbers of the bag distance count.
 bool exceedsBagDistance(TextMeasures const& first, TextMeasures const& second,
@@ -33,7 +31,7 @@ bool exceedsBagDistance(TextMeasures const& first, TextMeasures const& second,
 }
 
 // One bit for each of 64 buckets that a text has units in, those of whitespace left out.
-std::uint64_t bucketsOf(Utf16View text) {
+std::uint64_t coarseBucketsOf(Utf16View text) {
     std::uint64_t buckets = 0;
     for (unsigned short const unit : text)
         buckets |= std::uint64_t{1} << unit % 64U;
@@ -42,13 +40,13 @@ std::uint64_t bucketsOf(Utf16View text) {
     return buckets;
 }
 
-// The same at less cost, by the buckets of which one side has units and the other none. With more
-// than a few edits allowed it hardly ever tells.
+// A coarser bound at less cost: the buckets of 64 that one side has units in and the other has
+// none. With more than a few edits allowed it hardly ever tells.
 constexpr unsigned long kFewEdits = 6;
 bool exceedsBucketDifference(TextMeasures const& first, TextMeasures const& second,
                              unsigned long limit) {
-    std::uint64_t const firstBuckets = bucketsOf(first.text);
-    std::uint64_t const secondBuckets = bucketsOf(second.text);
+    std::uint64_t const firstBuckets = coarseBucketsOf(first.text);
+    std::uint64_t const secondBuckets = coarseBucketsOf(second.text);
     auto const count = [](std::uint64_t bits) {
         return static_cast<unsigned long>(std::popcount(bits));
     };
@@ -144,9 +142,9 @@ private:
     }
 
     WordList list_;
-    FixedBuffer<int, kFewWords> balance_;           // by place in the list
-    FixedBuffer<Utf16View, kFewWords> words_;       // of both texts, in order
-    FixedBuffer<std::uint32_t, kFewWords> places_;  // of these, in the list
+    FixedBuffer<int, WordList::kFewWords> balance_;           // by place in the list
+    FixedBuffer<Utf16View, WordList::kFewWords> words_;       // of both texts, in order
+    FixedBuffer<std::uint32_t, WordList::kFewWords> places_;  // of these, in the list
     unsigned long const firstCount_;
     unsigned long const count_;
 };

@@ -72,6 +72,9 @@ public:
     // table: whoever asked takes another road.
     static constexpr std::uint32_t kNoRoom = ~std::uint32_t{0};
 
+    // So many stand in the list itself.
+    static constexpr unsigned long kFewWords = 32;
+
     // The most words that a list may be made for: every word has a slot and another one free.
     static constexpr unsigned long kMaxCapacity = 1UL << 30;
 
@@ -103,7 +106,6 @@ private:
         std::uint32_t mark;   // a hash of the word
         std::uint32_t place;  // in the list, from 1; 0 is a free slot
     };
-    static constexpr unsigned long kFewWords = 32;
     // Words that are not made to collide need fewer, a quarter of a million of them included.
     static constexpr unsigned kMaxProbes = 64;
 

@@ -34,8 +34,8 @@ unsigned long countUnits(std::span<unsigned long const> numbers) {
     return units;
 }
 
-// Writes the numbers, a comma behind each, over what the stream last held. To empty it instead is,
-// as some compilers inline it, a newer symbol than any other here.
+// Writes the numbers, a comma behind each, over what the stream last held. Emptying the stream
+// would, where a compiler inlines it, refer to a newer symbol than any other here.
 void hold(std::basic_stringstream<wchar_t>& stream, std::span<unsigned long const> numbers) {
     stream.clear();
     stream.seekp(0);

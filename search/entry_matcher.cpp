@@ -2,12 +2,14 @@
 // entry's distinct words without the exclusions; m is how many units of S the entry lacks.
 //
 //   S and the entry's units are within the limit                          match
+//   S is above the entry's units and the limit together                   no match
 //   m is above the limit                                                  no match
 //   W - S + m, found while the words are cut, is above the limit          no match
 //   the lengths of what is left settle it                                 either
 //   the distance of what is left
 //
-// compare/bag_distance.h tells why the second and third hold.
+// An entry that is likely too long is cut before the units that it lacks are counted.
+// compare/bag_distance.h tells why the third and fourth hold.
 #include "search/entry_matcher.h"
 
 #include <algorithm>
@@ -119,11 +121,17 @@ std::optional<unsigned short> EntryMatcher::neededUnit() {
     return orderedHistogram().rarest();
 }
 
-bool EntryMatcher::withRoom(Utf16View entry, unsigned short const* textEnd,
-                            unsigned long limit) const {
-    auto const roomier = std::make_unique<EntryMatcher>(searchText_, exclusions_, separator_,
-                                                        samples_, countWords(entry, 0));
-    return roomier->isMatch(entry, textEnd, limit);
+bool EntryMatcher::withRoom(Utf16View entry, unsigned short const* textEnd, unsigned long limit) {
+    unsigned long const words = countWords(entry, 0);
+    if (words <= entryWords_) return plainly(entry, limit);  // no list can have more room
+    if (!roomier_ || roomier_->entryWords_ < words) {
+        // Not by a little: a list takes in all exclusions and search words anew.
+        unsigned long const room = roomier_ ? std::max(words, 2 * roomier_->entryWords_) : words;
+        roomier_.reset();
+        roomier_ =
+            std::make_unique<EntryMatcher>(searchText_, exclusions_, separator_, samples_, room);
+    }
+    return roomier_->isMatch(entry, textEnd, limit);
 }
 
 // With a great limit few entries lack so many units, and a much longer entry is likely to lack
@@ -235,8 +243,7 @@ bool EntryMatcher::isLeftWithin(unsigned short const* textEnd, unsigned long lim
     unsigned long const rows = histogram_.size() - cancelledUnits_;
     unsigned long const units = countedUnits_ - cancelledUnits_;
     Pieces const entryLeft(words_.words().subspan(searchEnd_), units, textEnd);
-    if (std::max(rows, units) <= limit) return true;
-    if (std::max(rows, units) - std::min(rows, units) > limit) return false;
+    if (auto const answer = isWithinByLengths(limit, rows, units)) return *answer;
     Pieces const words = searchWords();
     auto const isPatternWithin = [&](auto& searchRows) {
         if (!searchRows) searchRows.emplace(words);
@@ -255,6 +262,8 @@ bool EntryMatcher::isLeftWithin(unsigned short const* textEnd, unsigned long lim
 // A hash that is new belongs to a word that is new, so this never counts a repeat, and an excluded
 // word neither.
 bool EntryMatcher::hasMoreUnits(Utf16View entry, unsigned long mostUnits) {
+    // They have to be marked anew for each entry.
+    if (exclusionsEnd_ > kEntryWords) return false;
     if (!hashes_) hashes_ = std::make_unique<Hashes>();
     hashes_->reset();
     auto const isNew = [this](Utf16View word) {

@@ -31,7 +31,7 @@ public:
 
     // `searchText` is the text's first section, of at most 1000 units. `samples` are texts of the
     // list, or empty; they make no difference to an answer. The list has room for `entryWords`
-    // words of an entry; one with more takes memory while it is looked at. All texts outlive this.
+    // words of an entry; one with more takes memory that is kept. All texts outlive this.
     EntryMatcher(Utf16View searchText, Utf16View exclusions, unsigned short separator,
                  std::span<Utf16View const> samples, unsigned long entryWords);
 
@@ -59,9 +59,9 @@ private:
     bool fillList();
     bool isHistogramUseful(Utf16View entry, unsigned long limit) const;
     UnitHistogram const& orderedHistogram();
-    // Cuts the entry into words, until more than `mostUnits` units of it count. Gives how many do,
-    // at least: a word with a fingerprint that was not seen is surely neither excluded nor a
-    // repeat.
+    // Cuts the entry into words, until more than `mostUnits` units of it count or there is no room
+    // (`hasRoom_`). Gives how many count, at least: a word with a fingerprint that was not seen is
+    // surely neither excluded nor a repeat.
     unsigned long cut(Utf16View entry, unsigned long mostUnits);
     Pieces searchWords() const {
         return {words_.words().subspan(exclusionsEnd_, cancelledBy_.size()), histogram_.size()};
@@ -77,8 +77,8 @@ private:
     bool isLeftWithin(unsigned short const* textEnd, unsigned long limit);
     // True when surely more than `mostUnits` units of the entry count. Takes any number of words.
     bool hasMoreUnits(Utf16View entry, unsigned long mostUnits);
-    // As isMatch, with room for all words of the entry.
-    bool withRoom(Utf16View entry, unsigned short const* textEnd, unsigned long limit) const;
+    // As isMatch, by a list with room for all words of the entry, which is kept for others.
+    bool withRoom(Utf16View entry, unsigned short const* textEnd, unsigned long limit);
     bool plainly(Utf16View entry, unsigned long limit);
 
     struct CutWord {
@@ -86,6 +86,7 @@ private:
         Fingerprint fingerprint;
     };
 
+    // Of words too many for the list: only which hashes came up.
     static constexpr unsigned long kHashes = 1UL << 17;
     using Hashes = std::bitset<kHashes>;
 
@@ -102,7 +103,7 @@ private:
     FingerprintSet ofListed_;  // exclusions and search words
     bool isListed_ = false;    // false when the exclusions or the search words found no room
 
-    bool isOrdered_ = false;                       // the histogram, when it is first used
+    bool isOrdered_ = false;                       // the histogram is, from its first use on
     UnitHistogram histogram_;                      // of the search words
     std::vector<unsigned long> cancelledBy_;       // by search word: the last entry that holds it
     std::optional<SearchRows<Rows64>> fewRows_;    // of up to 64 units of search words
@@ -121,5 +122,6 @@ private:
     std::vector<Utf16View> searchLeft_;
     BandedDistance banded_;
     std::unique_ptr<Hashes> hashes_;
+    std::unique_ptr<EntryMatcher> roomier_;
     std::optional<PlainSearch> plain_;
 };

@@ -1,7 +1,7 @@
 // The search as sets of words: the plain road, short, exact and allocating.
 //
-// It answers what the word list of the fast one cannot hold, so that the worst case stays
-// n log n, and it is what the fast one is held against.
+// It answers what the word list of the fast one cannot hold, so that looking up words takes n log n
+// at worst, and tests hold the fast one against it.
 #pragma once
 
 #include "compare/utf16_string.h"

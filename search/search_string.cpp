@@ -33,13 +33,14 @@ struct SearchInput {
 SearchInput decode(_tVariant const* params) {
     if (!haveTags(params, kStringSearchTags)) throw NearTextComparer::BadParameters;
     if (params[2].length != 1) throw NearTextComparer::BadParameters;
-    SearchInput const input{textOf(params[0]),      textOf(params[1]),      textOf(params[2])[0],
-                            params[3].value.uint32, params[4].value.uint32, params[5].value.uint32,
-                            textOf(params[6])};
+    SearchInput input{textOf(params[0]),      textOf(params[1]),      0,
+                      params[3].value.uint32, params[4].value.uint32, params[5].value.uint32,
+                      textOf(params[6])};
     if (input.percentShort > 100) throw NearTextComparer::BadParameters;
     if (input.searchText.size() > kMaxTextLength) throw NearTextComparer::StringTooLong;
     if (input.searchText.empty()) throw NearTextComparer::NothingToSearch;
     if (input.dictionary.empty()) throw NearTextComparer::NothingToSearch;
+    input.separator = textOf(params[2])[0];  // read no sooner than it is needed
     return input;
 }
 
@@ -71,11 +72,11 @@ private:
     unsigned long count_ = 0;
 };
 
-// One entry at a time, so that no memory grows with the dictionary.
+// One entry at a time, so that nothing but the matches grows with the dictionary.
 std::vector<unsigned long> findMatches(SearchInput const& in) {
     Section const search = searchSection(in.searchText);
     Samples const samples(in.dictionary);
-    // No list holds more words than every second unit starts.
+    // An entry has at most half as many words as the dictionary has units, rounded up.
     EntryMatcher matcher(search.text, in.exclusions, in.separator, samples,
                          std::min(EntryMatcher::kEntryWords, in.dictionary.size() / 2 + 1));
     Tolerance const ofShort(in.percentShort);

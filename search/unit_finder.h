@@ -14,7 +14,7 @@ public:
     UnitFinder(Utf16View text, unsigned short unit)
         : text_(text), isUnit_{unit}, bits_(bitsWhere(text, isUnit_)) {}
 
-    // `part` is one of the text. None begins, or ends, before the part in the call before did.
+    // `part` is one of the text; parts come in text order.
     bool isIn(Utf16View part) {
         auto const begin = static_cast<unsigned long>(part.data() - text_.data());
         unsigned long const end = begin + part.size();
