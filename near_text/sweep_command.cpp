@@ -200,7 +200,8 @@ Status sweep(Program& program, SweepOptions const& options) {
     if (interrupt.signal() == 0) {
         options.format.applyTo(program.output);
         Shape const shape(true, options.format.delimiter, {}, {});
-        program.output.write(options.format.format().table(shape, counts.rows()));
+        std::vector<Json> const rows = counts.rows();
+        program.output.write(options.format.format().table(shape, rows[0], rows));
         if (isWhole && !missing.empty()) {
             program.output.flush();
             std::size_t const text = *missing.begin();
