@@ -89,10 +89,11 @@ std::string usageError(CLI::App const& app, CLI::ParseError const& error) {
                               repeated->get_multi_option_policy() == CLI::MultiOptionPolicy::Throw;
         if (isSingle && repeated->count() > 1) return repeated->get_name() + ": is given twice";
     }
-    std::string const message = error.what();
-    bool const isValueMissing =
-        error.get_exit_code() == static_cast<int>(CLI::ExitCodes::ArgumentMismatch);
-    return isValueMissing ? message.substr(0, message.find(':')) + ": needs a value" : message;
+    std::string message = error.what();
+    if (error.get_exit_code() != static_cast<int>(CLI::ExitCodes::ArgumentMismatch)) return message;
+    std::string const name = message.substr(0, message.find_first_of(": "));
+    // Of a flag the parser tells the name without its dashes.
+    return name.starts_with('-') ? name + ": needs a value" : "--" + name + ": takes no value";
 }
 
 void refuseEmptyValues(CLI::App const& app) {

@@ -145,6 +145,7 @@ TEST(Program, AnswersAndReturnsAsGrepDoes) {
         {"match -t x -e x --zzz 5", "near_text: there is no option '--zzz'\n"},
         {"match -t x -e x --top 1x", "near_text: --top: Value 1x not in range"},
         {"match -t x -e x -p", "near_text: --percent: needs a value\n"},
+        {"match -t x -e x --best=3", "near_text: --best: takes no value\n"},
         {"match -t x -e x -p 1 -p 2", "near_text: --percent: is given twice"},
         {"match -t x -e x --encoding ''", "--encoding: is given without a value"},
         {"match -t x -e \"$(printf 'a\\nb')\"", "a\\x0Ab: No such file"},
