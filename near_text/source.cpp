@@ -21,12 +21,10 @@ void addColumns(CLI::App& command, std::string const& name, std::string const& k
         ->type_name("COLUMN")
         ->group(kGroup);
     if (!hasKeep) return;
-    command
-        .add_option(keepName, source.keep,
-                    "Columns of " + whose + " to carry over into the output, separated by commas")
-        ->type_name("COLUMNS")
-        ->delimiter(',')
-        ->allow_extra_args(false)
+    addCommaList(
+        command, keepName, [&source](auto const& columns) { source.keep = columns; },
+        "Columns of " + whose + " to carry over into the output, separated by commas")
+        .type_name("COLUMNS")
         ->group(kGroup);
 }
 
