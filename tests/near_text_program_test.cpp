@@ -138,6 +138,7 @@ TEST(Program, AnswersAndReturnsAsGrepDoes) {
         {"sweep -t x -e x -p 80,80", "--percent: 80 is given twice"},
         {"sweep -t x -e x -p 80,,70", "--percent: '80,,70' has a comma without a value"},
         {"sweep -t x -e x -p 80,101", "--percent: '101' is no"},
+        {"match -t x -e x --entry-column 1 --entry-delimiter ab", "--entry-delimiter: 'ab' is nei"},
         {"match -t x --text-column 1 --keep , -e x", "--keep: ',' has a comma without a value"},
         {"match -t - -e /dev/null", "/dev/null contains no entries"},
         {"mtch -t x", "there is no command 'mtch'; did you mean match?"},
