@@ -145,6 +145,7 @@ TEST(Program, AnswersAndReturnsAsGrepDoes) {
         {"--verson", "there is no option '--verson'; did you mean --version?"},
         {"match -t x --entrys x", "; did you mean --entries?"},
         {"match -t x -e x --tresh=5", "no option '--tresh'; did you mean --threshold?"},
+        {"match -V", "near_text: -V: is for near_text without a command\n"},
         {"--jobs 3 match -t x -e x", "--jobs: goes behind the command, match"},
         {"match -t x -e x --zzz 5", "near_text: there is no option '--zzz'\n"},
         {"match -t x -e x --top 1x", "near_text: --top: Value 1x not in range"},
