@@ -440,6 +440,9 @@ TEST(Program, FindsThePairsOfAList) {
     Outcome const groups = run("duplicates -g -P -f csv -", "Ab\nx\nab!\n\nX\nzz\n");
     EXPECT_EQ(groups.output, "group,line,text\n1,1,Ab\n1,3,ab!\n2,2,x\n2,5,X\n");
     EXPECT_EQ(run("duplicates -g -f csv -", "a\n").output, "group,line,text\n");
+    // Only behind a separator is the first line long enough to be found.
+    EXPECT_EQ(run("duplicates -p 85 -g -f csv -", "jaw\naw\n").output,
+              "group,line,text\n1,1,jaw\n1,2,aw\n");
     // What the user says counts for more than the name, and no two columns have one name.
     std::string const table = fileOf("kept.tsv", "group;t;index\nx;a;1\ny;a;2\n");
     EXPECT_EQ(run("duplicates -g -f tsv -d ';' --text-column t --keep group,index " + table).output,
