@@ -47,6 +47,13 @@ std::vector<Match> pairs(Matcher& matcher, EntryList const& list, Percentages pe
     return matches;
 }
 
+Json groupRow(std::size_t group, Entry const& entry, Shape const& shape) {
+    Json row = {{"group", group}, {"line", entry.place}, {"text", entry.text}};
+    for (std::size_t i = 0; i < shape.textColumns.size(); ++i)
+        row[shape.textColumns[i]] = entry.kept[i];
+    return row;
+}
+
 // What cannot be encoded is left empty, and `complainOf` is told.
 std::vector<Json> groupRows(
     Groups& groups, EntryList const& list, Shape const& shape, Output const& output,
@@ -57,9 +64,7 @@ std::vector<Json> groupRows(
         ++number;
         for (std::size_t const index : group) {
             Entry const& entry = list.entries[index];
-            Json row = {{"group", number}, {"line", entry.place}, {"text", entry.text}};
-            for (std::size_t i = 0; i < shape.textColumns.size(); ++i)
-                row[shape.textColumns[i]] = entry.kept[i];
+            Json row = groupRow(number, entry, shape);
             try {
                 output.requireEncodable(row.dump());
             } catch (stand_in_host::NotText const& error) {
@@ -126,7 +131,8 @@ Status duplicates(Program& program, DuplicatesOptions const& options) {
             status = Status::Error;
         };
         program.output.write(
-            format.table(shape, groupRows(groups, list, shape, program.output, complainOf)));
+            format.table(shape, groupRow(0, list.entries[0], shape),
+                         groupRows(groups, list, shape, program.output, complainOf)));
     }
     return status;
 }

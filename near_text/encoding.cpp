@@ -184,7 +184,7 @@ void Decoder::convert(std::string_view bytes, bool isLast, std::string& utf8) {
             hint = suspicion.hintAfter(bytes);
             isSuspicious = hint.empty();
             if (!isSuspicious && !hasAppended) {
-                throw std::runtime_error(hint + "; --encoding utf-8 takes it line by line");
+                throw std::runtime_error(hint + "; --encoding utf-8 tells where it is not");
             }
         }
         utf8 += bytes;

@@ -32,6 +32,7 @@ void addHelp(Program& program) {
     auto const name = std::make_shared<std::string>();
     auto const isManPage = std::make_shared<bool>(false);
     CLI::App& command = *program.app.add_subcommand("help", "Explain a command");
+    command.footer("");  // that of the program would come down
     command.add_option("COMMAND", *name, "The command. Default: the program as a whole")
         ->type_name("");
     command.add_flag("--man", *isManPage, "Print the source of the man page instead");

@@ -65,12 +65,12 @@ std::string textFailure(Shape const& shape, TextRow const& row, std::string cons
 }
 
 // Numbers to the right, words to the left.
-std::string textTable(Shape const& /*shape*/, std::vector<Json> const& rows) {
+std::string textTable(Shape const& /*shape*/, Json const& like, std::vector<Json> const& rows) {
     if (rows.empty()) return {};
     std::vector<bool> isRight;
-    for (auto const& value : rows[0])
+    for (auto const& value : like)
         isRight.push_back(!value.is_string());
-    std::vector<Cells> lines = {keysOf(rows[0])};
+    std::vector<Cells> lines = {keysOf(like)};
     for (Json const& row : rows) {
         lines.push_back(cellsOf(row));
         for (std::string& cell : lines.back())
@@ -146,9 +146,8 @@ std::string tableFailure(Shape const& shape, TextRow const& row, std::string con
 }
 
 template <RowText rowText>
-std::string anyTable(Shape const& shape, std::vector<Json> const& rows) {
-    if (rows.empty()) return {};
-    std::string text = rowText(shape, keysOf(rows[0]));
+std::string anyTable(Shape const& shape, Json const& like, std::vector<Json> const& rows) {
+    std::string text = rowText(shape, keysOf(like));
     for (Json const& row : rows)
         text += rowText(shape, cellsOf(row));
     return text;
@@ -193,7 +192,7 @@ std::string jsonFailure(Shape const& shape, TextRow const& row, std::string cons
     return dumped(object) + '\n';
 }
 
-std::string jsonTable(Shape const& /*shape*/, std::vector<Json> const& rows) {
+std::string jsonTable(Shape const& /*shape*/, Json const& /*like*/, std::vector<Json> const& rows) {
     std::string text;
     for (Json const& row : rows)
         text += dumped(row) + '\n';

@@ -51,8 +51,8 @@ struct Format {
     std::string (*matches)(Shape const& shape, TextRow const& row, EntryList const& list,
                            std::vector<Match> const& matches);
     std::string (*failure)(Shape const& shape, TextRow const& row, std::string const& error);
-    // Any other table: objects with the same keys.
-    std::string (*table)(Shape const& shape, std::vector<Json> const& rows);
+    // Any other table: objects with the keys of `like`, of which a heading is made.
+    std::string (*table)(Shape const& shape, Json const& like, std::vector<Json> const& rows);
 };
 
 // Throws std::out_of_range.

@@ -53,6 +53,7 @@ Status runProgram(int argc, char** argv) {
                "--percent 60 --best"}});
     app.formatter(std::make_shared<HelpFormat>());
     app.require_subcommand(1);
+    app.option_defaults()->disable_flag_override();  // --best=3 is not --best
     program.library = defaultLibrary();
     program.addCommonOptions(app);
     // Read after the option that names the library.

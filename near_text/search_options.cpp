@@ -2,6 +2,7 @@
 
 #include <charconv>
 #include <limits>
+#include <sstream>
 
 #include "near_text/commands.h"
 
@@ -19,6 +20,27 @@ CLI::Validator percentCheck() {
                                 : '\'' + text + "' is not a whole number from 0 to 100";
         },
         "");
+}
+
+// The parser would leave out an empty value, as a variable of a script that is not set makes it.
+CLI::Option& addCommaList(CLI::App& command, std::string const& name,
+                          std::function<void(std::vector<std::string> const& values)> take,
+                          std::string const& text) {
+    auto const split = [shown = name.substr(name.find("--")),
+                        take = std::move(take)](std::vector<std::string> const& lists) {
+        std::vector<std::string> values;
+        for (std::string const& list : lists) {
+            bool const isLacking = (',' + list + ',').find(",,") != std::string::npos;
+            if (isLacking && !list.empty())
+                refuse(shown, '\'' + list + "' has a comma without a value");
+            std::istringstream stream(list);
+            for (std::string value; std::getline(stream, value, ',');)
+                values.push_back(value);
+        }
+        take(values);
+    };
+    return *command.add_option_function<std::vector<std::string>>(name, split, text)
+                ->allow_extra_args(false);
 }
 
 void refuse(std::string const& option, std::string const& reason) {

@@ -2,8 +2,10 @@
 #pragma once
 
 #include <CLI/App.hpp>
+#include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "near_text/matches.h"
 #include "near_text/preparation.h"
@@ -14,6 +16,11 @@ constexpr int kDefaultPercent = 80;
 
 // For options that take a percentage.
 CLI::Validator percentCheck();
+
+// An option of values that stand in one argument with commas between them, or are given one by one.
+CLI::Option& addCommaList(CLI::App& command, std::string const& name,
+                          std::function<void(std::vector<std::string> const& values)> take,
+                          std::string const& text);
 
 // An option that would do nothing, with the reason. Throws CLI::ValidationError.
 [[noreturn]] void refuse(std::string const& option, std::string const& reason);

@@ -11,6 +11,21 @@ namespace {
 
 constexpr char const* kGroup = "Files";
 
+// With the name of the option, of which there are two.
+CLI::Validator delimiterCheck() {
+    return CLI::Validator(
+        [](std::string const& name) {
+            try {
+                // That nothing is given is told of all options in one way.
+                if (!name.empty()) delimiterOf(name);
+            } catch (std::runtime_error const& error) {
+                return std::string(error.what());
+            }
+            return std::string();
+        },
+        "");
+}
+
 void addColumns(CLI::App& command, std::string const& name, std::string const& keepName,
                 std::string const& whose, Source& source, bool hasKeep) {
     command
@@ -21,12 +36,10 @@ void addColumns(CLI::App& command, std::string const& name, std::string const& k
         ->type_name("COLUMN")
         ->group(kGroup);
     if (!hasKeep) return;
-    command
-        .add_option(keepName, source.keep,
-                    "Columns of " + whose + " to carry over into the output, separated by commas")
-        ->type_name("COLUMNS")
-        ->delimiter(',')
-        ->allow_extra_args(false)
+    addCommaList(
+        command, keepName, [&source](auto const& columns) { source.keep = columns; },
+        "Columns of " + whose + " to carry over into the output, separated by commas")
+        .type_name("COLUMNS")
         ->group(kGroup);
 }
 
@@ -76,6 +89,7 @@ void SourceOptions::addReading(CLI::App& command) {
             "and \\r are read as the format tsv writes them. Default: a comma; tabs in files named "
             ".tsv")
         ->type_name("C")
+        ->check(delimiterCheck())
         ->group(kGroup);
     command
         .add_option("--encoding", reading.encoding,
@@ -88,6 +102,7 @@ void SourceOptions::addReading(CLI::App& command) {
         .add_option("--entry-delimiter", entries.delimiter,
                     "What separates the columns of the entries, if it differs")
         ->type_name("C")
+        ->check(delimiterCheck())
         ->group(kGroup);
     command
         .add_option("--entry-encoding", entries.file.encoding,

@@ -18,11 +18,25 @@ namespace {
 struct SweepOptions {
     SourceOptions sources;
     SearchOptions search;
-    std::vector<int> percents = {95, 90, 85, 80, 75, 70, 65, 60, 55, 50};
+    std::vector<int> percents = {50, 55, 60, 65, 70, 75, 80, 85, 90, 95};  // ascending
     std::string pairsFile;
     FormatOptions format;
     JobOptions jobs;
 };
+
+// Ascending. Throws CLI::ValidationError.
+std::vector<int> percentsOf(std::vector<std::string> const& values) {
+    std::vector<int> percents;
+    for (std::string const& value : values) {
+        std::string const fault = percentCheck()(value);
+        if (!fault.empty()) refuse("--percent", fault);
+        percents.push_back(std::stoi(value));
+    }
+    std::sort(percents.begin(), percents.end());
+    auto const twice = std::adjacent_find(percents.begin(), percents.end());
+    if (twice != percents.end()) refuse("--percent", std::to_string(*twice) + " is given twice");
+    return percents;
+}
 
 using Pair = std::pair<std::size_t, std::size_t>;  // lines of the text and of the entry
 
@@ -200,7 +214,8 @@ Status sweep(Program& program, SweepOptions const& options) {
     if (interrupt.signal() == 0) {
         options.format.applyTo(program.output);
         Shape const shape(true, options.format.delimiter, {}, {});
-        program.output.write(options.format.format().table(shape, counts.rows()));
+        std::vector<Json> const rows = counts.rows();
+        program.output.write(options.format.format().table(shape, rows[0], rows));
         if (isWhole && !missing.empty()) {
             program.output.flush();
             std::size_t const text = *missing.begin();
@@ -233,13 +248,11 @@ void addSweep(Program& program) {
     options->sources.addEntries(command, false);
     command.get_option("--entries")->required();
     options->sources.addReading(command);
-    command
-        .add_option("-p,--percent", options->percents,
-                    "Percentages, separated by commas. Default: 95 to 50 in steps of 5")
-        ->type_name("PERCENTS")
-        ->delimiter(',')
-        ->allow_extra_args(false)
-        ->check(percentCheck())
+    addCommaList(
+        command, "-p,--percent",
+        [options](auto const& values) { options->percents = percentsOf(values); },
+        "Percentages, separated by commas. Default: 95 to 50 in steps of 5")
+        .type_name("PERCENTS")
         ->group("Which entries match");
     command
         .add_option(
@@ -254,11 +267,6 @@ void addSweep(Program& program) {
     command.callback([&program, options] {
         options->sources.settle(options->format);
         options->search.settle();
-        std::vector<int>& percents = options->percents;
-        std::sort(percents.begin(), percents.end());
-        auto const twice = std::adjacent_find(percents.begin(), percents.end());
-        if (twice != percents.end())
-            refuse("--percent", std::to_string(*twice) + " is given twice");
         program.command = [&program, options] { return sweep(program, *options); };
     });
 }

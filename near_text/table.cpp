@@ -58,7 +58,7 @@ char delimiterOf(std::string const& name) {
     if (name == "tab" || name == "\\t" || name == "\t") return '\t';
     bool const isUsable = name.size() == 1 && name[0] >= ' ' && name[0] < 127 && name[0] != '"';
     if (!isUsable) {
-        throw std::runtime_error("--delimiter: '" + onOneLine(name) +
+        throw std::runtime_error('\'' + onOneLine(name) +
                                  "' is neither one ASCII character nor tab");
     }
     return name[0];

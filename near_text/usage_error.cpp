@@ -52,10 +52,12 @@ std::string optionMeant(CLI::App const& command, std::string const& word) {
 }
 
 // "--tresh" or "--tresh=5", as the user gave it.
-std::string unknownOption(CLI::App const& command, std::string const& given) {
+std::string unknownOption(CLI::App const& app, CLI::App const& command, std::string const& given) {
     std::string const option = given.substr(0, given.find('='));
     if (command.get_option_no_throw(option) != nullptr)
         return option + ": goes behind the command, " + command.get_name();
+    if (app.get_option_no_throw(option) != nullptr)
+        return option + ": is for " + app.get_name() + " without a command";
     bool const isLong = option.starts_with("--");
     std::string const meant = isLong ? optionMeant(command, option.substr(2)) : "";
     return "there is no option '" + option + "'" +
@@ -83,16 +85,17 @@ std::string usageError(CLI::App const& app, CLI::ParseError const& error) {
     auto const word = std::find_if_not(unknown.begin(), unknown.end(), isOption);
     if (&command == &app && word != unknown.end()) return unknownCommand(app, *word);
     auto const option = std::find_if(unknown.begin(), unknown.end(), isOption);
-    if (option != unknown.end()) return unknownOption(command, *option);
+    if (option != unknown.end()) return unknownOption(app, command, *option);
     for (CLI::Option const* repeated : command.get_options()) {
         bool const isSingle = repeated->get_items_expected_max() == 1 &&
                               repeated->get_multi_option_policy() == CLI::MultiOptionPolicy::Throw;
         if (isSingle && repeated->count() > 1) return repeated->get_name() + ": is given twice";
     }
-    std::string const message = error.what();
-    bool const isValueMissing =
-        error.get_exit_code() == static_cast<int>(CLI::ExitCodes::ArgumentMismatch);
-    return isValueMissing ? message.substr(0, message.find(':')) + ": needs a value" : message;
+    std::string message = error.what();
+    if (error.get_exit_code() != static_cast<int>(CLI::ExitCodes::ArgumentMismatch)) return message;
+    std::string const name = message.substr(0, message.find_first_of(": "));
+    // Of a flag the parser tells the name without its dashes.
+    return name.starts_with('-') ? name + ": needs a value" : "--" + name + ": takes no value";
 }
 
 void refuseEmptyValues(CLI::App const& app) {

@@ -97,7 +97,7 @@ TEST(Encoding, TellsOnceWhatAFileLooksLike) {
         std::string const hint =
             "looks like " + encoding + ", not UTF-8: --encoding " + encoding + " reads it";
         EXPECT_EQ(messageOf([&] { decoded("", bytes, 1 << 16); }),
-                  hint + "; --encoding utf-8 takes it line by line");
+                  hint + "; --encoding utf-8 tells where it is not");
         // Too late to break off.
         Decoder decoder("");
         std::string all;

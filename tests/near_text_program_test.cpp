@@ -135,16 +135,22 @@ TEST(Program, AnswersAndReturnsAsGrepDoes) {
         {"sweep -t x -e " + two + " --pairs " + fileOf("p2", "1\t0\n"), "p2:1: '0' is not a line"},
         {"sweep -t x -e " + two + " --pairs " + fileOf("p3", "1,2\n9,3\n"),
          "p3:2: there is no entry"},
-        {"sweep -t x -e " + two + " -p 80,80", "--percent: 80 is given twice"},
+        {"sweep -t x -e x -p 80,80", "--percent: 80 is given twice"},
+        {"sweep -t x -e x -p 80,,70", "--percent: '80,,70' has a comma without a value"},
+        {"sweep -t x -e x -p 80,101", "--percent: '101' is no"},
+        {"match -t x -e x --entry-column 1 --entry-delimiter ab", "--entry-delimiter: 'ab' is nei"},
+        {"match -t x --text-column 1 --keep , -e x", "--keep: ',' has a comma without a value"},
         {"match -t - -e /dev/null", "/dev/null contains no entries"},
         {"mtch -t x", "there is no command 'mtch'; did you mean match?"},
         {"--verson", "there is no option '--verson'; did you mean --version?"},
         {"match -t x --entrys x", "; did you mean --entries?"},
         {"match -t x -e x --tresh=5", "no option '--tresh'; did you mean --threshold?"},
+        {"match -V", "near_text: -V: is for near_text without a command\n"},
         {"--jobs 3 match -t x -e x", "--jobs: goes behind the command, match"},
         {"match -t x -e x --zzz 5", "near_text: there is no option '--zzz'\n"},
         {"match -t x -e x --top 1x", "near_text: --top: Value 1x not in range"},
         {"match -t x -e x -p", "near_text: --percent: needs a value\n"},
+        {"match -t x -e x --best=3", "near_text: --best: takes no value\n"},
         {"match -t x -e x -p 1 -p 2", "near_text: --percent: is given twice"},
         {"match -t x -e x --encoding ''", "--encoding: is given without a value"},
         {"match -t x -e \"$(printf 'a\\nb')\"", "a\\x0Ab: No such file"},
@@ -433,6 +439,10 @@ TEST(Program, FindsThePairsOfAList) {
     }
     Outcome const groups = run("duplicates -g -P -f csv -", "Ab\nx\nab!\n\nX\nzz\n");
     EXPECT_EQ(groups.output, "group,line,text\n1,1,Ab\n1,3,ab!\n2,2,x\n2,5,X\n");
+    EXPECT_EQ(run("duplicates -g -f csv -", "a\n").output, "group,line,text\n");
+    // Only behind a separator is the first line long enough to be found.
+    EXPECT_EQ(run("duplicates -p 85 -g -f csv -", "jaw\naw\n").output,
+              "group,line,text\n1,1,jaw\n1,2,aw\n");
     // What the user says counts for more than the name, and no two columns have one name.
     std::string const table = fileOf("kept.tsv", "group;t;index\nx;a;1\ny;a;2\n");
     EXPECT_EQ(run("duplicates -g -f tsv -d ';' --text-column t --keep group,index " + table).output,
