@@ -26,7 +26,7 @@
 
 class EntryMatcher {
 public:
-    // Few entries have more words.
+    // Few entries have more words; those that have are cut again when their words cancel.
     static constexpr unsigned long kEntryWords = 256;
 
     // `searchText` is the text's first section, of at most 1000 units. `samples` are texts of the
