@@ -71,12 +71,14 @@ bool areSurelyFurther(TextMeasures const& first, TextMeasures const& second, uns
                       bool isDistanceNext) {
     auto const [fewer, more] = std::minmax(first.wordUnits, second.wordUnits);
     if (more - fewer > limit) return true;
+    // The distance of short texts is known as soon as a bound that lets many through.
+    constexpr unsigned long kVeryFewEdits = 4;
+    if (isDistanceNext && fewer <= MatchVector<Rows64>::kRows && limit > kVeryFewEdits)
+        return false;
     if (limit <= kFewEdits) {
         return !beginOrEndAlike<2>(first.text, second.text) &&
                exceedsBucketDifference(first, second, limit);
     }
-    // The distance of short texts is known as soon as this.
-    if (isDistanceNext && fewer <= MatchVector<Rows64>::kRows) return false;
     return !beginOrEndAlike<8>(first.text, second.text) && exceedsBagDistance(first, second, limit);
 }
 
