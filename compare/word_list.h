@@ -72,7 +72,7 @@ public:
     // table: whoever asked takes another road.
     static constexpr std::uint32_t kNoRoom = ~std::uint32_t{0};
 
-    // So many stand in the list itself.
+    // So many need no memory of the heap.
     static constexpr unsigned long kFewWords = 32;
 
     // The most words that a list may be made for: every word has a slot and another one free.

@@ -1,4 +1,4 @@
-// The component object: its lending, its call entry and its language.
+// The component object: the objects it borrows, its call entry and its language.
 #include "host/near_text_comparer.h"
 
 #include <cwchar>

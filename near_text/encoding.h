@@ -32,7 +32,7 @@ struct Nulls {
 //
 // UTF-16 shows by NULs at every other place, an encoding of bytes by more bytes that are no UTF-8
 // than characters that are; Russian ones differ in their letters. A few stray bytes do not
-// make it: they are for the line they stand in.
+// make it: they are for the line that holds them.
 class Suspicion {
 public:
     // The message for the user, with the option that reads such a file; empty as long as it may

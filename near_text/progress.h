@@ -25,7 +25,7 @@ public:
     // One more line is done. Draws, a few times a second.
     void step();
     // Take the line away until the next step, so that a message, or output if it goes to a terminal
-    // too, can stand in its place.
+    // too, can take its place.
     void clear();
     void clearForOutput();
 

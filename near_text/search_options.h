@@ -17,7 +17,7 @@ constexpr int kDefaultPercent = 80;
 // For options that take a percentage.
 CLI::Validator percentCheck();
 
-// An option of values that stand in one argument with commas between them, or are given one by one.
+// An option whose values are given in one argument, with commas between them, or one by one.
 CLI::Option& addCommaList(CLI::App& command, std::string const& name,
                           std::function<void(std::vector<std::string> const& values)> take,
                           std::string const& text);

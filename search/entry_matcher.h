@@ -1,6 +1,6 @@
 // Holds the entries of a list against one search text.
 //
-// All words stand in one list, one behind the other, and their place tells what they are:
+// All words are in one list, one behind the other, and their place tells what they are:
 //
 //   | exclusions | words of the search text | left-over words of the entry at hand |
 //                                            '- cut back after each entry
