@@ -20,6 +20,7 @@ std::vector<std::u16string> searchTexts() {
     std::stable_sort(all.begin(), all.end(),
                      [](auto const& a, auto const& b) { return a.size() < b.size(); });
     std::vector<std::u16string> texts;
+    texts.reserve(kSearchTexts);
     for (unsigned i = 0; i < kSearchTexts; ++i)
         texts.push_back(mistyped(all[(2 * i + 1) * kEntries / (2 * kSearchTexts)], 30, i));
     return texts;

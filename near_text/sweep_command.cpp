@@ -63,16 +63,19 @@ Pairs readPairs(TextFile const& file, EntryList const& list) {
     table.column("2");
     bool isFirst = true;
     for (Row row; table.next(row); isFirst = false) {
-        auto const refuseRow = [&](std::string const& reason) {
-            throw std::runtime_error(table.place(row) + reason);
+        auto const refusal = [&](std::string const& reason) {
+            return std::runtime_error(table.place(row) + reason);
         };
-        if (!row.fault.empty()) refuseRow(row.fault);
+        if (!row.fault.empty()) throw refusal(row.fault);
         auto const text = lineNumber(row.fields[0]);
         auto const entry = lineNumber(row.fields[1]);
         if (isFirst && !text && !entry) continue;
-        if (!text || !entry) refuseRow('\'' + row.fields[text ? 1 : 0] + "' is not a line number");
-        if (!hasEntryAt(list, *entry))
-            refuseRow("there is no entry in line " + std::to_string(*entry));
+        if (!text || !entry) {
+            throw refusal('\'' + row.fields[text ? 1 : 0] + "' is not a line number");
+        }
+        if (!hasEntryAt(list, *entry)) {
+            throw refusal("there is no entry in line " + std::to_string(*entry));
+        }
         pairs.emplace(Pair(*text, *entry), row.line);
     }
     if (pairs.empty()) throw std::runtime_error(shownName(file.name) + " contains no pairs");

@@ -77,6 +77,7 @@ bool failNth(long n, Call const& call) {
     try {
         call();
     } catch (std::bad_alloc const&) {
+        failAt = -1;
     }
     bool const hasFailed = failAt < 0;
     failAt = -1;
