@@ -26,17 +26,11 @@ unsigned long countDigits(unsigned long number) {
     return digits;
 }
 
-// The units of the numbers as text, the comma or the terminator behind each included.
-unsigned long countUnits(std::span<unsigned long const> numbers) {
-    unsigned long units = 0;
-    for (unsigned long const number : numbers)
-        units += countDigits(number) + 1;
-    return units;
-}
-
-// Writes the numbers, a comma behind each, over what the stream last held. Emptying the stream
-// would, where a compiler inlines it, refer to a newer symbol than any other here.
-void hold(std::basic_stringstream<wchar_t>& stream, std::span<unsigned long const> numbers) {
+// Writes the numbers, a comma behind each, over what the stream last held, and gives the number of
+// characters. Emptying the stream would, where a compiler inlines it, refer to a newer symbol than
+// any other here.
+std::streamoff hold(std::basic_stringstream<wchar_t>& stream,
+                    std::span<unsigned long const> numbers) {
     stream.clear();
     stream.seekp(0);
     stream.seekg(0);
@@ -44,6 +38,7 @@ void hold(std::basic_stringstream<wchar_t>& stream, std::span<unsigned long cons
         stream << number;
         stream.rdbuf()->sputc(kComma);  // much less work than another <<
     }
+    return stream.tellp();
 }
 
 // True when the manager put a block into `*out`. One that claims success and touches nothing must
@@ -62,7 +57,9 @@ bool allocateResult(HostMemoryManager* manager, _tVariant::Value& out, unsigned 
 
 bool NearTextComparer::createReturnString(_tVariant* ret,
                                           std::vector<unsigned long> const& indices) {
-    unsigned long const total = countUnits(indices);
+    unsigned long total = 0;  // units, the comma or the terminator behind each number included
+    for (unsigned long const index : indices)
+        total += countDigits(index) + 1;
     if (!allocateResult(memManager, ret->value, total * sizeof(unsigned short))) {
         reportFailure(InternalError);
         return false;
@@ -72,9 +69,9 @@ bool NearTextComparer::createReturnString(_tVariant* ret,
     unsigned long end = 0;
     for (unsigned long i = 0; i < indices.size(); i += kNumbersHeld) {
         auto const some = std::span(indices).subspan(i, std::min(kNumbersHeld, indices.size() - i));
-        hold(numberStream, some);
-        unsigned long const units = countUnits(some);
-        numberStream.read(wide.data(), static_cast<std::streamsize>(units));
+        std::streamoff const held = hold(numberStream, some);
+        numberStream.read(wide.data(), held);
+        auto const units = static_cast<unsigned long>(held);
         narrowInto(text + end, wide.data(), units);
         end += units;
     }

@@ -46,7 +46,8 @@ EntryMatcher::EntryMatcher(Utf16View searchText, Utf16View exclusions, unsigned 
       entryWords_(entryWords),
       words_(std::min(countWords(exclusions, separator) + countWords(searchText, 0) + entryWords,
                       WordList::kMaxCapacity)),
-      entry_(std::min(entryWords, kEntryWords)) {
+      cutRoom_(std::min(entryWords, kEntryWords)),
+      entry_(cutRoom_) {
     assert(searchText.size() <= kMaxTextLength);
     isListed_ = fillList();
 }
@@ -149,7 +150,7 @@ unsigned long EntryMatcher::cut(Utf16View entry, unsigned long mostUnits) {
     cutWords_ = 0;
     hasRoom_ = true;
     forEachWordWhile(entry, [&](Utf16View word) {
-        hasRoom_ = cutWords_ < std::min(entryWords_, kEntryWords);
+        hasRoom_ = cutWords_ < cutRoom_;
         if (!hasRoom_) return false;
         Fingerprint const own = fingerprintOf(word);
         entry_[cutWords_++] = {word, own};

@@ -110,7 +110,8 @@ private:
     std::optional<SearchRows<Rows128>> moreRows_;  // of up to 128
 
     // Of the entry at hand.
-    FixedBuffer<CutWord, 1> entry_;  // its words, repeats included
+    unsigned long const cutRoom_;    // words of it that can be held
+    FixedBuffer<CutWord, 1> entry_;  // these, repeats included
     unsigned long cutWords_ = 0;
     unsigned long cutUnits_ = 0;
     FingerprintSet toLookUp_;  // those of listed words, and those that two words of it have
