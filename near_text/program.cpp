@@ -7,6 +7,7 @@
 #include "host_client/library_file.h"
 #include "near_text/commands/commands.h"
 #include "near_text/input/text_codec.h"
+#include "near_text/messages/messages.h"
 #include "near_text/options/help_format.h"
 #include "near_text/options/usage_error.h"
 

@@ -4,6 +4,7 @@
 
 #include "near_text/commands/commands.h"
 #include "near_text/input/source.h"
+#include "near_text/messages/messages.h"
 #include "near_text/options/search_options.h"
 #include "near_text/output/explanation_text.h"
 #include "near_text/run/run.h"
