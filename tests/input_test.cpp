@@ -1,4 +1,4 @@
-#include "near_text/input/input.h"
+#include "near_text/input/line_reader.h"
 
 #include "near_text/messages/messages.h"
 #include "tests/test_support.h"
