@@ -2,8 +2,6 @@
 
 #include <filesystem>
 
-#include "near_text/input/text_codec.h"
-
 namespace near_text {
 
 namespace {

@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "near_text/input/text_codec.h"
 #include "near_text/input/text_input.h"
 
 namespace near_text {

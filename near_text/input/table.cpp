@@ -4,7 +4,6 @@
 #include <charconv>
 #include <stdexcept>
 
-#include "near_text/input/text_codec.h"
 #include "near_text/messages/messages.h"
 
 namespace near_text {
