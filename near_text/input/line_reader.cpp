@@ -1,6 +1,7 @@
 #include "near_text/input/line_reader.h"
 
 #include <filesystem>
+#include <stdexcept>
 
 namespace near_text {
 
@@ -19,7 +20,25 @@ bool continuesCharacter(char byte) {
 LineReader::LineReader(TextFile const& file, std::size_t longest, int wakeDescriptor)
     : input_(file, wakeDescriptor), longest_(longest) {}
 
+void LineReader::chooseLineEnd() {
+    constexpr std::size_t kEnough = 1 << 16;
+    std::size_t feed = std::string::npos;
+    try {
+        for (std::size_t looked = 0; feed == std::string::npos && looked < kEnough;) {
+            if (!input_.read(buffer_)) break;
+            feed = buffer_.find('\n', looked);
+            looked = buffer_.size();
+        }
+    } catch (std::runtime_error const&) {
+        fault_ = std::current_exception();
+    }
+    // One at the end may belong to a line feed that is still to come.
+    bool const hasReturn = buffer_.find('\r') < buffer_.size() - 1;
+    lineEnd_ = feed == std::string::npos && hasReturn ? '\r' : '\n';
+}
+
 bool LineReader::refill() {
+    if (fault_) std::rethrow_exception(fault_);
     buffer_.clear();
     position_ = 0;
     return input_.read(buffer_);
@@ -42,10 +61,11 @@ void LineReader::cut(std::string& text) const {
 }
 
 bool LineReader::next(Line& line) {
+    if (lineEnd_ == '\0') chooseLineEnd();
     line.text.clear();
     bool isEnded = false;
     while (!isEnded && (position_ < buffer_.size() || refill())) {
-        std::size_t const end = buffer_.find('\n', position_);
+        std::size_t const end = buffer_.find(lineEnd_, position_);
         isEnded = end != std::string::npos;
         append(line.text, std::string_view(buffer_).substr(position_, end - position_));
         position_ = isEnded ? end + 1 : buffer_.size();

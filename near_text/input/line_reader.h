@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <exception>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -20,7 +21,9 @@ struct Line {
 
 // Lines one at a time, each as soon as it is complete. A line ends with a line feed or with
 // carriage return and line feed, which are no part of it; the last may lack its end. Neither is a
-// byte order mark ahead of the first. Throws as TextInput.
+// byte order mark ahead of the first. In a file that begins with 64 KiB, or ends, without a line
+// feed carriage returns alone end lines. Throws as TextInput, once all lines ahead of the fault are
+// taken.
 class LineReader {
 public:
     // Of a line above `longest` bytes only so much is kept, cut between two characters.
@@ -40,6 +43,7 @@ public:
     std::optional<double> share() const;
 
 private:
+    void chooseLineEnd();
     bool refill();
     void append(std::string& text, std::string_view bytes) const;
     void cut(std::string& text) const;
@@ -49,6 +53,8 @@ private:
     std::size_t number_ = 0;
     std::string buffer_;
     std::size_t position_ = 0;  // in the buffer
+    char lineEnd_ = '\0';       // once it is chosen
+    std::exception_ptr fault_;  // behind the buffer
 };
 
 // Throws NotText when the line has a fault, is not valid UTF-8 or contains a NUL.
