@@ -12,19 +12,23 @@ namespace near_text {
 
 namespace {
 
+using namespace std::string_view_literals;
+
 struct Mark {
     std::string_view bytes;
     char const* encoding;
 };
-constexpr Mark kMarks[] = {
-    {"\xEF\xBB\xBF", "utf-8"}, {"\xFF\xFE", "utf-16le"}, {"\xFE\xFF", "utf-16be"}};
+// One that begins as another does stands ahead of it.
+constexpr Mark kMarks[] = {{"\xEF\xBB\xBF", "utf-8"},
+                           {"\xFF\xFE\0\0"sv, "utf-32le"},
+                           {"\0\0\xFE\xFF"sv, "utf-32be"},
+                           {"\xFF\xFE", "utf-16le"},
+                           {"\xFE\xFF", "utf-16be"}};
 
 }  // namespace
 
 Decoder::Decoder(std::string const& encoding) : isGuessed_(encoding.empty()) {
     open(encoding);
-    // The marks of UTF-32, which begin as those of UTF-16 do, are ICU's to take.
-    mayHaveMark_ = converter_ == nullptr || !canonicalName(converter_).starts_with("UTF-32");
 }
 
 void Decoder::open(std::string const& encoding) {
@@ -37,7 +41,7 @@ void Decoder::decode(std::string_view bytes, std::string& utf8) {
     if (isBegun_) return convert(bytes, false, utf8);
     head_ += bytes;
     for (auto const& [mark, encoding] : kMarks) {
-        if (mayHaveMark_ && head_.size() < mark.size() && mark.starts_with(head_)) return;
+        if (head_.size() < mark.size() && mark.starts_with(head_)) return;
     }
     begin(utf8);
 }
@@ -50,7 +54,7 @@ void Decoder::finish(std::string& utf8) {
 void Decoder::begin(std::string& utf8) {
     isBegun_ = true;
     for (auto const& [mark, encoding] : kMarks) {
-        if (!mayHaveMark_ || !head_.starts_with(mark)) continue;
+        if (!head_.starts_with(mark)) continue;
         open(encoding);
         isGuessed_ = false;
         head_.erase(0, mark.size());

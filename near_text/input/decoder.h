@@ -17,7 +17,8 @@ public:
     // a file in UTF-8 itself, bytes pass as they are.
     static constexpr char kNoCharacter = '\xFF';
 
-    // Without an encoding, a byte order mark of UTF-8 or UTF-16 decides, and UTF-8 is the default.
+    // Without an encoding, a byte order mark of UTF-8, UTF-16 or UTF-32 decides, and UTF-8 is the
+    // default.
     // With one, such a mark still wins. The mark is no part of the text. UTF-16 without a mark is
     // little-endian unless its NULs say otherwise. Throws as openConverter.
     explicit Decoder(std::string const& encoding);
@@ -44,8 +45,7 @@ private:
 
     std::string encoding_;  // as given, then as the mark says
     Converter converter_;   // none for UTF-8
-    bool mayHaveMark_;
-    bool isGuessed_;  // the encoding
+    bool isGuessed_;        // the encoding
     EncodingGuess guess_;
     bool hasAppended_ = false;
     std::string hint_;

@@ -72,6 +72,7 @@ void Nulls::count(std::string_view bytes) {
 
 std::string const& EncodingGuess::hintAfter(std::string_view bytes) {
     if (told_.empty()) told_ = utf16Hint(bytes);
+    if (told_.empty()) told_ = binaryHint();
     if (told_.empty()) told_ = bytesHint(bytes);
     return told_;
 }
@@ -84,6 +85,13 @@ std::string EncodingGuess::utf16Hint(std::string_view bytes) {
     bool const isLikely =
         more >= kFew && more >= nulls_.places / kMostBytesPerNull && fewer <= more / 8;
     return isLikely ? hintOf(nulls_.even > nulls_.odd ? "utf-16be" : "utf-16le") : std::string();
+}
+
+std::string EncodingGuess::binaryHint() const {
+    constexpr std::size_t kMany = 32;
+    std::size_t const count = nulls_.even + nulls_.odd;
+    bool const isLikely = count >= kMany && count >= nulls_.places / 8;
+    return isLikely ? "looks binary: save it as text or CSV first" : "";
 }
 
 std::string EncodingGuess::bytesHint(std::string_view bytes) {

@@ -15,9 +15,9 @@ struct Nulls {
 
 // What looks like another encoding than UTF-8, wherever in a file that shows first.
 //
-// UTF-16 shows by NULs at every other place, an encoding of bytes by more bytes that are no UTF-8
-// than characters that are; Russian ones differ in their letters. A few stray bytes do not
-// make it: they are for the line that holds them.
+// UTF-16 shows by NULs at every other place, what is no text by many elsewhere, an encoding of
+// bytes by more bytes that are no UTF-8 than characters that are; Russian ones differ in their
+// letters. A few stray bytes do not make it: they are for the line that holds them.
 class EncodingGuess {
 public:
     // The message for the user, with the option that reads such a file; empty as long as it may
@@ -26,6 +26,7 @@ public:
 
 private:
     std::string utf16Hint(std::string_view bytes);
+    std::string binaryHint() const;
     std::string bytesHint(std::string_view bytes);
 
     Nulls nulls_;                 // of a stretch of the file

@@ -4,6 +4,7 @@
 #include <sstream>
 #include <stdexcept>
 
+#include "near_text/input/file_kind.h"
 #include "near_text/messages/messages.h"
 
 namespace near_text {
@@ -19,6 +20,10 @@ bool TextInput::read(std::string& utf8) {
         block_.resize(kBlock);
         block_.resize(input_.read(block_.data(), kBlock));
         isEnded_ = block_.empty();
+        if (bytesBefore_ == 0) {
+            std::string const hint = notTextHint(block_);
+            if (!hint.empty()) throw std::runtime_error(name() + ": " + hint);
+        }
         try {
             if (!isEnded_) {
                 decoder_.decode(block_, utf8);

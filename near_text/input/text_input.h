@@ -22,8 +22,8 @@ struct TextFile {
 };
 
 // A file's bytes as UTF-8, as they come. Throws std::runtime_error, with the file's name, for a
-// file that looks like another encoding than UTF-8 while none is given, and for an unknown
-// encoding.
+// file that is no text at all or looks like another encoding than UTF-8 while none is given, and
+// for an unknown encoding.
 class TextInput {
 public:
     explicit TextInput(TextFile const& file, int wakeDescriptor = -1);
