@@ -27,8 +27,10 @@ constexpr Mark kMarks[] = {{"\xEF\xBB\xBF", "utf-8"},
 
 }  // namespace
 
-Decoder::Decoder(std::string const& encoding) : isGuessed_(encoding.empty()) {
+Decoder::Decoder(std::string const& encoding, std::string const& option)
+    : option_(option), isGuessed_(encoding.empty()), guess_(option) {
     open(encoding);
+    mayBeUtf8_ = converter_ != nullptr && !canonicalName(converter_).starts_with("UTF-");
 }
 
 void Decoder::open(std::string const& encoding) {
@@ -56,7 +58,7 @@ void Decoder::begin(std::string& utf8) {
     for (auto const& [mark, encoding] : kMarks) {
         if (!head_.starts_with(mark)) continue;
         open(encoding);
-        isGuessed_ = false;
+        isGuessed_ = mayBeUtf8_ = false;
         head_.erase(0, mark.size());
         break;
     }
@@ -73,7 +75,15 @@ void Decoder::guess(std::string_view bytes) {
     hint_ = guess_.hintAfter(bytes);
     isGuessed_ = hint_.empty();
     if (isGuessed_ || hasAppended_) return;
-    throw std::runtime_error(hint_ + "; --encoding utf-8 tells where it is not");
+    throw std::runtime_error(hint_ + "; " + option_ + " utf-8 tells where it is not");
+}
+
+void Decoder::checkIsNotUtf8(std::string_view bytes, bool isLast) {
+    std::optional<bool> const isUtf8 = guess_.isUtf8(bytes, isLast);
+    mayBeUtf8_ = !isUtf8;
+    if (isUtf8 != true) return;
+    hint_ = "is valid UTF-8, but read as " + encoding_ + "; " + option_ +
+            " utf-8 reads it as what it is";
 }
 
 void Decoder::convert(std::string_view bytes, bool isLast, std::string& utf8) {
@@ -83,6 +93,7 @@ void Decoder::convert(std::string_view bytes, bool isLast, std::string& utf8) {
         hasAppended_ |= !bytes.empty();
         return;
     }
+    if (mayBeUtf8_) checkIsNotUtf8(bytes, isLast);
     char const* from = bytes.data();
     char const* const end = from + bytes.size();
     UErrorCode status = U_BUFFER_OVERFLOW_ERROR;

@@ -21,7 +21,9 @@ public:
     // default.
     // With one, such a mark still wins. The mark is no part of the text. UTF-16 without a mark is
     // little-endian unless its NULs say otherwise. Throws as openConverter.
-    explicit Decoder(std::string const& encoding);
+    //
+    // `option`, with an encoding behind it, reads this file in that, for messages.
+    explicit Decoder(std::string const& encoding, std::string const& option = "--encoding");
 
     // Appends. Throws std::runtime_error when neither the caller nor a mark gave the encoding and
     // the first bytes look like another one than UTF-8; it names the option that reads them.
@@ -29,8 +31,8 @@ public:
     // At the end of the bytes.
     void finish(std::string& utf8);
 
-    // The same where only later bytes look so, when lines may have been taken and answered: once,
-    // else empty.
+    // The same where only later bytes look so, when lines may have been taken and answered, or
+    // where UTF-8 is read as an encoding of bytes: once, else empty.
     std::string takeHint() { return std::exchange(hint_, {}); }
 
     // Of a line (or text) that was decoded: what is wrong with it, or nothing. Empty for UTF-8,
@@ -42,10 +44,13 @@ private:
     void begin(std::string& utf8);
     void convert(std::string_view bytes, bool isLast, std::string& utf8);
     void guess(std::string_view bytes);
+    void checkIsNotUtf8(std::string_view bytes, bool isLast);
 
     std::string encoding_;  // as given, then as the mark says
     Converter converter_;   // none for UTF-8
-    bool isGuessed_;        // the encoding
+    std::string option_;
+    bool isGuessed_;  // the encoding
+    bool mayBeUtf8_;  // and is read as something else
     EncodingGuess guess_;
     bool hasAppended_ = false;
     std::string hint_;

@@ -15,10 +15,6 @@ namespace {
 constexpr std::size_t kSample = 1 << 16;
 constexpr std::size_t kFew = 4;
 
-std::string hintOf(std::string const& encoding) {
-    return "looks like " + encoding + ", not UTF-8: --encoding " + encoding + " reads it";
-}
-
 // `encoding` is one of bytes, each of which is a character.
 std::u16string decoded(std::string const& encoding, std::string_view bytes) {
     std::u16string text(bytes.size(), u'\0');
@@ -47,20 +43,6 @@ double russianShare(std::string const& encoding, std::string_view bytes) {
     return frequent / all;
 }
 
-// What to do about bytes that are no UTF-8 and no UTF-16.
-std::string byteEncodingHint(std::string_view sample) {
-    constexpr double kRussian = 0.45;
-    std::string likely;
-    double best = kRussian;
-    for (std::string const name : {"windows-1251", "koi8-r", "cp866"}) {
-        double const share = russianShare(name, sample);
-        if (share > best) likely = name;
-        best = std::max(best, share);
-    }
-    if (!likely.empty()) return hintOf(likely);
-    return "is not UTF-8; --encoding NAME reads others, such as windows-1252 or shift_jis";
-}
-
 }  // namespace
 
 void Nulls::count(std::string_view bytes) {
@@ -77,6 +59,10 @@ std::string const& EncodingGuess::hintAfter(std::string_view bytes) {
     return told_;
 }
 
+std::string EncodingGuess::hintOf(std::string const& encoding) const {
+    return "looks like " + encoding + ", not UTF-8: " + option_ + ' ' + encoding + " reads it";
+}
+
 std::string EncodingGuess::utf16Hint(std::string_view bytes) {
     constexpr std::size_t kMostBytesPerNull = 32;  // of UTF-16: it has blanks and line feeds
     if (nulls_.places >= kSample) nulls_ = {nulls_.places % 2, 0, 0};
@@ -91,11 +77,16 @@ std::string EncodingGuess::binaryHint() const {
     constexpr std::size_t kMany = 32;
     std::size_t const count = nulls_.even + nulls_.odd;
     bool const isLikely = count >= kMany && count >= nulls_.places / 8;
-    return isLikely ? "looks binary: save it as text or CSV first" : "";
+    return isLikely ? "looks binary, not like UTF-8: save it as text or CSV first" : "";
 }
 
 std::string EncodingGuess::bytesHint(std::string_view bytes) {
     if (sample_.size() >= kSample) return {};
+    count(bytes);
+    return strayBytes_ >= kFew && strayBytes_ > characters_ ? byteEncodingHint() : std::string();
+}
+
+void EncodingGuess::count(std::string_view bytes) {
     tail_ += bytes;
     std::size_t position = 0;
     // A character at the end may not be complete.
@@ -110,8 +101,30 @@ std::string EncodingGuess::bytesHint(std::string_view bytes) {
         sample_.append(tail_, start, position - start);
     }
     tail_.erase(0, position);
-    return strayBytes_ >= kFew && strayBytes_ > characters_ ? byteEncodingHint(sample_)
-                                                            : std::string();
+}
+
+// What to do about bytes that are no UTF-8 and no UTF-16.
+std::string EncodingGuess::byteEncodingHint() const {
+    constexpr double kRussian = 0.45;
+    std::string likely;
+    double best = kRussian;
+    for (std::string const name : {"windows-1251", "koi8-r", "cp866"}) {
+        double const share = russianShare(name, sample_);
+        if (share > best) likely = name;
+        best = std::max(best, share);
+    }
+    if (!likely.empty()) return hintOf(likely);
+    return "is not UTF-8; " + option_ + " NAME reads others, such as windows-1252 or shift_jis";
+}
+
+std::optional<bool> EncodingGuess::isUtf8(std::string_view bytes, bool isLast) {
+    count(bytes);
+    // What is still in the tail is then counted too.
+    if (isLast) count(std::string(U8_MAX_LENGTH - 1, '\n'));
+    if (strayBytes_ > 0) return false;
+    if (characters_ >= kFew) return true;
+    if (isLast) return characters_ > 0;
+    return {};
 }
 
 }  // namespace near_text

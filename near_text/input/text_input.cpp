@@ -10,7 +10,7 @@
 namespace near_text {
 
 TextInput::TextInput(TextFile const& file, int wakeDescriptor)
-    : input_(file.name, wakeDescriptor), decoder_(file.encoding) {}
+    : input_(file.name, wakeDescriptor), decoder_(file.encoding, file.encodingOption) {}
 
 bool TextInput::read(std::string& utf8) {
     constexpr std::size_t kBlock = 1 << 16;
@@ -34,7 +34,7 @@ bool TextInput::read(std::string& utf8) {
             throw std::runtime_error(name() + ": " + error.what());
         }
         std::string const hint = decoder_.takeHint();
-        if (!hint.empty()) complain(name() + ": " + hint);
+        if (!hint.empty()) complain("note: " + name() + ": " + hint);
     }
     return utf8.size() > start;
 }

@@ -19,6 +19,7 @@ struct TextFile {
 
     std::string name;
     std::string encoding;
+    std::string encodingOption = "--encoding";  // that gives this file's encoding, for messages
 };
 
 // A file's bytes as UTF-8, as they come. Throws std::runtime_error, with the file's name, for a
