@@ -62,7 +62,13 @@ TEST(Table, FindsColumns) {
     TableReader reader(fileOf("table", table), {.hasHeader = true});
     EXPECT_EQ(reader.column("2"), 2U);  // a name first
     EXPECT_EQ(reader.column("4"), 3U);
+    TableReader blanks(fileOf("table", " id,name\u00A0, name, x y ,x y\n"), {.hasHeader = true});
+    EXPECT_EQ(blanks.column("id"), 0U);
+    EXPECT_EQ(blanks.column(" name"), 2U);
+    EXPECT_EQ(blanks.column("x y"), 4U);
     std::tuple<std::string, std::string, bool, std::string> const failures[] = {
+        {" a,a \n", "a", true, "several columns are called 'a'"},
+        {" a,a \n", "b", true, "there is no column 'b'"},
         {table, "id", true, "several columns are called 'id'"},
         {table, "5", true, "no column '5'; the header has id, name, 2, id"},
         {table, "0", true, "no column '0'"},

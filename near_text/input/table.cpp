@@ -1,5 +1,7 @@
 #include "near_text/input/table.h"
 
+#include <unicode/uchar.h>
+
 #include <algorithm>
 #include <charconv>
 #include <stdexcept>
@@ -21,6 +23,17 @@ char likelyDelimiter(std::string const& line) {
         if (line.find(c) != std::string::npos) return c;
     }
     return ',';
+}
+
+std::string trimmed(std::string const& name) {
+    std::u16string const units = toUnits(name);
+    std::u16string_view rest = units;
+    auto const isBlank = [](char16_t unit) { return u_isUWhiteSpace(unit) != 0; };
+    while (!rest.empty() && isBlank(rest.front()))
+        rest.remove_prefix(1);
+    while (!rest.empty() && isBlank(rest.back()))
+        rest.remove_suffix(1);
+    return toUtf8(rest);
 }
 
 }  // namespace
@@ -46,27 +59,39 @@ TableReader::TableReader(TextFile const& file, TableShape shape, int wakeDescrip
 }
 
 std::size_t TableReader::column(std::string const& nameOrNumber) {
-    std::size_t place = names_.size();
-    auto const found = std::find(names_.begin(), names_.end(), nameOrNumber);
-    if (found != names_.end()) {
-        if (std::find(found + 1, names_.end(), nameOrNumber) != names_.end()) {
-            throw std::runtime_error(reader_.name() + ": several columns are called '" +
-                                     nameOrNumber + "'; use a number, from 1");
-        }
-        place = static_cast<std::size_t>(found - names_.begin());
-    } else {
-        std::size_t number = 0;
-        char const* const end = nameOrNumber.data() + nameOrNumber.size();
-        auto const parsed = std::from_chars(nameOrNumber.data(), end, number);
-        bool const isNumber = parsed.ec == std::errc() && parsed.ptr == end && number > 0;
-        std::size_t const most = shape_.hasHeader                    ? names_.size()
-                                 : hasFirst_ && first_.fault.empty() ? first_.fields.size()
-                                                                     : number;
-        if (!isNumber || number > most) refuseColumn(nameOrNumber);
-        place = number - 1;
-    }
+    std::size_t place = named(nameOrNumber, [](std::string const& name) { return name; });
+    // As people see it, a name has no blanks around it.
+    if (place == names_.size()) place = named(nameOrNumber, trimmed);
+    if (place == names_.size()) place = numbered(nameOrNumber);
     needed_ = std::max(needed_, place + 1);
     return place;
+}
+
+// As many as there are names when none is this, as `shown` has them.
+std::size_t TableReader::named(std::string const& name,
+                               std::string (*shown)(std::string const&)) const {
+    auto const isIt = [&](std::string const& other) { return shown(other) == name; };
+    auto const found = std::find_if(names_.begin(), names_.end(), isIt);
+    if (found != names_.end() && std::find_if(found + 1, names_.end(), isIt) != names_.end()) {
+        throw std::runtime_error(reader_.name() + ": several columns are called '" + name +
+                                 "'; use a number, from 1");
+    }
+    return static_cast<std::size_t>(found - names_.begin());
+}
+
+std::size_t TableReader::numbered(std::string const& text) const {
+    std::size_t number = 0;
+    char const* const end = text.data() + text.size();
+    auto const parsed = std::from_chars(text.data(), end, number);
+    bool const isNumber = parsed.ec == std::errc() && parsed.ptr == end && number > 0;
+    std::size_t most = number;
+    if (shape_.hasHeader) {
+        most = names_.size();
+    } else if (hasFirst_ && first_.fault.empty()) {
+        most = first_.fields.size();
+    }
+    if (!isNumber || number > most) refuseColumn(text);
+    return number - 1;
 }
 
 void TableReader::refuseColumn(std::string const& nameOrNumber) const {

@@ -41,9 +41,10 @@ public:
     // Empty without one.
     std::vector<std::string> const& header() const { return names_; }
 
-    // The place in `fields`, from 0, of the column of this name in the header, or else of this
-    // number, from 1. From then on a row that does not reach so far has a fault. Throws
-    // std::runtime_error when there is no such column, or there are several.
+    // The place in `fields`, from 0, of the column of this name in the header, or else of this name
+    // but for whitespace around it, or else of this number, from 1. From then on a row that does
+    // not reach so far has a fault. Throws std::runtime_error when there is no such column, or
+    // there are several.
     std::size_t column(std::string const& nameOrNumber);
 
     // False at the end. Behind a row in which a quote is left open nothing is read. A row that is
@@ -60,6 +61,8 @@ private:
     bool read(Row& row);
     bool take(Line const& line, Row& row);
     void leaveOpen(Row& row);
+    std::size_t named(std::string const& name, std::string (*shown)(std::string const&)) const;
+    std::size_t numbered(std::string const& text) const;
     [[noreturn]] void refuseColumn(std::string const& nameOrNumber) const;
 
     TableShape shape_;
