@@ -3,6 +3,8 @@
 #include <filesystem>
 #include <stdexcept>
 
+#include "near_text/text/code_points.h"
+
 namespace near_text {
 
 namespace {
@@ -86,6 +88,13 @@ std::string LineReader::place() const {
 std::optional<double> LineReader::share() const {
     double const size = static_cast<double>(buffer_.size());
     return input_.share(size > 0 ? static_cast<double>(position_) / size : 1);
+}
+
+bool isText(std::string_view text) {
+    for (std::size_t i = 0; i < text.size();) {
+        if (text[i] == '\0' || nextCodePoint(text, i) < 0) return false;
+    }
+    return true;
 }
 
 void requireText(Line const& line) {

@@ -57,6 +57,9 @@ private:
     std::exception_ptr fault_;  // behind the buffer
 };
 
+// Whether it is valid UTF-8 without a NUL.
+bool isText(std::string_view text);
+
 // Throws NotText when the line has a fault, is not valid UTF-8 or contains a NUL.
 void requireText(Line const& line);
 

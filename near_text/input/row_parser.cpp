@@ -1,7 +1,5 @@
 #include "near_text/input/row_parser.h"
 
-#include <utility>
-
 #include "near_text/input/tsv_escapes.h"
 
 namespace near_text {
@@ -16,6 +14,12 @@ void unescape(std::string& field) {
 }
 
 }  // namespace
+
+void RowParser::begin() {
+    state_ = State::Begun;
+    field_.clear();
+    fields_.clear();
+}
 
 bool RowParser::take(std::string_view line) {
     for (char const c : line) {
@@ -55,12 +59,6 @@ void RowParser::endField() {
     if (delimiter_ == '\t') unescape(field_);
     fields_.push_back(std::exchange(field_, {}));
     state_ = State::Begun;
-}
-
-std::vector<std::string> RowParser::takeFields() {
-    state_ = State::Begun;
-    field_.clear();
-    return std::exchange(fields_, {});
 }
 
 }  // namespace near_text

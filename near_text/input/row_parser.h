@@ -9,6 +9,7 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace near_text {
@@ -17,6 +18,8 @@ class RowParser {
 public:
     explicit RowParser(char delimiter) : delimiter_(delimiter) {}
 
+    // A new row, whatever came before.
+    void begin();
     // The next line of the row, without its end. False at text after a quote that closes a field.
     bool take(std::string_view line);
     // True when the row ends with the line; else its end, inside quotes, is part of a field.
@@ -24,8 +27,7 @@ public:
 
     // Complete fields so far.
     std::size_t count() const { return fields_.size(); }
-    // Those of the row; a new row begins.
-    std::vector<std::string> takeFields();
+    std::vector<std::string> takeFields() { return std::move(fields_); }
 
 private:
     // Of the field. Closed is behind a quote that either ends it or doubles the next one.

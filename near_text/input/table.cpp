@@ -143,12 +143,12 @@ bool TableReader::read(Row& row) {
             bool const isGuessed = shape_.delimiter == TableShape::kGuessed;
             parser_.emplace(isGuessed ? likelyDelimiter(line.text) : shape_.delimiter);
         }
-        if (row.line == 0) row.line = quoteLine_ = line.number;
-        if (!take(line, row)) continue;
-        std::vector<std::string> fields = parser_->takeFields();
-        if (row.fault.empty()) row.fields = std::move(fields);
-        bytes_ = 0;
-        return true;
+        if (row.line == 0) {
+            row.line = quoteLine_ = line.number;
+            bytes_ = 0;
+            parser_->begin();
+        }
+        if (take(line, row)) return true;
     }
     if (row.line == 0 || isOver_ || reader_.isWoken()) return false;
     leaveOpen(row);
@@ -179,7 +179,11 @@ bool TableReader::take(Line const& line, Row& row) {
         return true;
     }
     bool const isComplete = parser_->endLine(line.hadReturn ? "\r\n" : "\n");
-    if (parser_->count() > before) quoteLine_ = line.number;
+    if (isComplete) {
+        row.fields = parser_->takeFields();
+    } else if (parser_->count() > before) {
+        quoteLine_ = line.number;
+    }
     return isComplete;
 }
 

@@ -23,9 +23,9 @@ struct TableShape {
 };
 
 struct Row {
-    std::size_t line = 0;  // in which it begins, from 1
-    std::vector<std::string> fields;
-    std::string fault;  // why the fields are not to be used; empty where they are
+    std::size_t line = 0;             // in which it begins, from 1
+    std::string fault;                // why it cannot be used as a whole; empty where it can
+    std::vector<std::string> fields;  // none where the fault leaves open where they end
 };
 
 // Rows one at a time, each as soon as its last line is complete. A row of more than 1 MiB has a
