@@ -15,8 +15,11 @@ struct IsNul {
 };
 
 struct IsNoWord {
-    bool operator()(unsigned short unit) const { return IsNul()(unit) || IsWhiteSpace()(unit); }
-    ByteLanes operator()(ByteLanes units) const { return IsNul()(units) | IsWhiteSpace()(units); }
+    bool operator()(unsigned short unit) const { return unit == 0 || isWhiteSpaceUnit(unit); }
+    template <class Lanes>
+    requires std::invocable<IsWhiteSpace, Lanes> Lanes operator()(Lanes units) const {
+        return (units == Lanes()) | IsWhiteSpace()(units);
+    }
 };
 
 unsigned long countBits(std::uint64_t bits) {

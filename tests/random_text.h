@@ -10,10 +10,11 @@
 #include "stand_in_host/explanation.h"
 #include "tests/test_support.h"
 
-// Latin and Cyrillic, tiny and large; units with the same low bits; halves of surrogate pairs.
+// Latin and Cyrillic, tiny and large; units with the same low bits; halves of surrogate pairs, and
+// what looks like a space to some.
 inline constexpr std::u16string_view kAlphabets[] = {
     u"ab", u"abcdefghijklmnopqrstuvwxyz", u"абвгдежзийклмнопрстуфхцчшщъыьэюя",
-    u"a\u00E1\u0161\u0461\u0861\uFF61", u"aé\u0431\u2603\xD83D\xDE00\xFFFF;,"};
+    u"a\u00E1\u0161\u0461\u0861\uFF61", u"aé\u00A0\u0431\u2603\xD83D\xDE00\uFFA0\xFFFF;,"};
 
 // Texts in which words repeat, cancel and nearly cancel.
 struct RandomText {
