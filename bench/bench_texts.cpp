@@ -5,7 +5,7 @@
 #include <fstream>
 #include <stdexcept>
 
-#include "stand_in_host/text_codec.h"
+#include "near_text/input/text_codec.h"
 
 namespace bench {
 
@@ -69,7 +69,7 @@ std::vector<std::u16string> makeEntries(std::size_t count) {
         for (std::size_t words = 4 + below(engine, 9); words > 0; --words) {
             if (!entry.empty()) entry += u' ';
             if (below(engine, 8) == 0) {
-                entry += stand_in_host::toUnits(std::to_string(below(engine, 2000)));
+                entry += near_text::toUnits(std::to_string(below(engine, 2000)));
             } else {
                 entry += vocabulary.next();
             }
@@ -83,7 +83,7 @@ std::vector<std::u16string> readEntries(char const* file) {
     std::ifstream in(file);
     std::vector<std::u16string> read;
     for (std::string line; std::getline(in, line);) {
-        auto entry = stand_in_host::toUnits(line);
+        auto entry = near_text::toUnits(line);
         std::replace(entry.begin(), entry.end(), u';', u',');
         if (entry.find_first_not_of(u" \t\r") != std::u16string::npos) read.push_back(entry);
     }

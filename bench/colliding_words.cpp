@@ -6,7 +6,7 @@
 #include <stdexcept>
 
 #include "compare/word_list.h"
-#include "stand_in_host/text_codec.h"
+#include "near_text/input/text_codec.h"
 
 namespace bench {
 
@@ -42,7 +42,7 @@ std::u16string collidingWords(std::size_t count) {
         std::memcpy(word.data() + kStride, &b, sizeof b);
         if (word.find_first_of(u" \t\n\r;") != word.npos || word.find(u'\0') != word.npos) continue;
         if (static_cast<std::uint32_t>(
-                hashOf({stand_in_host::hostUnits(word.data()), word.size()})) != kSharedHalf) {
+                hashOf({host_client::hostUnits(word.data()), word.size()})) != kSharedHalf) {
             throw std::logic_error("the hash is another one: no words that collide");
         }
         if (!words.empty()) words += u' ';

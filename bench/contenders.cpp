@@ -4,22 +4,22 @@
 #include <memory>
 
 #include "bench/plain_road.h"
-#include "stand_in_host/text_codec.h"
+#include "near_text/input/text_codec.h"
 
 namespace bench {
 
 namespace {
 
-using stand_in_host::numberRecord;
-using stand_in_host::textRecord;
+using host_client::numberRecord;
+using host_client::textRecord;
 
 struct Library {
     Library(std::string libraryName, char const* file)
         : name(std::move(libraryName)), addIn(file), component(addIn) {}
 
     std::string name;
-    stand_in_host::AddIn addIn;
-    stand_in_host::Component component;
+    host_client::AddIn addIn;
+    host_client::Component component;
 };
 
 std::vector<std::unique_ptr<Library>> const& libraries() {
@@ -48,7 +48,7 @@ public:
             results_[i] = {};
             if (!library_->component->CallAsFunc(method_, &results_[i], calls_[i].data(),
                                                  std::ssize(calls_[i]))) {
-                throw std::logic_error(library_->component.lastReport());
+                throw std::logic_error(near_text::toUtf8(library_->component.lastReport()));
             }
         }
     }
@@ -59,9 +59,9 @@ public:
             if (result.tag == TagBool) {
                 all.push_back(result.value.boolean);
             } else {
-                auto const list = stand_in_host::toUtf8(
-                    stand_in_host::fromHost(result.value.wideString, result.length));
-                for (unsigned long const index : stand_in_host::parseIndexList(list))
+                auto const list = near_text::toUtf8(
+                    host_client::fromHost(result.value.wideString, result.length));
+                for (unsigned long const index : host_client::parseIndexList(list))
                     all.push_back(index);
             }
         }
@@ -116,7 +116,7 @@ Heat componentHeat() {
     for (auto const& library : libraries()) {
         heat.push_back({library->name,
                         [&addIn = library->addIn] {
-                            stand_in_host::Component const made(addIn);
+                            host_client::Component const made(addIn);
                             benchmark::DoNotOptimize(&made);
                         },
                         nullptr});

@@ -6,11 +6,11 @@
 #include <vector>
 
 #include "bench/race.h"
-#include "stand_in_host/component.h"
+#include "host_client/component.h"
 
 namespace bench {
 
-using stand_in_host::SearchArguments;
+using host_client::SearchArguments;
 
 // Whole calls through a host's entry, `ours` of the built library and `baseline` of the one that
 // the environment's NEAR_TEXT_BASELINE names, if it does; and `plain`. The texts behind `arguments`

@@ -12,7 +12,7 @@ namespace bench {
 namespace {
 
 Utf16View view(std::u16string_view text) {
-    return {stand_in_host::hostUnits(text.data()), text.size()};
+    return {host_client::hostUnits(text.data()), text.size()};
 }
 
 std::vector<PStringRefSection> sectionsOf(std::u16string_view text, char16_t separator) {

@@ -7,8 +7,8 @@
 #include <memory>
 #include <vector>
 
-#include "stand_in_host/explanation.h"
-#include "stand_in_host/text_codec.h"
+#include "near_text/input/text_codec.h"
+#include "reference/explanation.h"
 
 extern "C" std::intptr_t GetClassObject(void const*, IComponentBase** slot);
 
@@ -25,7 +25,7 @@ constexpr std::size_t kNumber = ~std::size_t{0};
 struct Call {
     // Makes the records in the order of the wishes, nearly always of the type that each must be.
     Call(FuzzedDataProvider& data, std::vector<Wish> const& wishes)
-        : params(wishes.size(), stand_in_host::garbageRecord()), blocks(wishes.size()) {
+        : params(wishes.size(), host_client::garbageRecord()), blocks(wishes.size()) {
         for (auto const& [index, longest] : wishes) {
             _tVariant& record = params[index];
             if (longest != kNumber) {
@@ -60,7 +60,7 @@ struct Call {
         }
         if (!text.empty() || data.ConsumeBool()) block.reset(new char16_t[text.size()]);
         std::copy(text.begin(), text.end(), block.get());
-        record.value.wideString = stand_in_host::hostUnits(block.get());
+        record.value.wideString = host_client::hostUnits(block.get());
         record.length = static_cast<std::uint32_t>(text.size());
     }
 
@@ -83,10 +83,10 @@ struct Call {
     std::vector<_tVariant> params;
     std::vector<std::unique_ptr<char16_t[]>> blocks;
     bool isTyped = true;
-    stand_in_host::Connection connection;
-    stand_in_host::Memory memory;
+    host_client::Connection connection;
+    host_client::Memory memory;
     static inline IComponentBase* component = nullptr;
-    _tVariant result = stand_in_host::garbageRecord();
+    _tVariant result = host_client::garbageRecord();
 };
 
 void fuzzCompare(FuzzedDataProvider& data) {
@@ -94,7 +94,7 @@ void fuzzCompare(FuzzedDataProvider& data) {
     auto const percent = call.params[2].value.uint32;
     bool const isShort = std::max(call.text(0).size(), call.text(1).size()) <= 1000;
     if (!call.isAnswered(0, percent <= 100 && isShort)) return;
-    auto const plain = stand_in_host::explainCompare(call.text(0), call.text(1), percent);
+    auto const plain = reference::explainCompare(call.text(0), call.text(1), percent);
     require(call.result.tag == TagBool && call.result.value.boolean == (plain.isAlike ? 1 : 0));
 }
 
@@ -114,10 +114,10 @@ void fuzzSearch(FuzzedDataProvider& data) {
     if (!call.isAnswered(1, isInRange)) return;
     std::u16string expected;
     auto const plain =
-        stand_in_host::explainSearch({call.text(0), call.text(1), call.text(2)[0], call.number(3),
-                                      call.number(4), call.number(5), call.text(6)});
+        reference::explainSearch({call.text(0), call.text(1), call.text(2)[0], call.number(3),
+                                  call.number(4), call.number(5), call.text(6)});
     for (std::size_t i = 0; i < plain.size(); ++i) {
-        if (plain[i].isAlike) expected += stand_in_host::toUnits(std::to_string(i)) + u',';
+        if (plain[i].isAlike) expected += near_text::toUnits(std::to_string(i)) + u',';
     }
     require(call.result.tag == TagWideString);
     require(call.memory.requests == (expected.empty() ? 0 : 1));
@@ -125,7 +125,7 @@ void fuzzSearch(FuzzedDataProvider& data) {
     require(call.memory.lastSize == 2 * expected.size());
     expected.back() = 0;
     require(call.result.length == expected.size() - 1);
-    require(stand_in_host::fromHost(call.result.value.wideString, expected.size()) == expected);
+    require(host_client::fromHost(call.result.value.wideString, expected.size()) == expected);
 }
 
 }  // namespace

@@ -3,7 +3,7 @@
 #include <exception>
 #include <new>
 
-#include "near_text/output.h"
+#include "near_text/output/output.h"
 #include "near_text/program.h"
 
 int main(int argc, char** argv) {

@@ -4,11 +4,11 @@
 #include <cctype>
 #include <sstream>
 
-#include "near_text/commands.h"
-#include "near_text/help_format.h"
-#include "near_text/usage_error.h"
-#include "stand_in_host/library_file.h"
-#include "stand_in_host/text_codec.h"
+#include "host_client/library_file.h"
+#include "near_text/commands/commands.h"
+#include "near_text/input/text_codec.h"
+#include "near_text/options/help_format.h"
+#include "near_text/options/usage_error.h"
 
 namespace near_text {
 
@@ -29,7 +29,7 @@ Status showVersions(Program& program) {
     program.output.write("near_text " NEAR_TEXT_VERSION "\n");
     program.output.flush();
     program.output.write(onOneLine(kLibraryFile +
-                                   (' ' + stand_in_host::libraryVersion(program.library)) + " (" +
+                                   (' ' + host_client::libraryVersion(program.library)) + " (" +
                                    absolute(program.library).string() + ")") +
                          '\n');
     program.output.flush();
@@ -85,13 +85,13 @@ Status runProgram(int argc, char** argv) {
     return status;
 }
 
-stand_in_host::AddIn const& Program::addIn() const {
-    static stand_in_host::AddIn const& loaded = *new stand_in_host::AddIn(library);
+host_client::AddIn const& Program::addIn() const {
+    static host_client::AddIn const& loaded = *new host_client::AddIn(library);
     return loaded;
 }
 
-std::unique_ptr<stand_in_host::Component> Program::makeComponent() const {
-    auto component = std::make_unique<stand_in_host::Component>(addIn());
+std::unique_ptr<host_client::Component> Program::makeComponent() const {
+    auto component = std::make_unique<host_client::Component>(addIn());
     component->setLocale(argumentUnits("--locale", locale));
     return component;
 }
@@ -128,8 +128,8 @@ void Program::addCommonOptions(CLI::App& target) {
 
 std::u16string argumentUnits(std::string const& name, std::string const& text) {
     try {
-        return stand_in_host::toUnits(text);
-    } catch (stand_in_host::NotText const& error) {
+        return toUnits(text);
+    } catch (NotText const& error) {
         throw std::runtime_error(name + ": " + error.what());
     }
 }

@@ -1,7 +1,7 @@
 // The program as a whole.
 #pragma once
 
-#include "near_text/status.h"
+#include "near_text/messages/status.h"
 
 namespace near_text {
 

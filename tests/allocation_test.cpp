@@ -179,9 +179,9 @@ TEST(Memory, OfASearchIsSmallWhateverTheTextsAre) {
                                              textRecord(u";"),      numberRecord(5000),
                                              numberRecord(percent), numberRecord(percent),
                                              textRecord(exclusions)};
-            _tVariant result = stand_in_host::garbageRecord();
+            _tVariant result = host_client::garbageRecord();
             // Few match, and the host gives no block for them.
-            component.memory.answer = stand_in_host::Memory::Answer::Refusal;
+            component.memory.answer = host_client::Memory::Answer::Refusal;
             peakBytes = liveBytes;
             unsigned long const before = liveBytes;
             component->CallAsFunc(1, &result, params.data(), std::ssize(params));
@@ -192,7 +192,7 @@ TEST(Memory, OfASearchIsSmallWhateverTheTextsAre) {
 
 TEST_F(Allocations, FailWhenNamesComeFromTheLibrary) {
     Component component(addIn());
-    component.memory.answer = stand_in_host::Memory::Answer::EmptyClaim;
+    component.memory.answer = host_client::Memory::Answer::EmptyClaim;
     for (long n = 0; n < 3; ++n) {
         long const before = liveBlocks;
         unsigned short* name = nullptr;

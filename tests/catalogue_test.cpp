@@ -7,7 +7,7 @@
 
 namespace {
 
-using Answer = stand_in_host::Memory::Answer;
+using Answer = host_client::Memory::Answer;
 using Params = std::vector<_tVariant>;
 
 constexpr auto kBad = u"Input parameters error";
@@ -49,7 +49,7 @@ TEST_F(Catalogue, FindsNamesInBothLanguagesAndNothingElse) {
 TEST_F(Catalogue, OnlyTheExclusionsHaveADefault) {
     for (auto const& [method, param] :
          {std::pair{1L, 5L}, {0L, 2L}, {2L, 6L}, {1L, 7L}, {-1L, 6L}}) {
-        _tVariant record = stand_in_host::garbageRecord();
+        _tVariant record = host_client::garbageRecord();
         _tVariant expected = record;
         expected.tag = TagEmpty;
         EXPECT_FALSE(component->GetParamDefValue(method, param, &record));
@@ -109,7 +109,7 @@ protected:
     // The number of records tells the method.
     bool call(Params params) {
         component.connection.reports.clear();
-        result = stand_in_host::garbageRecord();
+        result = host_client::garbageRecord();
         long const count = std::ssize(params);
         return component->CallAsFunc(count == 3 ? 0 : 1, &result, params.data(), count);
     }
@@ -118,7 +118,7 @@ protected:
     void expectFailure(Params const& params, std::u16string_view description,
                        std::uint16_t tag = 0xA5A5) {
         EXPECT_FALSE(call(params));
-        _tVariant expected = stand_in_host::garbageRecord();
+        _tVariant expected = host_client::garbageRecord();
         expected.tag = tag;
         EXPECT_EQ(std::memcmp(&result, &expected, sizeof result), 0);
         ASSERT_EQ(component.connection.reports.size(), 1U);
@@ -187,7 +187,7 @@ TEST_F(Calls, EveryMethodIsCarriedOutWithTheTypesOfItsTable) {
     }
     static_assert(std::size(kMethodTags) == 2 && std::size(kStringCompareTags) == 3 &&
                       std::size(kStringSearchTags) == 7,
-                  "stand_in_host::Component, the fuzz target and the README know these");
+                  "host_client::Component, the fuzz target and the README know these");
 }
 
 TEST_F(Calls, WithoutABlockASearchIsAnInternalError) {
@@ -205,7 +205,7 @@ TEST_F(Calls, WithoutABlockASearchIsAnInternalError) {
 TEST_F(Calls, ThatAreNoCallsAreSilent) {
     EXPECT_TRUE(call(comparison));
     auto* const params = comparison.data();
-    result = stand_in_host::garbageRecord();
+    result = host_client::garbageRecord();
     EXPECT_FALSE(component->CallAsFunc(0, &result, nullptr, 3));
     EXPECT_FALSE(component->CallAsFunc(0, &result, params, 0));
     EXPECT_FALSE(component->CallAsFunc(0, nullptr, params, 3));

@@ -32,7 +32,7 @@ TEST_F(StringCompare, AnswersWorkedOutByHand) {
         for (int const tried : {percent, std::min(percent + 1, 100)}) {
             for (auto const& [a, b] : {std::pair{first, second}, {second, first}}) {
                 EXPECT_EQ(component.compare(a, b, tried), tried <= percent)
-                    << stand_in_host::toUtf8(a) << " | " << stand_in_host::toUtf8(b) << tried;
+                    << near_text::toUtf8(a) << " | " << near_text::toUtf8(b) << tried;
             }
         }
     }

@@ -1,6 +1,6 @@
-#include "near_text/encoding.h"
+#include "near_text/input/encoding.h"
 
-#include "near_text/input.h"
+#include "near_text/input/input.h"
 #include "tests/test_support.h"
 
 namespace {

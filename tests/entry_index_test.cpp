@@ -1,13 +1,13 @@
 // The index against the plain computation: an entry that matches must never be left out, and most
 // that do not match must be. With an index or without, a search answers the same.
-#include "near_text/entry_index.h"
+#include "near_text/matching/index/entry_index.h"
 
 #include <bit>
 
-#include "near_text/byte_lanes.h"
-#include "near_text/entry_search.h"
-#include "near_text/shortlist.h"
-#include "stand_in_host/whitespace.h"
+#include "near_text/matching/entry_search.h"
+#include "near_text/matching/index/byte_lanes.h"
+#include "near_text/matching/index/shortlist.h"
+#include "reference/whitespace.h"
 #include "tests/random_text.h"
 
 namespace {
@@ -24,9 +24,8 @@ EntryList listOf(std::u16string_view dictionary, char16_t separator) {
     near_text::EntryListBuilder builder({}, separator);
     std::size_t begin = 0;
     for (std::size_t end = 0; end <= dictionary.size(); ++end) {
-        bool const isEnd =
-            end == dictionary.size() || dictionary[end] == 0 ||
-            (dictionary[end] == separator && !stand_in_host::isWhitespace(separator));
+        bool const isEnd = end == dictionary.size() || dictionary[end] == 0 ||
+                           (dictionary[end] == separator && !reference::isWhitespace(separator));
         if (!isEnd) continue;
         char16_t const joint = begin > 0 ? dictionary[begin - 1] : u'\0';
         builder.add(end + 1, dictionary.substr(begin, end - begin), {}, {}, joint);
@@ -38,7 +37,7 @@ EntryList listOf(std::u16string_view dictionary, char16_t separator) {
 // A search that asks an index from its first text on.
 struct ShortenedSearch : EntrySearch {
     ShortenedSearch(Component& asked, EntryList const& searched, std::u16string_view words,
-                    stand_in_host::ExcludedWords const& excluded, int limit)
+                    reference::ExcludedWords const& excluded, int limit)
         : EntrySearch(asked, searched, words, limit, &index), index(searched, excluded, limit) {
         for (std::size_t i = 0; i < Shortlist::kSearchesWithout; ++i)
             find(u"-", {100, 100});
@@ -48,8 +47,8 @@ struct ShortenedSearch : EntrySearch {
 
 // At several percentages about the one at which the last entry stops matching.
 void expectNoneLeftOut(SearchArguments in, int percentLong) {
-    auto const excluded = stand_in_host::readExclusions(in.exclusions, in.separator);
-    auto const plain = stand_in_host::explainSearch(in);
+    auto const excluded = reference::readExclusions(in.exclusions, in.separator);
+    auto const plain = reference::explainSearch(in);
     if (plain.empty()) return;
     EntryList const list = listOf(in.dictionary, in.separator);
     EntryIndex const index(list, excluded);
@@ -65,7 +64,7 @@ void expectNoneLeftOut(SearchArguments in, int percentLong) {
         auto const candidates = index.candidates(texts, limits);
         ASSERT_EQ(candidates[1], candidates[3]);
         Indices alike;
-        auto const entries = stand_in_host::explainSearch(in);
+        auto const entries = reference::explainSearch(in);
         for (std::size_t i = 0; i < entries.size(); ++i) {
             if (entries[i].isAlike) alike.push_back(i);
         }
@@ -121,7 +120,7 @@ TEST(EntryIndex, LeavesOutMostThatDoNotMatch) {
     std::u16string dictionary;
     for (int entry = 0; entry < 2000; ++entry)
         dictionary += random.run(kAlphabets[1], 20 + random.below(40)) + u";";
-    stand_in_host::ExcludedWords const none;
+    reference::ExcludedWords const none;
     EntryList const list = listOf(dictionary, u';');
     EntryIndex const index(list, none);
     std::size_t left = 0;
@@ -154,14 +153,14 @@ TEST(ByteLanes, AreThePlainOnes) {
 
 TEST(ShortenedSearch, AnswersAsAWholeOneAtEveryPercentage) {
     auto const read = [](std::string const& name) {
-        auto lines = stand_in_host::toUnits(contentOf(NEAR_TEXT_SAMPLES "/" + name + ".txt"));
+        auto lines = near_text::toUnits(contentOf(NEAR_TEXT_SAMPLES "/" + name + ".txt"));
         std::replace(lines.begin(), lines.end(), u'\n', u'\0');
         return lines;
     };
     EntryList const list = listOf(read("catalogue"), 0);
     EntryList const texts = listOf(read("supplier"), 0);
     auto const exclusions = read("exclusions");
-    auto const excluded = stand_in_host::readExclusions(exclusions, 0);
+    auto const excluded = reference::readExclusions(exclusions, 0);
     Component component(addIn());
     EntrySearch whole(component, list, exclusions, 40);
     ShortenedSearch shortened(component, list, exclusions, excluded, 40);

@@ -1,6 +1,6 @@
-#include "near_text/input.h"
+#include "near_text/input/input.h"
 
-#include "near_text/output.h"
+#include "near_text/output/output.h"
 #include "tests/test_support.h"
 
 namespace {
@@ -25,8 +25,8 @@ TEST(Input, CutsALongLineBetweenCharacters) {
 
 TEST(Input, KeepsToTextThatCanBeShown) {
     EXPECT_EQ(near_text::onOneLine("a\x7F\x1F\t\u044F\n~"), "a   \u044F ~");
-    EXPECT_EQ(stand_in_host::toUtf8(u"\xDE00x\xD83Dy\xD83D"), "\uFFFDx\uFFFDy\uFFFD");
-    EXPECT_EQ(stand_in_host::toUtf8(u"\xD83D\xD83D\xDE00"), "\uFFFD\U0001F600");
+    EXPECT_EQ(near_text::toUtf8(u"\xDE00x\xD83Dy\xD83D"), "\uFFFDx\uFFFDy\uFFFD");
+    EXPECT_EQ(near_text::toUtf8(u"\xD83D\xD83D\xDE00"), "\uFFFD\U0001F600");
 }
 
 TEST(Input, DropsReportsOfEarlierCalls) {

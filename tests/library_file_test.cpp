@@ -1,6 +1,6 @@
 // Library files that are damaged, foreign or silent about their version: told, and never loaded
 // blindly.
-#include "stand_in_host/library_file.h"
+#include "host_client/library_file.h"
 
 #include <elf.h>
 #include <sys/wait.h>
@@ -84,7 +84,7 @@ TEST(LibraryFile, MayHoldAnything) {
         }
         file.flush();
         try {
-            stand_in_host::libraryVersion(path);
+            host_client::libraryVersion(path);
         } catch (std::runtime_error const&) {
             ++told;
         }

@@ -1,8 +1,8 @@
 // What the program tells beside the add-in's answer, held against the add-in.
-#include "near_text/matches.h"
+#include "near_text/matching/matches.h"
 
-#include "near_text/groups.h"
-#include "near_text/high_first.h"
+#include "near_text/matching/groups.h"
+#include "near_text/matching/high_first.h"
 #include "tests/random_text.h"
 
 namespace {

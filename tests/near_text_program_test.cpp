@@ -11,9 +11,9 @@
 #include <set>
 #include <thread>
 
-#include "near_text/encoding.h"
-#include "near_text/table.h"
-#include "stand_in_host/whitespace.h"
+#include "near_text/input/encoding.h"
+#include "near_text/input/table.h"
+#include "reference/whitespace.h"
 #include "tests/test_support.h"
 
 namespace {
@@ -241,7 +241,7 @@ TEST(Program, ExplainsMatchesAndMisses) {
 
 // The single searches are the add-in's own.
 TEST(Program, MatchesInOrderAsSingleSearchesDo) {
-    using stand_in_host::toUnits;
+    using near_text::toUnits;
     std::string const samples = NEAR_TEXT_SAMPLES "/";
     std::string const input = contentOf(samples + "supplier.txt");
     std::string const command =
@@ -395,11 +395,10 @@ TEST(Program, PrintsWhatIsWanted) {
 
 // Every list begins with the separator there, and either may be the text.
 TEST(Program, FindsThePairsOfAList) {
-    using stand_in_host::toUnits;
+    using near_text::toUnits;
     Lines entries = linesOf(contentOf(NEAR_TEXT_SAMPLES "/catalogue.txt"));
-    std::erase_if(entries, [](std::string const& entry) {
-        return !stand_in_host::holdsWord(toUnits(entry));
-    });
+    std::erase_if(entries,
+                  [](std::string const& entry) { return !reference::holdsWord(toUnits(entry)); });
     entries.resize(80);
     entries.push_back(std::string(1001, 'x'));  // may be found, but finds none
     entries.push_back(std::string(1000, 'x'));
@@ -416,7 +415,7 @@ TEST(Program, FindsThePairsOfAList) {
         for (std::size_t i = 0; i < entries.size(); ++i) {
             auto const found = component.search(
                 {toUnits(entries[i]), dictionary, u'\1', 20, percent, percent - 9, u""});
-            for (std::size_t const j : stand_in_host::parseIndexList(found.value_or(""))) {
+            for (std::size_t const j : host_client::parseIndexList(found.value_or(""))) {
                 if (i != j) expected.emplace(std::min(i, j) + 1, std::max(i, j) + 1);
             }
         }

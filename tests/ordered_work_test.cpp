@@ -1,4 +1,4 @@
-#include "near_text/ordered_work.h"
+#include "near_text/run/ordered_work.h"
 
 #include <atomic>
 #include <chrono>

@@ -1,8 +1,8 @@
-#include "near_text/preparation.h"
+#include "near_text/preparation/preparation.h"
 
 #include <random>
 
-#include "stand_in_host/code_points.h"
+#include "near_text/input/code_points.h"
 #include "tests/test_support.h"
 
 namespace {
@@ -34,18 +34,18 @@ TEST(Preparation, DoesWhatItIsAskedFor) {
         {kAll, whole(u"A\0B\u0301"), whole(u"a\0b\u0301")},
     };
     for (auto const& [how, text, prepared] : cases)
-        EXPECT_EQ(how.prepared(text), prepared) << stand_in_host::toUtf8(text);
+        EXPECT_EQ(how.prepared(text), prepared) << near_text::toUtf8(text);
 }
 
 TEST(Preparation, TwiceIsAsOnce) {
     std::mt19937 random(10);
-    constexpr stand_in_host::CodePoint kMarks = 0x300, kEnd = 0x20000;
-    std::uniform_int_distribution<stand_in_host::CodePoint> any(0, kEnd - 1);
-    std::uniform_int_distribution<stand_in_host::CodePoint> anyMark(kMarks, kMarks + 0x6F);
-    for (stand_in_host::CodePoint point = 0; point < kEnd; ++point) {
+    constexpr near_text::CodePoint kMarks = 0x300, kEnd = 0x20000;
+    std::uniform_int_distribution<near_text::CodePoint> any(0, kEnd - 1);
+    std::uniform_int_distribution<near_text::CodePoint> anyMark(kMarks, kMarks + 0x6F);
+    for (near_text::CodePoint point = 0; point < kEnd; ++point) {
         std::u16string text;
         for (auto const part : {point, anyMark(random), any(random)})
-            stand_in_host::append(text, part);
+            near_text::append(text, part);
         for (Preparation const& how : {kAll, Preparation{.composes = true}}) {
             std::u16string const once = how.prepared(text);
             ASSERT_EQ(how.prepared(once), once) << point;

@@ -1,4 +1,4 @@
-#include "near_text/progress.h"
+#include "near_text/output/progress.h"
 
 #include <fcntl.h>
 #include <pty.h>
@@ -6,7 +6,7 @@
 #include <functional>
 #include <thread>
 
-#include "near_text/match_writer.h"
+#include "near_text/run/match_writer.h"
 #include "tests/test_support.h"
 
 namespace {

@@ -1,7 +1,7 @@
 // Random input against the plain computation of the same answers, which shares no code with the
 // add-in. Seeds are fixed. A percentage is tried close to where the answer turns: there the limit
 // lies one below the distance, at it and one above.
-#include "stand_in_host/explanation.h"
+#include "reference/explanation.h"
 #include "tests/random_text.h"
 #include "tests/test_support.h"
 
@@ -15,9 +15,9 @@ TEST_F(AsThePlainComputation, RandomPairsCompare) {
         if (round % 50 == 0) random.stock.clear();
         auto const [first, second] = RandomPair(
             random, random.oneIn(20) ? 150 : 1 + random.below(8), random.oneIn(3) ? 2 : 6);
-        for (int const percent : turningPercents(stand_in_host::explainCompare(first, second, 0))) {
+        for (int const percent : turningPercents(reference::explainCompare(first, second, 0))) {
             auto const plain =
-                stand_in_host::explainCompare(first, second, static_cast<unsigned long>(percent));
+                reference::explainCompare(first, second, static_cast<unsigned long>(percent));
             ASSERT_EQ(component.compare(first, second, percent), plain.isAlike)
                 << shown(first) << shown(second) << percent;
         }
@@ -26,7 +26,7 @@ TEST_F(AsThePlainComputation, RandomPairsCompare) {
 
 std::string plainList(SearchArguments const& arguments) {
     std::string list;
-    auto const entries = stand_in_host::explainSearch(arguments);
+    auto const entries = reference::explainSearch(arguments);
     for (std::size_t index = 0; index < entries.size(); ++index) {
         if (entries[index].isAlike) list += (list.empty() ? "" : ",") + std::to_string(index);
     }
@@ -39,7 +39,7 @@ TEST_F(AsThePlainComputation, RandomSearchesAnswer) {
         if (round % 20 == 0) random.stock.clear();
         RandomSearch const search(random, 30);
         SearchArguments arguments = search.arguments();
-        auto const plain = stand_in_host::explainSearch(arguments);
+        auto const plain = reference::explainSearch(arguments);
         if (plain.empty()) continue;
         for (int const percent : turningPercents(plain[random.below(plain.size())])) {
             arguments.percentShort = percent;

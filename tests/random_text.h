@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "stand_in_host/explanation.h"
+#include "reference/explanation.h"
 #include "tests/test_support.h"
 
 // Latin and Cyrillic, tiny and large; units with the same low bits; halves of surrogate pairs, and
@@ -81,7 +81,7 @@ inline std::u16string numbered(std::size_t number, std::size_t length) {
 }
 
 // Percentages around the one at which the distance equals the limit.
-inline std::vector<int> turningPercents(stand_in_host::SideBySide const& sides) {
+inline std::vector<int> turningPercents(reference::SideBySide const& sides) {
     std::vector<int> percents = {0, 100};
     if (sides.length == 0) return percents;
     int const turn = 100 - static_cast<int>(100 * sides.distance / sides.length);

@@ -207,7 +207,7 @@ TEST(Unloading, TakesTheLibraryOutOfTheProcess) {
     };
     for (int round = 0; round < 100; ++round) {
         {
-            stand_in_host::AddIn library(copy);
+            host_client::AddIn library(copy);
             Component component(library);
             EXPECT_EQ(component.search({u"ab", u"ab;b", u';', 9, 0, 0, {}}), "0,1");
             EXPECT_FALSE(component.compare(u"a", u"b", 101));

@@ -83,7 +83,7 @@ TEST_F(StringSearch, AnswersWorkedOutByHand) {
         {{u"ab", u"; ;", u';', 0, 0, 0, u""}, ""}};
     for (auto const& [in, list] : cases) {
         EXPECT_EQ(component.search(in), list)
-            << stand_in_host::toUtf8(in.text) << " | " << stand_in_host::toUtf8(in.dictionary);
+            << near_text::toUtf8(in.text) << " | " << near_text::toUtf8(in.dictionary);
     }
     EXPECT_TRUE(component.connection.reports.empty());
 }

@@ -1,4 +1,4 @@
-#include "near_text/table.h"
+#include "near_text/input/table.h"
 
 #include "tests/test_support.h"
 

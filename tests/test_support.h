@@ -12,15 +12,15 @@
 #include <string_view>
 
 #include "compare/utf16_string.h"
-#include "stand_in_host/component.h"
-#include "stand_in_host/text_codec.h"
+#include "host_client/component.h"
+#include "near_text/input/text_codec.h"
 
-using stand_in_host::Component;
-using stand_in_host::fromHost;
-using stand_in_host::hostUnits;
-using stand_in_host::numberRecord;
-using stand_in_host::SearchArguments;
-using stand_in_host::textRecord;
+using host_client::Component;
+using host_client::fromHost;
+using host_client::hostUnits;
+using host_client::numberRecord;
+using host_client::SearchArguments;
+using host_client::textRecord;
 using Text = std::u16string_view;
 
 // Where each round takes many times as long, fewer do.
@@ -32,10 +32,10 @@ constexpr int roundsOf(int rounds) {
 #endif
 }
 
-inline stand_in_host::AddIn& addIn() {
+inline host_client::AddIn& addIn() {
     // Never unloaded: its class name is for the life of the process, and else would count as a
     // leak.
-    static auto& library = *new stand_in_host::AddIn(NEAR_TEXT_LIBRARY);
+    static auto& library = *new host_client::AddIn(NEAR_TEXT_LIBRARY);
     return library;
 }
 

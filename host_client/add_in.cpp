@@ -1,0 +1,44 @@
+#include "host_client/add_in.h"
+
+#include <dlfcn.h>
+
+#include <stdexcept>
+
+#include "host_client/library_file.h"
+
+namespace host_client {
+
+namespace {
+
+template <class Function>
+void resolve(void* handle, char const* name, Function& function) {
+    function = reinterpret_cast<Function>(dlsym(handle, name));
+    if (function == nullptr) throw std::runtime_error(std::string("lacks the function ") + name);
+}
+
+}  // namespace
+
+AddIn::AddIn(std::filesystem::path const& file) : path(std::filesystem::absolute(file)) {
+    checkLibraryFile(file);
+    handle = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
+    if (handle == nullptr) throw std::runtime_error(dlerror());
+    try {
+        resolve(handle, "GetClassObject", getClassObject);
+        resolve(handle, "DestroyObject", destroyObject);
+        resolve(handle, "GetClassNames", getClassNames);
+        resolve(handle, "SetPlatformCapabilities", setPlatformCapabilities);
+    } catch (std::runtime_error const& error) {
+        dlclose(handle);
+        throw std::runtime_error(file.string() + ": " + error.what());
+    }
+}
+
+AddIn::~AddIn() {
+    dlclose(handle);
+}
+
+void* AddIn::symbol(char const* name) const {
+    return dlsym(handle, name);
+}
+
+}  // namespace host_client

@@ -1,0 +1,277 @@
+// A higher percentage finds nothing that a lower one does not find, so each text is searched for in
+// the whole list at the lowest percentage, and then, from one to the next, among what is left.
+#include <algorithm>
+#include <charconv>
+#include <map>
+#include <mutex>
+#include <set>
+
+#include "near_text/commands/commands.h"
+#include "near_text/input/source.h"
+#include "near_text/options/search_options.h"
+#include "near_text/run/run.h"
+
+namespace near_text {
+
+namespace {
+
+struct SweepOptions {
+    SourceOptions sources;
+    SearchOptions search;
+    std::vector<int> percents = {50, 55, 60, 65, 70, 75, 80, 85, 90, 95};  // ascending
+    std::string pairsFile;
+    FormatOptions format;
+    JobOptions jobs;
+};
+
+// Ascending. Throws CLI::ValidationError.
+std::vector<int> percentsOf(std::vector<std::string> const& values) {
+    std::vector<int> percents;
+    for (std::string const& value : values) {
+        std::string const fault = percentCheck()(value);
+        if (!fault.empty()) refuse("--percent", fault);
+        percents.push_back(std::stoi(value));
+    }
+    std::sort(percents.begin(), percents.end());
+    auto const twice = std::adjacent_find(percents.begin(), percents.end());
+    if (twice != percents.end()) refuse("--percent", std::to_string(*twice) + " is given twice");
+    return percents;
+}
+
+using Pair = std::pair<std::size_t, std::size_t>;  // lines of the text and of the entry
+
+// With the line in which the file has each.
+using Pairs = std::map<Pair, std::size_t>;
+
+std::optional<std::size_t> lineNumber(std::string const& cell) {
+    std::size_t number = 0;
+    char const* const end = cell.data() + cell.size();
+    auto const read = std::from_chars(cell.data(), end, number);
+    bool const isNumber = read.ec == std::errc() && read.ptr == end && number > 0;
+    return isNumber ? std::optional(number) : std::nullopt;
+}
+
+bool hasEntryAt(EntryList const& list, std::size_t place) {
+    return std::binary_search(list.entries.begin(), list.entries.end(), Entry{place, {}, {}, 0, 0},
+                              [](Entry const& a, Entry const& b) { return a.place < b.place; });
+}
+
+// The first row may be a heading.
+Pairs readPairs(TextFile const& file, EntryList const& list) {
+    Pairs pairs;
+    TableReader table(file, {.delimiter = TableShape::kGuessed});
+    table.column("2");
+    bool isFirst = true;
+    for (Row row; table.next(row); isFirst = false) {
+        auto const refusal = [&](std::string const& reason) {
+            return std::runtime_error(table.place(row) + reason);
+        };
+        if (!row.fault.empty()) throw refusal(row.fault);
+        auto const text = lineNumber(row.fields[0]);
+        auto const entry = lineNumber(row.fields[1]);
+        if (isFirst && !text && !entry) continue;
+        if (!text || !entry) {
+            throw refusal('\'' + row.fields[text ? 1 : 0] + "' is not a line number");
+        }
+        if (!hasEntryAt(list, *entry)) {
+            throw refusal("there is no entry in line " + std::to_string(*entry));
+        }
+        pairs.emplace(Pair(*text, *entry), row.line);
+    }
+    if (pairs.empty()) throw std::runtime_error(shownName(file.name) + " contains no pairs");
+    return pairs;
+}
+
+// Of the matches of some texts.
+struct Count {
+    std::size_t matches = 0;
+    std::size_t known = 0;       // among the pairs
+    std::size_t textsRight = 0;  // that have a match among the pairs
+
+    void add(std::vector<Match> const& found, EntryList const& list, std::size_t line,
+             Pairs const& pairs) {
+        auto const isKnown = [&](Match const& match) {
+            return pairs.count({line, list.entries[match.index].place}) > 0;
+        };
+        auto const count =
+            static_cast<std::size_t>(std::count_if(found.begin(), found.end(), isKnown));
+        matches += found.size();
+        known += count;
+        if (count > 0) ++textsRight;
+    }
+};
+
+struct PercentCount {
+    std::size_t none = 0, one = 0, several = 0;  // texts that find so many entries
+    Count all, best;
+};
+
+class Sweep {
+public:
+    Sweep(SweepOptions const& options, EntryList const& entryList)
+        : list(entryList), percents(options.percents), counts(percents.size()) {
+        if (options.pairsFile.empty()) return;
+        pairs = readPairs({options.pairsFile, options.sources.reading.encoding}, list);
+    }
+
+    // Whether it finds anything at the lowest percentage. From any number of threads.
+    bool add(Matcher& matcher, std::size_t line, std::u16string_view text) {
+        std::vector<Match> matches = matcher.matches(text);
+        bool const isFound = !matches.empty();
+        for (std::size_t i = 0; i < percents.size(); ++i) {
+            if (i > 0) narrow(matcher, text, percents[i], matches);
+            std::lock_guard const lock(mutex);
+            tell(counts[i], line, matches);
+        }
+        return isFound;
+    }
+
+    std::set<std::size_t> textsOfPairs() const {
+        std::set<std::size_t> texts;
+        for (auto const& [pair, line] : pairs)
+            texts.insert(pair.first);
+        return texts;
+    }
+    // Where the file of the pairs has the text in this line.
+    std::size_t lineOfText(std::size_t text) const { return pairs.lower_bound({text, 0})->second; }
+
+    std::vector<Json> rows() const {
+        std::vector<Json> rows;
+        for (std::size_t i = percents.size(); i-- > 0;) {
+            PercentCount const& count = counts[i];
+            Json row = {{"percent", percents[i]},
+                        {"none", count.none},
+                        {"one", count.one},
+                        {"several", count.several},
+                        {"matches", count.all.matches},
+                        {"best_matches", count.best.matches}};
+            if (!pairs.empty()) addPairs(row, count);
+            rows.push_back(std::move(row));
+        }
+        return rows;
+    }
+
+private:
+    static void narrow(Matcher& matcher, std::u16string_view text, int percent,
+                       std::vector<Match>& matches) {
+        if (matches.empty()) return;
+        Indices indices;
+        for (Match const& match : matches)
+            indices.push_back(match.index);
+        indices = matcher.search.findAmong(text, {percent, percent}, indices);
+        std::erase_if(matches, [&](Match const& match) {
+            return !std::binary_search(indices.begin(), indices.end(), match.index);
+        });
+    }
+
+    void tell(PercentCount& count, std::size_t line, std::vector<Match> const& matches) {
+        ++(matches.empty() ? count.none : matches.size() == 1 ? count.one : count.several);
+        count.all.add(matches, list, line, pairs);
+        std::vector<Match> best = matches;
+        keepWanted(best, {Wanted::kAll, true});
+        count.best.add(best, list, line, pairs);
+    }
+
+    void addPairs(Json& row, PercentCount const& count) const {
+        row.update({{"pairs", pairs.size()},
+                    {"found", count.all.known},
+                    {"others", count.all.matches - count.all.known},
+                    {"best_found", count.best.known},
+                    {"best_others", count.best.matches - count.best.known},
+                    {"texts", textsOfPairs().size()},
+                    {"best_texts", count.best.textsRight}});
+    }
+
+    EntryList const& list;
+    Pairs pairs;
+    std::vector<int> const percents;  // ascending
+    std::mutex mutex;
+    std::vector<PercentCount> counts;
+};
+
+Status sweep(Program& program, SweepOptions const& options) {
+    Preparation const& preparation = options.search.preparing.preparation;
+    SearchTerms terms = options.search.terms(options.sources.reading.encoding);
+    terms.percentages = {options.percents[0], options.percents[0]};
+    auto const file = readEntries(options.sources.entries, options.sources.reading, preparation);
+    Sweep counts(options, file.list);
+    Matchers matchers(program, options.jobs, file.list, terms, {});
+    Interrupt const interrupt;
+    RowReader reader(options.sources.texts, options.sources.reading, kLongestText,
+                     interrupt.descriptor());
+    MatchWriter writer(program.output, options.sources.texts.file, options.jobs.isStrict,
+                       interrupt);
+    std::set<std::size_t> missing = counts.textsOfPairs();
+    bool isWhole = false;
+    auto const next = [&](TextRow& row) {
+        isWhole = !reader.next(row);
+        if (!isWhole) missing.erase(row.number);
+        return !isWhole;
+    };
+    Status const status = run(
+        matchers, preparation, next,
+        [&](Matcher& matcher, TextRow const& row, std::u16string const& units) -> LineResult {
+            return {{}, {}, counts.add(matcher, row.number, units)};
+        },
+        [](TextRow const&, std::string const&) { return std::string(); }, writer, interrupt);
+    if (interrupt.signal() == 0) {
+        options.format.applyTo(program.output);
+        Shape const shape(true, options.format.delimiter, {}, {});
+        std::vector<Json> const rows = counts.rows();
+        program.output.write(options.format.format().table(shape, rows[0], rows));
+        if (isWhole && !missing.empty()) {
+            program.output.flush();
+            std::size_t const text = *missing.begin();
+            throw std::runtime_error(
+                placeOf(shownName(options.pairsFile), counts.lineOfText(text)) +
+                "there is no text in line " + std::to_string(text));
+        }
+    }
+    return status;
+}
+
+}  // namespace
+
+void addSweep(Program& program) {
+    auto const options = std::make_shared<SweepOptions>();
+    CLI::App& command = program.addCommand(
+        "sweep",
+        {"count what a match finds at several percentages",
+         "Helps to choose a percentage. For each one it prints how many texts find no entry, one "
+         "and several, how many matches there are, and how many of them remain if only the best of "
+         "each text are kept.\n\n"
+         "With --pairs it also prints how many of the known pairs are found and how many other "
+         "matches there are, for all matches and for the best alone, and for how many of the texts "
+         "that have a known pair the best matches include one.",
+         "0 something was found at the lowest percentage, 1 nothing was found, 2 a line or the run "
+         "failed, 128 plus the signal's number if interrupted",
+         {"near_text sweep --texts supplier.txt --entries catalogue.txt --prepare --pairs "
+          "pairs.tsv"}});
+    options->sources.addTexts(command, false);
+    options->sources.addEntries(command, false);
+    command.get_option("--entries")->required();
+    options->sources.addReading(command);
+    addCommaList(
+        command, "-p,--percent",
+        [options](auto const& values) { options->percents = percentsOf(values); },
+        "Percentages, separated by commas. Default: 95 to 50 in steps of 5")
+        .type_name("PERCENTS")
+        ->group("Which entries match");
+    command
+        .add_option(
+            "--pairs", options->pairsFile,
+            "Known pairs: a table, with tabs, semicolons or commas, whose first two columns "
+            "are the line of the text and the line of the entry")
+        ->type_name("FILE")
+        ->group("Files");
+    options->search.addTo(command, false);
+    options->format.addTo(command);
+    options->jobs.addTo(command);
+    command.callback([&program, options] {
+        options->sources.settle(options->format);
+        options->search.settle();
+        program.command = [&program, options] { return sweep(program, *options); };
+    });
+}
+
+}  // namespace near_text

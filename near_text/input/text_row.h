@@ -1,0 +1,19 @@
+// A text of the input on its way through a run, with what is carried over from beside it.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "near_text/input/input.h"
+
+namespace near_text {
+
+struct TextRow : Line {
+    TextRow() = default;
+    TextRow(Line line)
+        : Line(std::move(line)) {}  // NOLINT(google-explicit-constructor): a line is one
+
+    std::vector<std::string> kept;  // cells of the columns that are kept
+};
+
+}  // namespace near_text

@@ -1,0 +1,73 @@
+// The entries to search in, and the way back from an index of the add-in to the entry.
+//
+// The add-in numbers only the entries that hold a word. A blank entry therefore shifts the index
+// against the place that a person would count.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "near_text/input/text_row.h"
+#include "near_text/preparation/preparation.h"
+
+namespace near_text {
+
+struct Entry {
+    std::size_t place;              // from 1, blank entries counted: the line number in a file
+    std::string text;               // as it came, in UTF-8
+    std::vector<std::string> kept;  // cells of the columns that are kept
+    std::size_t begin;              // of what the add-in compares, in the dictionary
+    std::size_t length;
+};
+
+// By the add-in's index in the whole list, ascending.
+using Indices = std::vector<unsigned long>;
+
+struct EntryList {
+    std::u16string dictionary;  // as the add-in gets it
+    char16_t separator;
+    std::vector<Entry> entries;  // by the add-in's index
+    std::size_t places = 0;      // the last one, blank entries counted
+
+    std::u16string_view units(std::size_t index) const {
+        return std::u16string_view(dictionary).substr(entries[index].begin, entries[index].length);
+    }
+    // Such an entry is a unit longer than the same at the start of the list.
+    bool isBehindSeparator(std::size_t index) const { return entries[index].begin > 0; }
+};
+
+// Makes a list of entries that come one at a time. A list that is taken as it stands is joined by
+// what joined it; else NULs do, which no line holds.
+class EntryListBuilder {
+public:
+    EntryListBuilder(Preparation const& howToPrepare, char16_t separator)
+        : preparation(howToPrepare) {
+        list.separator = separator;
+    }
+
+    // A separator ahead of the first entry makes that as long as it would be elsewhere.
+    void beginWithSeparator() { list.dictionary = u'\0'; }
+
+    // `text` is what people read and `units` the same before it is prepared. `joint` goes ahead of
+    // it where it is not the first; its places ascend.
+    void add(std::size_t place, std::u16string_view units, std::string text,
+             std::vector<std::string> kept = {}, char16_t joint = u'\0');
+
+    // Throws std::runtime_error, which names `source`, when no entry holds a word.
+    EntryList take(std::string const& source);
+
+private:
+    Preparation preparation;
+    EntryList list;
+};
+
+// A list as it stands in a file, read as a whole and cut at the separator. A NUL separates whatever
+// the separator is, whitespace never does. Throws std::runtime_error, with file and line where
+// there is no text.
+EntryList entriesFromFile(TextFile const& file, char16_t separator, Preparation const& preparation);
+
+// The lines of a file, each ended by a line feed. Throws std::runtime_error.
+std::u16string readLines(TextFile const& file);
+
+}  // namespace near_text

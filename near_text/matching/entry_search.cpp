@@ -1,0 +1,49 @@
+// A shorter list has the entries in the order of the file, so the add-in's n-th match in it is the
+// n-th of those handed over. It begins with the separator unless it begins with the entry that
+// opens the whole list, so that each entry has the length that it has there: on that the limit and
+// the choice of the percentage depend.
+#include "near_text/matching/entry_search.h"
+
+namespace near_text {
+
+std::string refusal(std::string const& report, std::size_t units) {
+    constexpr std::size_t kMostTaken = 1000;
+    constexpr std::size_t kMostTold = 5000;  // of a longer line only a part may have been read
+    if (units <= kMostTaken) return report;
+    return report + " (this has " +
+           (units > kMostTold ? "more than " + std::to_string(kMostTold) : std::to_string(units)) +
+           ')';
+}
+
+Indices EntrySearch::find(std::u16string_view text, Percentages percentages) {
+    if (shortlist != nullptr) {
+        if (auto const entries = shortlist->entriesFor(text, percentages))
+            return findAmong(text, percentages, *entries);
+    }
+    return ask(text, percentages, list.dictionary);
+}
+
+Indices EntrySearch::findAmong(std::u16string_view text, Percentages percentages,
+                               Indices const& among) {
+    shorterList.clear();
+    for (unsigned long const index : among) {
+        // A NUL separates whatever the separator is, even where that is whitespace.
+        if (list.isBehindSeparator(index)) shorterList += u'\0';
+        shorterList += list.units(index);
+    }
+    // Nothing to look at is asked for too: it is the add-in that refuses a text.
+    Indices found = ask(text, percentages, shorterList);
+    for (unsigned long& index : found)
+        index = among[index];
+    return found;
+}
+
+Indices EntrySearch::ask(std::u16string_view text, Percentages percentages,
+                         std::u16string_view dictionary) {
+    auto const answer = component.search({text, dictionary, list.separator, threshold,
+                                          percentages.forShort, percentages.forLong, exclusions});
+    if (!answer) throw Refused(refusal(toUtf8(component.lastReport()), text.size()));
+    return host_client::parseIndexList(*answer);
+}
+
+}  // namespace near_text

@@ -1,0 +1,65 @@
+// Shows a search only the entries of a list that can match, where that is quicker than to show it
+// all of them. No answer depends on it.
+#pragma once
+
+#include <atomic>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string_view>
+#include <utility>
+
+#include "near_text/matching/index/entry_index.h"
+
+namespace near_text {
+
+// How alike an entry must be: one no longer than the threshold, and a longer one.
+struct Percentages {
+    int forShort;
+    int forLong;
+};
+
+// For all threads of a run. What it is given is the caller's and outlives it.
+class Shortlist {
+public:
+    // Searches that go without. Making the index takes about as long as ten, and the searches that
+    // follow must make up for it: a run of hardly more texts would be slower with it.
+    static constexpr std::size_t kSearchesWithout = 20;
+
+    Shortlist(EntryList const& searchedList, reference::ExcludedWords const& excludedWords,
+              int lengthThreshold)
+        : list(searchedList), excluded(excludedWords), threshold(lengthThreshold) {}
+
+    // Entries among which are all that match `text`; nothing where the whole list is to be
+    // searched.
+    std::optional<Indices> entriesFor(std::u16string_view text, Percentages percentages);
+
+private:
+    // What two percentages have left so far.
+    struct Experience {
+        SearchLimits limits;
+        std::size_t texts = 0;   // that the index was asked about
+        std::size_t left = 0;    // entries that it left, of all those texts
+        std::size_t passed = 0;  // texts that it was not asked about
+
+        bool isPaying(std::size_t entries) const;
+    };
+
+    // Null where it does not pay to ask the index.
+    Experience* experienceOf(Percentages percentages);
+    // Made by the first thread that asks. Until it is there the others get null and go without.
+    EntryIndex const* readyIndex();
+
+    EntryList const& list;
+    reference::ExcludedWords const& excluded;
+    int const threshold;
+    std::atomic<std::size_t> searches = 0;
+    std::atomic_flag isBegun;
+    std::unique_ptr<EntryIndex const> index;
+    std::atomic<EntryIndex const*> ready = nullptr;
+    std::mutex mutex;  // of all experience but the limits, which do not change
+    std::map<std::pair<int, int>, Experience> experience;
+};
+
+}  // namespace near_text

@@ -1,0 +1,96 @@
+// Only the nearest are wanted: what a search at a higher percentage finds is as near as that or
+// nearer, and what it does not find is less near. So where it finds enough the nearest are among
+// it.
+#include "near_text/matching/matches.h"
+
+#include <algorithm>
+#include <chrono>
+#include <stdexcept>
+
+namespace near_text {
+
+namespace {
+
+double secondsSince(std::chrono::steady_clock::time_point start) {
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
+}  // namespace
+
+void sortByNearness(std::vector<Match>& matches) {
+    std::stable_sort(matches.begin(), matches.end(),
+                     [](Match const& a, Match const& b) { return a.percent > b.percent; });
+}
+
+void keepWanted(std::vector<Match>& matches, Wanted wanted) {
+    sortByNearness(matches);
+    if (matches.size() > wanted.most) matches.resize(wanted.most);
+    if (!wanted.isBestAlone || matches.empty()) return;
+    int const best = matches[0].percent;
+    std::erase_if(matches, [&](Match const& match) { return match.percent < best; });
+}
+
+Matcher::Matcher(host_client::Component& component, EntryList const& searchedList,
+                 SearchTerms const& searchTerms, Wanted wantedMatches, Shortlist* shortlist)
+    : search(component, searchedList, searchTerms.exclusions, searchTerms.threshold, shortlist),
+      list(searchedList),
+      terms(searchTerms),
+      wanted(wantedMatches),
+      excluded(reference::readExclusions(terms.exclusions, list.separator)) {}
+
+std::vector<Match> Matcher::matches(std::u16string_view text) {
+    std::vector<Match> matches = measured(text, found(text));
+    if (!wanted.isAll()) keepWanted(matches, wanted);
+    return matches;
+}
+
+Indices Matcher::found(std::u16string_view text) {
+    Percentages const asked = terms.percentages;
+    for (std::size_t i = 0; i < kHigh.size() && !wanted.isAll(); ++i) {
+        Percentages const high = {std::max(asked.forShort, kHigh[i]),
+                                  std::max(asked.forLong, kHigh[i])};
+        bool const isRaised = high.forShort > asked.forShort || high.forLong > asked.forLong;
+        if (!isRaised || !highFirst[i].isDue()) continue;
+        auto const start = std::chrono::steady_clock::now();
+        Indices indices = search.find(text, high);
+        bool const isEnough = indices.size() >= (wanted.isBestAlone ? 1 : wanted.most);
+        highFirst[i].tried(secondsSince(start), isEnough);
+        if (isEnough) return indices;
+    }
+    auto const start = std::chrono::steady_clock::now();
+    Indices indices = search.find(text, asked);
+    double const seconds = secondsSince(start);
+    for (HighFirst& step : highFirst)
+        step.searchedFully(seconds);
+    return indices;
+}
+
+std::vector<Match> Matcher::measured(std::u16string_view text, Indices const& indices) const {
+    std::vector<Match> matches;
+    if (indices.empty()) return matches;
+    auto const against = explanation(text);
+    matches.reserve(indices.size());
+    for (unsigned long const index : indices) {
+        auto const sides = measure(against, index);
+        if (!sides.isAlike) {
+            throw std::runtime_error("the plain computation and the add-in's answer disagree");
+        }
+        matches.push_back({index, reference::nearness(sides), sides.distance, sides.limit});
+    }
+    return matches;
+}
+
+int Matcher::nearnessOf(std::u16string_view text, unsigned long index) const {
+    return reference::nearness(measure(explanation(text), index));
+}
+
+reference::SearchExplanation Matcher::explanation(std::u16string_view text) const {
+    return {text, excluded, terms.threshold, terms.percentages.forShort, terms.percentages.forLong};
+}
+
+reference::Measure Matcher::measure(reference::SearchExplanation const& against,
+                                    unsigned long index) const {
+    return against.measure(reference::readEntry(list.units(index), list.isBehindSeparator(index)));
+}
+
+}  // namespace near_text

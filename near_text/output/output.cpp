@@ -1,0 +1,94 @@
+#include "near_text/output/output.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <stdexcept>
+
+namespace near_text {
+
+namespace {
+
+bool isControl(char c) {
+    constexpr char kDelete = 127;
+    return (c >= 0 && c < ' ') || c == kDelete;
+}
+
+// Control characters, as file names may hold, are shown by their codes.
+std::string escaped(std::string const& text) {
+    std::string shown;
+    for (char const c : text) {
+        char code[8] = {c, '\0'};
+        if (isControl(c)) std::snprintf(code, sizeof code, "\\x%02X", static_cast<unsigned>(c));
+        shown += code;
+    }
+    return shown;
+}
+
+}  // namespace
+
+void holdStandardStreams() {
+    for (int const stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        bool const isClosed = fcntl(stream, F_GETFD) < 0;
+        // The lowest free number is the stream's own, opened for what nobody does with it.
+        if (isClosed) open("/dev/null", stream == STDIN_FILENO ? O_WRONLY : O_RDONLY);
+    }
+}
+
+void Output::encodeAs(std::string const& name) {
+    encoder.emplace(name);
+    encoding = name;
+}
+
+void Output::requireEncodable(std::string_view text) const {
+    // What has been written must not depend on it.
+    if (encoder) Encoder(encoding).encoded(text);
+}
+
+void Output::write(std::string_view text) {
+    constexpr std::size_t kEnough = 1 << 16;
+    if (encoder) {
+        waiting += encoder->encoded(text);
+    } else {
+        waiting += text;
+    }
+    if (waiting.size() >= kEnough) flush();
+}
+
+void Output::flush() {
+    std::string const text = std::move(waiting);
+    waiting.clear();
+    for (std::size_t done = 0; done < text.size();) {
+        ssize_t const count = ::write(STDOUT_FILENO, &text[done], text.size() - done);
+        if (count >= 0) {
+            done += static_cast<std::size_t>(count);
+        } else if (errno == EAGAIN) {
+            pollfd watched = {STDOUT_FILENO, POLLOUT, 0};
+            poll(&watched, 1, -1);
+        } else if (errno == EPIPE) {
+            throw NobodyReads();
+        } else if (errno != EINTR) {
+            throw std::runtime_error("cannot write: " + (errno == EBADF
+                                                             ? "standard output is closed"
+                                                             : std::string(std::strerror(errno))));
+        }
+    }
+}
+
+void complain(std::string const& message) {
+    // Over a line of progress, if one is drawn.
+    char const* const begin = isatty(STDERR_FILENO) == 1 ? "\r\033[Knear_text: " : "near_text: ";
+    std::fputs((begin + escaped(message) + '\n').c_str(), stderr);
+}
+
+std::string onOneLine(std::string text) {
+    std::replace_if(text.begin(), text.end(), isControl, ' ');
+    return text;
+}
+
+}  // namespace near_text

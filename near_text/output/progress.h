@@ -1,0 +1,44 @@
+// A line on a terminal's standard error that says how far a run is; nothing where there is none.
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <optional>
+#include <string>
+
+#include "near_text/input/input.h"
+
+namespace near_text {
+
+// As much of how far a run is as fits into so many columns. Each character takes one.
+std::string progressText(std::size_t done, std::optional<std::size_t> total, double seconds,
+                         std::size_t columns);
+
+class Progress {
+public:
+    // `file` is what is run through: where it is a file its lines are counted first.
+    explicit Progress(TextFile const& file);
+    ~Progress() { clear(); }
+    Progress(Progress const&) = delete;
+    Progress& operator=(Progress const&) = delete;
+
+    // One more line is done. Draws, a few times a second.
+    void step();
+    // Take the line away until the next step, so that a message, or output if it goes to a terminal
+    // too, can take its place.
+    void clear();
+    void clearForOutput();
+
+private:
+    using Clock = std::chrono::steady_clock;
+
+    bool isShown;
+    bool isOutputShown;
+    bool isDrawn = false;
+    std::optional<std::size_t> total;
+    std::size_t done = 0;
+    Clock::time_point start = Clock::now();
+    Clock::time_point nextDraw;
+};
+
+}  // namespace near_text
