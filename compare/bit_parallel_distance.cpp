@@ -207,6 +207,7 @@ template bool isWithin(unsigned long, MatchVector<Rows64> const&, unsigned long,
 template bool isWithin(unsigned long, MatchVector<Rows128> const&, unsigned long, Pieces);
 
 void BandedDistance::fillMatches(Pieces pattern) {
+    isOfSame_ = false;
     unsigned long const blocks = (pattern.units + kBlockRows - 1) / kBlockRows;
     if (matches_.size() < blocks) {
         // No more than needed, and not beside the old ones.
@@ -228,21 +229,27 @@ unsigned long BandedDistance::upTo(unsigned long limit, bool isAnswerEnough, Pie
     unsigned long const rows = first.units;
     unsigned long const columns = second.units;
     if (columns < rows) return upTo(limit, isAnswerEnough, second, first);
-    unsigned long const difference = columns - rows;
-    if (difference > limit || rows == 0) return difference;
+    if (columns - rows > limit || rows == 0) return columns - rows;
     if (isAnswerEnough && columns <= limit) return columns;
-    LastDiagonal diagonal(limit, rows, columns);
     fillMatches(first);
+    return upToOfFilled(limit, isAnswerEnough, rows, second);
+}
 
+unsigned long BandedDistance::upToOfFilled(unsigned long limit, bool isAnswerEnough,
+                                           unsigned long rows, Pieces text) {
+    unsigned long const columns = text.units;
+    LastDiagonal diagonal(limit, rows, columns);
     // The band: so many diagonals below the first one and above the last. A way that leaves it
     // needs more edits than the limit only to come back.
-    unsigned long const spare = (limit - difference) / 2;
-    unsigned long const lead = difference + spare;  // of columns over rows
+    auto const [fewer, more] = std::minmax(rows, columns);
+    unsigned long const spare = (limit - (more - fewer)) / 2;
+    unsigned long const lead = columns - fewer + spare;  // of columns over rows
+    unsigned long const lag = rows - fewer + spare;
     columns_.assign((rows - 1) / kBlockRows + 1, BlockColumn());
     unsigned long column = 0;
-    forEachUnitWhile(second, [&](unsigned short unit) {
+    forEachUnitWhile(text, [&](unsigned short unit) {
         unsigned long const top = column > lead ? column - lead : 0;
-        unsigned long const bottom = std::min(column + spare, rows - 1);
+        unsigned long const bottom = std::min(column + lag, rows - 1);
         unsigned long const last = bottom / kBlockRows;
         bool const isOnDiagonal = diagonal.next();
         Carry carry = kTopRow;
@@ -262,6 +269,13 @@ unsigned long BandedDistance::upTo(unsigned long limit, bool isAnswerEnough, Pie
 
 bool BandedDistance::isWithin(unsigned long limit, Pieces first, Pieces second) {
     return upTo(limit, true, first, second) <= limit;
+}
+
+bool BandedDistance::isWithinOfSame(unsigned long limit, Pieces pattern, Pieces text) {
+    if (auto const answer = isWithinByLengths(limit, pattern.units, text.units)) return *answer;
+    if (!isOfSame_) fillMatches(pattern);
+    isOfSame_ = true;
+    return upToOfFilled(limit, true, pattern.units, text) <= limit;
 }
 
 unsigned long BandedDistance::between(Utf16View first, Utf16View second) {

@@ -1,4 +1,4 @@
-// What the fast roads are made of, each part held against a form that is plain to see.
+// What the fast paths are made of, each part held against a form that is plain to see.
 #include <map>
 #include <numeric>
 #include <unordered_map>
@@ -178,9 +178,58 @@ TEST(WordList, TellsWordsApartThatHaveOneHash) {
          {alikeInHash(u"", 3, u""), alikeInHash(u"lead", 3, u""), alikeInHash(u"", 4, u"tail")}) {
         WordList list(2);
         EXPECT_EQ(list.findOrAdd(one), 0U);
-        EXPECT_EQ(list.find(other), WordList::kNoRoom);
-        EXPECT_EQ(list.findOrAdd(other), 1U);
+        EXPECT_EQ(list.find(other), WordList::kNotFound);
+        for (int round = 0; round < 2; ++round) {
+            EXPECT_EQ(list.findOrAdd(other), 1U);
+            EXPECT_EQ(list.find(other), 1U);
+            EXPECT_EQ(list.find(one), 0U);
+            list.cutBackTo(1);
+            EXPECT_EQ(list.find(other), WordList::kNotFound);
+        }
     }
+}
+
+// A list that grows and is cut back, with words that collide, others, and some that are only
+// appended.
+TEST(WordList, HoldsWhatAMapHolds) {
+    RandomText random(77);
+    auto const colliding = collidingWords();
+    std::vector<Utf16String> words;
+    for (std::size_t i = 0; i < 300; ++i)
+        words.push_back(units(i < colliding.size() ? colliding[i] : numbered(i, 2)));
+    for (int round = 0; round < 40; ++round) {
+        WordList list(random.below(3));
+        std::map<Utf16String, std::uint32_t> map;
+        std::vector<Utf16String> order;
+        for (std::size_t i = 0; i < 600; ++i) {
+            Utf16String const& word = words[random.below(round % 2 == 0 ? 300 : 100)];
+            auto const [found, isNew] =
+                map.try_emplace(word, static_cast<std::uint32_t>(order.size()));
+            if (isNew) order.push_back(word);
+            ASSERT_EQ(list.findOrAdd(word), found->second);
+            if (random.oneIn(150)) {
+                list.append(units(u"appended"));
+                order.push_back(units(u"appended"));
+            }
+            if (!random.oneIn(90)) continue;
+            std::size_t const size = random.below(order.size() + 1);
+            list.cutBackTo(static_cast<std::uint32_t>(size));
+            for (; order.size() > size; order.pop_back())
+                map.erase(order.back());
+        }
+        for (Utf16String const& word : words)
+            ASSERT_EQ(list.find(word), map.contains(word) ? map[word] : WordList::kNotFound);
+    }
+}
+
+TEST(WordList, KeepsOrdinaryWordsInItsTable) {
+    WordList list(1);
+    std::vector<Utf16String> words;
+    for (std::size_t i = 0; i < 60'000; ++i)
+        words.push_back(units(numbered(i, 3)));
+    for (Utf16String const& word : words)
+        list.findOrAdd(word);
+    EXPECT_LE(list.wordsInTree(), 10U);
 }
 
 }  // namespace

@@ -1,0 +1,80 @@
+#include "search/search_side.h"
+
+#include <algorithm>
+
+void SearchSide::add(Utf16View word) {
+    words_.push_back(word);
+    cancelledBy_.push_back(entry_);
+    histogram_.add(word);
+}
+
+std::optional<unsigned short> SearchSide::rarestUnit() {
+    if (samples_.empty()) return {};
+    return orderedHistogram().rarest();
+}
+
+UnitHistogram const& SearchSide::orderedHistogram() {
+    if (!isOrdered_) histogram_.orderBy(samples_);
+    isOrdered_ = true;
+    return histogram_;
+}
+
+// With a great limit few entries lack so many units, and a much longer entry is likely to lack
+// none.
+unsigned long SearchSide::missingIn(Utf16View entry, unsigned long limit) {
+    bool const isUseful = 2 * units() > 3 * limit && entry.size() <= 4 * (units() + limit) &&
+                          entry.size() <= UnitHistogram::kMaxUnits;
+    return isUseful ? orderedHistogram().missingIn(entry, limit) : 0;
+}
+
+void SearchSide::restore() {
+    ++entry_;
+    cancelledUnits_ = 0;
+}
+
+bool SearchSide::isLeftWithin(unsigned long limit, Pieces const& entryLeft) {
+    unsigned long const rows = units() - cancelledUnits_;
+    if (auto const answer = isWithinByLengths(limit, rows, entryLeft.units)) return *answer;
+    if (units() <= MatchVector<Rows64>::kRows) return isWithinRows(fewRows_, limit, entryLeft);
+    if (units() <= MatchVector<Rows128>::kRows) return isWithinRows(moreRows_, limit, entryLeft);
+    if (cancelledUnits_ == 0) return banded_.isWithinOfSame(limit, {words_, rows}, entryLeft);
+    left_.clear();
+    left_.reserve(words_.size());
+    for (unsigned long i = 0; i < words_.size(); ++i) {
+        if (cancelledBy_[i] != entry_) left_.push_back(words_[i]);
+    }
+    Pieces const left(left_, rows);
+    // Leaves the rows of all words in place.
+    bool const isShort = std::min(rows, entryLeft.units) <= MatchVector<Rows64>::kRows;
+    return isShort ? isWithin(limit, left, entryLeft) : banded_.isWithin(limit, left, entryLeft);
+}
+
+template <class Rows>
+SearchSide::RowsOfWords<Rows>::RowsOfWords(std::vector<Utf16View> const& words) {
+    unsigned long row = 0;
+    for (Utf16View const word : words) {
+        for (unsigned short const unit : word)
+            all.add(unit, row++);
+    }
+    left = all;
+}
+
+template <class Rows>
+bool SearchSide::isWithinRows(std::optional<RowsOfWords<Rows>>& rows, unsigned long limit,
+                              Pieces const& entryLeft) {
+    if (!rows) rows.emplace(words_);
+    return isWithin(limit, leftOf(*rows), units() - cancelledUnits_, entryLeft);
+}
+
+template <class Rows>
+MatchVector<Rows> const& SearchSide::leftOf(RowsOfWords<Rows>& rows) const {
+    if (cancelledUnits_ == 0) return rows.all;
+    rows.left.copyRows(rows.all);
+    // From the last word on, since the rows above move down.
+    unsigned long row = units();
+    for (unsigned long i = words_.size(); i-- > 0;) {
+        row -= words_[i].size();
+        if (cancelledBy_[i] == entry_) rows.left.removeRows(row, words_[i].size());
+    }
+    return rows.left;
+}
