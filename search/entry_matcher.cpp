@@ -16,15 +16,16 @@
 #include <cassert>
 
 #include "compare/text_limit.h"
+#include "compare/text_measures.h"
 #include "compare/words.h"
 #include "search/section_scanner.h"
 
 namespace {
 
-// Words that a list is made for: as many as so many units can be, or some that it can grow from.
-unsigned long firstCapacity(unsigned long units, unsigned long entryWords) {
+// As many as there will be or, where the exclusions are long, some that the list grows from.
+unsigned long firstCapacity(Utf16View searchText, Utf16View exclusions, unsigned long entryWords) {
     constexpr unsigned long kMost = 512;
-    return std::min(units / 2 + 2 + entryWords, kMost);
+    return TextMeasures(searchText).words + entryWords + std::min(exclusions.size() / 2 + 1, kMost);
 }
 
 }  // namespace
@@ -32,9 +33,8 @@ unsigned long firstCapacity(unsigned long units, unsigned long entryWords) {
 EntryMatcher::EntryMatcher(Utf16View searchText, Utf16View exclusions, unsigned short separator,
                            std::span<Utf16View const> samples, unsigned long entryWords)
     : entryWords_(entryWords),
-      words_(firstCapacity(searchText.size() + exclusions.size(), entryWords)),
-      cutter_(entryWords),
-      search_(samples) {
+      words_(firstCapacity(searchText, exclusions, entryWords)),
+      cutter_(entryWords) {
     assert(searchText.size() <= kMaxTextLength && entryWords <= kEntryWords);
     SectionScanner scanner(exclusions, separator);
     for (Section section; scanner.next(section);)
@@ -44,14 +44,13 @@ EntryMatcher::EntryMatcher(Utf16View searchText, Utf16View exclusions, unsigned 
         cutter_.addExcluded(word);
     forEachWord(searchText, [this](Utf16View word) { words_.findOrAdd(word); });
     searchEnd_ = words_.size();
-    for (Utf16View const word : words_.words().subspan(exclusionsEnd_)) {
+    for (Utf16View const word : words_.words().subspan(exclusionsEnd_))
         cutter_.addSearched(word);
-        search_.add(word);
-    }
+    search_.emplace(words_, exclusionsEnd_, samples);
 }
 
 bool EntryMatcher::isMatch(Utf16View entry, unsigned short const* textEnd, unsigned long limit) {
-    unsigned long const searchUnits = search_.units();
+    unsigned long const searchUnits = search_->units();
     if (std::max(searchUnits, entry.size()) <= limit) return true;
     if (searchUnits > entry.size() + limit) return false;
 
@@ -67,7 +66,7 @@ bool EntryMatcher::isMatch(Utf16View entry, unsigned short const* textEnd, unsig
         cut = cutter_.cut(entry, mostUnits);
         if (cut.units > mostUnits) return false;
     }
-    unsigned long const missing = search_.missingIn(entry, limit);
+    unsigned long const missing = search_->missingIn(entry, limit);
     if (missing > limit) return false;
     mostUnits -= missing;
     if (!isLikelyTooLong) cut = cutter_.cut(entry, mostUnits);
@@ -76,16 +75,16 @@ bool EntryMatcher::isMatch(Utf16View entry, unsigned short const* textEnd, unsig
     auto left = leftOf(cut, mostUnits);
     if (!left) return false;
     left->textEnd = textEnd;
-    return search_.isLeftWithin(limit, *left);
+    return search_->isLeftWithin(limit, *left);
 }
 
 std::optional<Pieces> EntryMatcher::leftOf(CutEntry const& entry, unsigned long mostUnits) {
     words_.cutBackTo(searchEnd_);
-    search_.restore();
+    search_->restore();
     unsigned long const units =
         entry.isComplete ? takeCut(entry, mostUnits) : takeMany(entry.text, mostUnits);
     if (units > mostUnits) return {};
-    return Pieces(words_.words().subspan(searchEnd_), units - search_.cancelledUnits());
+    return Pieces(words_.words().subspan(searchEnd_), units - search_->cancelledUnits());
 }
 
 unsigned long EntryMatcher::takeCut(CutEntry const& entry, unsigned long mostUnits) {
@@ -127,7 +126,7 @@ unsigned long EntryMatcher::take(Utf16View word) {
     std::uint32_t const place = words_.findOrAdd(word);
     if (place == end) return word.size();
     bool const isSearched = exclusionsEnd_ <= place && place < searchEnd_;
-    return isSearched && search_.cancel(place - exclusionsEnd_) ? word.size() : 0;
+    return isSearched && search_->cancel(place - exclusionsEnd_) ? word.size() : 0;
 }
 
 // A hash that is new belongs to a word that is new, so this never counts a repeat, and an excluded

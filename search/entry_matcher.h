@@ -34,7 +34,7 @@ public:
 
     // A unit that few entries hold, as far as the samples tell, and that a match within 0 edits
     // must hold; nothing where there is none.
-    std::optional<unsigned short> neededUnit() { return search_.rarestUnit(); }
+    std::optional<unsigned short> neededUnit() { return search_->rarestUnit(); }
 
     // True when what is left of `entry`, which holds a word, is within `limit` edits of what is
     // left of the search text. The text that the entry is part of can be read up to `textEnd`.
@@ -60,6 +60,6 @@ private:
     std::uint32_t exclusionsEnd_;
     std::uint32_t searchEnd_;
     EntryCutter cutter_;
-    SearchSide search_;
+    std::optional<SearchSide> search_;  // made when its words are listed
     std::unique_ptr<Hashes> hashes_;
 };

@@ -2,10 +2,11 @@
 
 #include <algorithm>
 
-void SearchSide::add(Utf16View word) {
-    words_.push_back(word);
-    cancelledBy_.push_back(entry_);
-    histogram_.add(word);
+SearchSide::SearchSide(WordList const& list, std::uint32_t begin,
+                       std::span<Utf16View const> samples)
+    : list_(list), begin_(begin), samples_(samples), cancelledBy_(list.size() - begin) {
+    for (Utf16View const word : words())
+        histogram_.add(word);
 }
 
 std::optional<unsigned short> SearchSide::rarestUnit() {
@@ -37,11 +38,11 @@ bool SearchSide::isLeftWithin(unsigned long limit, Pieces const& entryLeft) {
     if (auto const answer = isWithinByLengths(limit, rows, entryLeft.units)) return *answer;
     if (units() <= MatchVector<Rows64>::kRows) return isWithinRows(fewRows_, limit, entryLeft);
     if (units() <= MatchVector<Rows128>::kRows) return isWithinRows(moreRows_, limit, entryLeft);
-    if (cancelledUnits_ == 0) return banded_.isWithinOfSame(limit, {words_, rows}, entryLeft);
+    if (cancelledUnits_ == 0) return banded_.isWithinOfSame(limit, {words(), rows}, entryLeft);
     left_.clear();
-    left_.reserve(words_.size());
-    for (unsigned long i = 0; i < words_.size(); ++i) {
-        if (cancelledBy_[i] != entry_) left_.push_back(words_[i]);
+    left_.reserve(words().size());
+    for (unsigned long i = 0; i < words().size(); ++i) {
+        if (cancelledBy_[i] != entry_) left_.push_back(words()[i]);
     }
     Pieces const left(left_, rows);
     // Leaves the rows of all words in place.
@@ -50,7 +51,7 @@ bool SearchSide::isLeftWithin(unsigned long limit, Pieces const& entryLeft) {
 }
 
 template <class Rows>
-SearchSide::RowsOfWords<Rows>::RowsOfWords(std::vector<Utf16View> const& words) {
+SearchSide::RowsOfWords<Rows>::RowsOfWords(std::span<Utf16View const> words) {
     unsigned long row = 0;
     for (Utf16View const word : words) {
         for (unsigned short const unit : word)
@@ -62,7 +63,7 @@ SearchSide::RowsOfWords<Rows>::RowsOfWords(std::vector<Utf16View> const& words) 
 template <class Rows>
 bool SearchSide::isWithinRows(std::optional<RowsOfWords<Rows>>& rows, unsigned long limit,
                               Pieces const& entryLeft) {
-    if (!rows) rows.emplace(words_);
+    if (!rows) rows.emplace(words());
     return isWithin(limit, leftOf(*rows), units() - cancelledUnits_, entryLeft);
 }
 
@@ -71,10 +72,11 @@ MatchVector<Rows> const& SearchSide::leftOf(RowsOfWords<Rows>& rows) const {
     if (cancelledUnits_ == 0) return rows.all;
     rows.left.copyRows(rows.all);
     // From the last word on, since the rows above move down.
+    auto const all = words();
     unsigned long row = units();
-    for (unsigned long i = words_.size(); i-- > 0;) {
-        row -= words_[i].size();
-        if (cancelledBy_[i] == entry_) rows.left.removeRows(row, words_[i].size());
+    for (unsigned long i = all.size(); i-- > 0;) {
+        row -= all[i].size();
+        if (cancelledBy_[i] == entry_) rows.left.removeRows(row, all[i].size());
     }
     return rows.left;
 }

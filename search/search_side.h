@@ -11,15 +11,13 @@
 #include "compare/bag_distance.h"
 #include "compare/bit_parallel_distance.h"
 #include "compare/utf16_string.h"
+#include "compare/word_list.h"
 
 class SearchSide {
 public:
-    // `samples` are texts of the list, or empty, and make no difference to an answer. They outlive
-    // this, and so do the words.
-    explicit SearchSide(std::span<Utf16View const> samples) : samples_(samples) {}
-
-    // To be called before all else, with distinct words of 1000 units in all at most.
-    void add(Utf16View word);
+    // Its words are those of `list` from `begin` on, of 1000 units in all at most. `samples` are
+    // texts that entries are like, or empty, and make no difference to an answer. All outlive this.
+    SearchSide(WordList const& list, std::uint32_t begin, std::span<Utf16View const> samples);
 
     // Of all words.
     unsigned long units() const { return histogram_.size(); }
@@ -38,7 +36,7 @@ public:
     bool cancel(unsigned long word) {
         if (cancelledBy_[word] == entry_) return false;
         cancelledBy_[word] = entry_;
-        cancelledUnits_ += words_[word].size();
+        cancelledUnits_ += words()[word].size();
         return true;
     }
     unsigned long cancelledUnits() const { return cancelledUnits_; }
@@ -50,7 +48,7 @@ private:
     // The rows of all words, and of those that are left.
     template <class Rows>
     struct RowsOfWords {
-        explicit RowsOfWords(std::vector<Utf16View> const& words);
+        explicit RowsOfWords(std::span<Utf16View const> words);
 
         MatchVector<Rows> all;
         MatchVector<Rows> left;
@@ -63,13 +61,19 @@ private:
     template <class Rows>
     MatchVector<Rows> const& leftOf(RowsOfWords<Rows>& rows) const;
 
-    std::vector<Utf16View> words_;
+    // The list grows, and what it holds behind them changes.
+    std::span<Utf16View const> words() const {
+        return list_.words().subspan(begin_, cancelledBy_.size());
+    }
+
+    WordList const& list_;
+    std::uint32_t const begin_;
     std::span<Utf16View const> const samples_;
     UnitHistogram histogram_;
     bool isOrdered_ = false;  // the histogram is, from its first use on
 
-    unsigned long entry_ = 0;                 // the number of the one at hand
-    std::vector<unsigned long> cancelledBy_;  // by word: the last entry that has it
+    std::uint32_t entry_ = 0;                 // the number of the one at hand
+    std::vector<std::uint32_t> cancelledBy_;  // by word: the last entry that has it
     unsigned long cancelledUnits_ = 0;
 
     std::optional<RowsOfWords<Rows64>> fewRows_;    // of up to 64 units
