@@ -3,18 +3,23 @@
 #include "compare/words.h"
 
 CutEntry EntryCutter::cut(Utf16View entry, unsigned long mostUnits) {
-    CutEntry cut{entry, words_.data(), 0, true, 0, known_};
+    CutWord* const first = words_.data();
+    CutWord* const roomEnd = first + room_;
+    CutWord* end = first;
     FingerprintSet seen = excluded_;
+    FingerprintSet toLookUp = known_;
+    unsigned long units = 0;
+    bool isComplete = true;
     forEachWordWhile(entry, [&](Utf16View word) {
-        cut.isComplete = cut.count < room_;
-        if (!cut.isComplete) return false;
+        isComplete = end != roomEnd;
+        if (!isComplete) return false;
         Fingerprint const own = fingerprintOf(word);
-        words_[cut.count++] = {word, own};
+        *end++ = {word, own};
         bool const wasSeen = seen.has(own);
-        cut.units += wasSeen ? 0 : word.size();
+        units += wasSeen ? 0 : word.size();
         seen.add(own);
-        cut.toLookUp.addIf(wasSeen, own);
-        return cut.units <= mostUnits;
+        toLookUp.addIf(wasSeen, own);
+        return units <= mostUnits;
     });
-    return cut;
+    return {entry, {first, end}, isComplete, units, toLookUp};
 }

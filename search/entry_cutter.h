@@ -1,6 +1,8 @@
 // Cuts an entry into words, and tells by their fingerprints which of them need to be looked up.
 #pragma once
 
+#include <span>
+
 #include "compare/fixed_buffer.h"
 #include "compare/utf16_string.h"
 #include "search/fingerprints.h"
@@ -13,8 +15,7 @@ struct CutWord {
 // An entry, cut. What it refers to is the cutter's until it cuts another.
 struct CutEntry {
     Utf16View text;
-    CutWord const* words = nullptr;
-    unsigned long count = 0;
+    std::span<CutWord const> words;
     // The cutter has room for all words, or as many of them as were too many units.
     bool isComplete = true;
     // Of the words with a fingerprint that was not seen before: they are neither excluded nor

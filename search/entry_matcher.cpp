@@ -89,8 +89,8 @@ std::optional<Pieces> EntryMatcher::leftOf(CutEntry const& entry, unsigned long 
 
 unsigned long EntryMatcher::takeCut(CutEntry const& entry, unsigned long mostUnits) {
     unsigned long units = 0;
-    for (unsigned long i = 0; i < entry.count && units <= mostUnits; ++i) {
-        CutWord const& word = entry.words[i];
+    for (CutWord const& word : entry.words) {
+        if (units > mostUnits) break;
         if (entry.toLookUp.has(word.fingerprint)) {
             units += take(word.text);
         } else {

@@ -23,7 +23,7 @@ UnitHistogram const& SearchSide::orderedHistogram() {
 // With a great limit few entries lack so many units, and a much longer entry is likely to lack
 // none.
 unsigned long SearchSide::missingIn(Utf16View entry, unsigned long limit) {
-    bool const isUseful = 2 * units() > 3 * limit && entry.size() <= 4 * (units() + limit) &&
+    bool const isUseful = 3 * units() > 4 * limit && entry.size() <= 4 * (units() + limit) &&
                           entry.size() <= UnitHistogram::kMaxUnits;
     return isUseful ? orderedHistogram().missingIn(entry, limit) : 0;
 }
