@@ -79,7 +79,9 @@ bool areSurelyFurther(TextMeasures const& first, TextMeasures const& second, uns
         return !beginOrEndAlike<2>(first.text, second.text) &&
                exceedsBucketDifference(first, second, limit);
     }
-    return !beginOrEndAlike<8>(first.text, second.text) && exceedsBagDistance(first, second, limit);
+    // With a great limit few texts lack so many units.
+    return fewer > 3 * limit && !beginOrEndAlike<8>(first.text, second.text) &&
+           exceedsBagDistance(first, second, limit);
 }
 
 // Of a text with one word.
@@ -149,7 +151,6 @@ private:
 std::optional<bool> compareByWordList(TextMeasures const& first, TextMeasures const& second,
                                       unsigned long limit,
                                       std::span<Utf16String const> exclusions) {
-    if (std::max(first.wordUnits, second.wordUnits) <= limit) return true;
     bool const areSingleWords = first.words == 1 && second.words == 1 && exclusions.empty();
     if (exclusions.empty() && areSurelyFurther(first, second, limit, areSingleWords)) return false;
     if (areSingleWords) {
