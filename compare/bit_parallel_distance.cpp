@@ -114,6 +114,20 @@ Rows step(Rows& VP, Rows& VN, Rows Eq) {
     return step(VP, VN, Eq, carry);
 }
 
+// Goes on by one unit in these blocks, from the upper to the lower, and gives D0 of the `wanted`
+// one. A function of its own, so that its loop has all registers.
+[[gnu::noinline]] Rows64 stepBlocks(std::span<BlockColumn> blocks,
+                                    MatchVector<Rows64> const* matches, unsigned short unit,
+                                    BlockColumn const* wanted) {
+    Rows64 wantedD0 = 0;
+    Carry carry = kTopRow;
+    for (BlockColumn& block : blocks) {
+        Rows64 const D0 = step(block.VP, block.VN, (matches++)->rowsOf(unit), carry);
+        wantedD0 = &block == wanted ? D0 : wantedD0;
+    }
+    return wantedD0;
+}
+
 // How many more edits the limit allows at the cell on the last diagonal, column by column.
 class LastDiagonal {
 public:
@@ -216,10 +230,14 @@ void BandedDistance::fillMatches(Pieces pattern) {
     }
     for (unsigned long block = 0; block < blocks; ++block)
         matches_[block].clear();
+    MatchVector<Rows64>* block = matches_.data();
     unsigned long row = 0;
     forEachUnitWhile(pattern, [&](unsigned short unit) {
-        matches_[row / kBlockRows].add(unit, row % kBlockRows);
-        ++row;
+        block->add(unit, row);
+        if (++row == kBlockRows) {
+            ++block;
+            row = 0;
+        }
         return true;
     });
 }
@@ -245,21 +263,17 @@ unsigned long BandedDistance::upToOfFilled(unsigned long limit, bool isAnswerEno
     unsigned long const spare = (limit - (more - fewer)) / 2;
     unsigned long const lead = columns - fewer + spare;  // of columns over rows
     unsigned long const lag = rows - fewer + spare;
-    columns_.assign((rows - 1) / kBlockRows + 1, BlockColumn());
+    unsigned long const lastRow = rows - 1;
+    columns_.assign(lastRow / kBlockRows + 1, BlockColumn());
     unsigned long column = 0;
     forEachUnitWhile(text, [&](unsigned short unit) {
-        unsigned long const top = column > lead ? column - lead : 0;
-        unsigned long const bottom = std::min(column + lag, rows - 1);
-        unsigned long const last = bottom / kBlockRows;
+        unsigned long const top = (column > lead ? column - lead : 0) / kBlockRows;
+        unsigned long const bottom = std::min(column + lag, lastRow) / kBlockRows;
         bool const isOnDiagonal = diagonal.next();
-        Carry carry = kTopRow;
-        for (unsigned long block = top / kBlockRows; block <= last; ++block) {
-            auto& [VP, VN] = columns_[block];
-            Rows64 const D0 = step(VP, VN, matches_[block].rowsOf(unit), carry);
-            if (isOnDiagonal && block == diagonal.row() / kBlockRows) {
-                diagonal.step(D0 >> diagonal.row() % kBlockRows);
-            }
-        }
+        unsigned long const wanted = isOnDiagonal ? diagonal.row() / kBlockRows : top;
+        Rows64 const D0 = stepBlocks({&columns_[top], &columns_[bottom] + 1}, &matches_[top], unit,
+                                     &columns_[wanted]);
+        if (isOnDiagonal) diagonal.step(D0 >> diagonal.row() % kBlockRows);
         ++column;
         return !diagonal.isAbove() && !(isAnswerEnough && diagonal.isSettled());
     });
