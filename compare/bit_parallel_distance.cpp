@@ -227,9 +227,10 @@ void BandedDistance::fillMatches(Pieces pattern) {
         // No more than needed, and not beside the old ones.
         std::vector<MatchVector<Rows64>>().swap(matches_);
         matches_.resize(blocks);
+    } else {
+        for (unsigned long i = 0; i < blocks; ++i)
+            matches_[i].clear();
     }
-    for (unsigned long block = 0; block < blocks; ++block)
-        matches_[block].clear();
     MatchVector<Rows64>* block = matches_.data();
     unsigned long row = 0;
     forEachUnitWhile(pattern, [&](unsigned short unit) {
