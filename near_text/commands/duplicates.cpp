@@ -75,7 +75,7 @@ std::vector<Json> groupRows(
 
 Status execute(DuplicatesSettings const& settings) {
     SearchTerms const terms = readTerms(settings.search);
-    auto const file = readEntries(settings.texts, settings.search.preparation,
+    auto const file = readEntries(settings.texts, settings.search.preparer,
                                   /*beginsWithSeparator=*/true);
     EntryList const& list = file.list;
     Matchers matchers(settings.addIn, settings.run, list, terms, {});
@@ -117,7 +117,7 @@ Status execute(DuplicatesSettings const& settings) {
         return true;
     };
     Status status =
-        run(matchers, settings.search.preparation, next, work, failureText, writer, interrupt);
+        run(matchers, settings.search.preparer, next, work, failureText, writer, interrupt);
     if (settings.isGrouped && interrupt.signal() == 0) {
         auto const complainOf = [&](Entry const& entry, std::string const& error) {
             complain(placeOf(shownName(settings.texts.file.name), entry.place) + error);

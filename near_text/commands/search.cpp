@@ -6,16 +6,17 @@
 #include "near_text/messages/messages.h"
 #include "near_text/output/explanation_text.h"
 #include "near_text/output/output.h"
+#include "reference/whitespace.h"
 
 namespace near_text {
 
 namespace {
 
 EntryFile readList(TextSearchSettings const& settings) {
-    Preparation const& preparation = settings.search.preparation;
+    Preparer const& preparer = settings.search.preparer;
     if (auto const* const file = std::get_if<Source>(&settings.entries))
-        return readEntries(*file, preparation);
-    return {readWholeList(std::get<WholeList>(settings.entries), preparation), {}};
+        return readEntries(*file, preparer);
+    return {readWholeList(std::get<WholeList>(settings.entries), preparer), {}};
 }
 
 std::string commaList(Indices const& indices) {
@@ -103,7 +104,7 @@ void writeExplained(Output& output, TextSearchSettings const& settings, EntryLis
 
 Status execute(TextSearchSettings const& settings) {
     auto const component = makeComponent(settings.addIn);
-    std::u16string const text = settings.search.preparation.prepared(toUnits(settings.text));
+    std::u16string const text = settings.search.preparer.prepared(toUnits(settings.text));
     SearchTerms const terms = readTerms(settings.search);
     EntryFile const entries = readList(settings);
     auto const excluded = reference::readExclusions(terms.exclusions, entries.list.separator);
@@ -118,6 +119,9 @@ Status execute(TextSearchSettings const& settings) {
     Output output(settings.output.encoding);
     std::vector<Match> const matches = matcher.matches(text);
     Indices const asked = askedIndices(settings, entries.list);
+    if (!asked.empty() && !reference::holdsWord(text)) {
+        throw std::runtime_error("TEXT contains no word, so there is nothing to explain");
+    }
     if (!settings.isExplained && settings.explainedPlaces.empty()) {
         writeMatches(output, settings, entries, matches);
     } else if (!matches.empty() || !asked.empty()) {

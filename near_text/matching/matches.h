@@ -2,13 +2,11 @@
 // them are wanted.
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <string_view>
 #include <vector>
 
 #include "near_text/matching/entry_search.h"
-#include "near_text/matching/high_first.h"
 #include "near_text/matching/search_terms.h"
 #include "reference/explanation.h"
 
@@ -58,10 +56,6 @@ private:
     SearchTerms const& terms;
     Wanted wanted;
     reference::ExcludedWords const& excluded;
-
-    // Percentages to try first, one after the other.
-    static constexpr std::array kHigh = {85, 75};
-    std::array<HighFirst, kHigh.size()> highFirst;
 };
 
 }  // namespace near_text

@@ -20,7 +20,7 @@ using RowWork =
 using FailureText = std::function<std::string(TextRow const& row, std::string const& error)>;
 
 // Runs the rows that `next` gives through `work`, and their results, in order, to `writer`.
-Status run(Matchers& matchers, Preparation const& preparation,
+Status run(Matchers& matchers, Preparer const& preparer,
            std::function<bool(TextRow& row)> const& next, RowWork const& work,
            FailureText const& failureText, MatchWriter& writer, Interrupt const& interrupt);
 
