@@ -1,6 +1,7 @@
-#include "near_text/input/encoding.h"
+#include "near_text/input/decoder.h"
 
-#include "near_text/input/input.h"
+#include "near_text/input/line_reader.h"
+#include "near_text/output/encoder.h"
 #include "tests/test_support.h"
 
 namespace {
@@ -35,6 +36,7 @@ std::string messageOf(auto const& call) {
 TEST(Encoding, ReadsInPiecesWhatItWrites) {
     std::string text = "red ball\r\n\u042F\u2116 7;\"\u00AB\u0451\u00BB\"\n";
     std::string const marked = "\xEF\xBB\xBF" + text;
+    std::string const mark = "\uFEFF";
     std::string const pairs = text + "\U0001F600\U00010400\n";
     std::string longText = "x";  // of pairs at odd places, more than are converted at once
     for (int i = 0; i < 1500; ++i)
@@ -53,6 +55,9 @@ TEST(Encoding, ReadsInPiecesWhatItWrites) {
         {"utf-16", encoded("utf-16be", pairs), pairs},
         {"utf-16be", encoded("utf-16be", longText), longText},
         {"utf-32", encoded("utf-32", pairs), pairs},
+        {"", encoded("utf-32le", mark + pairs), pairs},
+        {"koi8-r", encoded("utf-32be", mark + pairs), pairs},
+        {"utf-16", "\xFF\xFE", ""},
         {"gb18030", encoded("gb18030", longText), longText},
         {"shift_jis", "\x93\xFA\x96\x7B", "\u65E5\u672C"}};
     for (auto const& [encoding, bytes, expected] : cases) {
@@ -95,12 +100,12 @@ TEST(Encoding, TellsOnceWhatAFileLooksLike) {
     for (auto const& [encoding, text] : others) {
         std::string const bytes = encoded(encoding, text);
         std::string const hint =
-            "looks like " + encoding + ", not UTF-8: --encoding " + encoding + " reads it";
-        EXPECT_EQ(messageOf([&] { decoded("", bytes, 1 << 16); }),
-                  hint + "; --encoding utf-8 tells where it is not");
-        // Too late to break off.
-        Decoder decoder("");
+            "looks like " + encoding + ", not UTF-8: --entries-in " + encoding + " reads it";
         std::string all;
+        EXPECT_EQ(messageOf([&] { Decoder("", "--entries-in").decode(bytes, all); }),
+                  hint + "; --entries-in utf-8 tells where it is not");
+        // Too late to break off.
+        Decoder decoder("", "--entries-in");
         std::string const start(1 << 17, 'a');
         for (std::string const& piece : {start, bytes.substr(0, 1), bytes.substr(1)})
             decoder.decode(piece, all);
@@ -116,6 +121,60 @@ TEST(Encoding, TellsOnceWhatAFileLooksLike) {
     for (std::string const& bytes : {russian + encoded("windows-1251", "Молоток\n") + russian,
                                      "caf\xE9\n"s, "a\0b\0c\0\n"s, std::string(12, '\0')})
         EXPECT_EQ(decoded("", bytes, 1 << 16), bytes);
+}
+
+TEST(Encoding, TellsThatUtf8IsReadAsSomethingElse) {
+    std::string const notes =
+        "is valid UTF-8, but read as cp1251; --encoding utf-8 reads it as "
+        "what it is";
+    std::string const late = std::string(1 << 17, 'a') + "é";
+    std::tuple<std::string, std::string, std::string> const cases[] = {
+        {"cp1251", "Молоток\n", notes},
+        {"cp1251", late, notes},
+        {"cp1251", "\uFEFFМолоток\n", ""},
+        {"cp1251", "ball\n", ""},
+        {"cp1251", encoded("cp1251", "Молоток\n"), ""},
+        {"cp1251", encoded("cp1251", "м") + "Молоток\n", ""},
+        {"utf-16le", encoded("utf-16le", "Молоток\n"), ""},
+        {"utf-8", "Молоток\n", ""}};
+    for (auto const& [encoding, bytes, note] : cases) {
+        for (std::size_t const piece : {std::size_t{1}, bytes.size()}) {
+            Decoder decoder(encoding);
+            std::string text, hints;
+            for (std::size_t i = 0; i < bytes.size(); i += piece) {
+                decoder.decode(bytes.substr(i, piece), text);
+                hints += decoder.takeHint();
+            }
+            decoder.finish(text);
+            EXPECT_EQ(hints + decoder.takeHint(), note) << bytes.substr(0, 20);
+        }
+    }
+}
+
+TEST(Encoding, NamesWhatIsNoText) {
+    std::string const zip = "PK\3\4\x14\0\6\0"s;
+    std::pair<std::string, std::string> const cases[] = {
+        {"\x1F\x8B\b\0\0"s, "is compressed with gzip: unpack it first"},
+        {zip + "[Content_Types].xml..xl/workbook.xml", "is a spreadsheet: save it as CSV first"},
+        {zip + "mimetypeapplication/vnd.oasis.opendocument.spreadsheet",
+         "is a spreadsheet: save it as CSV first"},
+        {zip + "[Content_Types].xml..word/document.xml", "is a formatted document: save"},
+        {zip + "list.txt", "is an archive: unpack it first"},
+        {"\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1\0\0"s, "is an old office file, such as .xls: save"},
+        {"%PDF-1.7\n%\xE2\xE3\xCF\xD3\n", "is a PDF: save its text"},
+        {contentOf(NEAR_TEXT_LIBRARY), "is a program"},
+        {"MZ\x90\0\3\0\0\0"s + std::string(60, '\0'), "looks binary"},
+        {encoded("utf-32le", std::string(50, 'x')), "looks binary"}};
+    for (auto const& [bytes, hint] : cases) {
+        for (std::string const encoding : {"", "windows-1251"}) {
+            if (!encoding.empty() && hint == "looks binary") continue;
+            std::string const message = messageOf([&] {
+                near_text::readWhole({fileOf("file", bytes), encoding});
+            });
+            EXPECT_NE(message.find("/file: " + hint), std::string::npos) << message;
+        }
+    }
+    EXPECT_EQ(near_text::readWhole(fileOf("file", "PK 7;GIF;%PDF\n")), "PK 7;GIF;%PDF\n");
 }
 
 }  // namespace

@@ -1,4 +1,10 @@
-#include "near_text/input/input.h"
+#include "near_text/input/line_reader.h"
+
+#include <fcntl.h>
+#include <termios.h>
+#include <unistd.h>
+
+#include <cstdlib>
 
 #include "near_text/messages/messages.h"
 #include "tests/test_support.h"
@@ -23,8 +29,64 @@ TEST(Input, CutsALongLineBetweenCharacters) {
     }
 }
 
+using Lines = std::vector<std::string>;
+
+// Until the end or a fault, which is told as a line of its own.
+Lines linesOf(std::string const& file) {
+    near_text::LineReader reader({file, "utf-8"});
+    Lines lines;
+    try {
+        for (near_text::Line line; reader.next(line);)
+            lines.push_back(line.text);
+    } catch (std::runtime_error const& error) {
+        lines.emplace_back(error.what());
+    }
+    return lines;
+}
+
+TEST(Input, TakesReturnsAloneForLineEndsWhereThereIsNoLineFeed) {
+    std::string const longLine(1 << 16, 'x');
+    std::pair<std::string, Lines> const cases[] = {{"a\rb\r", {"a", "b"}},
+                                                   {"a\r\rb", {"a", "", "b"}},
+                                                   {"a\rb\nc\r", {"a\rb", "c"}},
+                                                   {"a\r", {"a"}},
+                                                   {longLine + "\n\r\n", {longLine, ""}},
+                                                   {"\r\n", {""}}};
+    for (auto const& [content, lines] : cases) {
+        EXPECT_EQ(linesOf(fileOf("lines", content)), lines) << content;
+        if (content.size() > 100) continue;
+        int ends[2];
+        ASSERT_EQ(pipe(ends), 0);
+        ASSERT_EQ(write(ends[1], content.data(), content.size()), ssize_t(content.size()));
+        close(ends[1]);
+        EXPECT_EQ(linesOf("/dev/fd/" + std::to_string(ends[0])), lines) << content;
+        close(ends[0]);
+    }
+}
+
+// What a terminal's other end leaves behind can be read, and then an error comes.
+TEST(Input, HandsOutTheLinesAheadOfAFault) {
+    int const reading = posix_openpt(O_RDWR | O_NOCTTY);
+    ASSERT_EQ(grantpt(reading) | unlockpt(reading), 0);
+    int const writing = open(ptsname(reading), O_RDWR | O_NOCTTY);
+    termios settings = {};
+    tcgetattr(writing, &settings);
+    cfmakeraw(&settings);
+    tcsetattr(writing, TCSANOW, &settings);
+    ASSERT_EQ(write(writing, "a\rb\rc", 5), 5);
+    close(writing);
+    dup2(reading, STDIN_FILENO);
+    EXPECT_EQ(linesOf("-"), (Lines{"a", "b", "standard input: Input/output error"}));
+}
+
 TEST(Input, KeepsToTextThatCanBeShown) {
     EXPECT_EQ(near_text::onOneLine("a\x7F\x1F\t\u044F\n~"), "a   \u044F ~");
+    EXPECT_EQ(near_text::onOneLine("\u0085a\u009B\u2028\u2029b\u202A\u202E\u2066\u2069\u200E\u061Cc"
+                                   "\u00A0\u200D\xFF"),
+              " a   b      c\u00A0\u200D\xFF");
+    testing::internal::CaptureStderr();
+    near_text::complain("a\n\u009B\u202E\u044F");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "near_text: a\\x0A\\u009B\\u202E\u044F\n");
     EXPECT_EQ(near_text::toUtf8(u"\xDE00x\xD83Dy\xD83D"), "\uFFFDx\uFFFDy\uFFFD");
     EXPECT_EQ(near_text::toUtf8(u"\xD83D\xD83D\xDE00"), "\uFFFD\U0001F600");
 }

@@ -47,7 +47,8 @@ TEST_F(RandomLists, NearnessIsWhereTheAddInTurns) {
         EntryList const entries = list(round % 5 == 0);
         SearchTerms const with = terms(random.oneIn(3) ? line() : u"");
         std::u16string const text = line();
-        Matcher matcher(component, entries, with, {});
+        auto const excluded = reference::readExclusions(with.exclusions, entries.separator);
+        Matcher matcher(component, entries, with, excluded, {});
         auto const finds = [&](unsigned long index, int both) {
             Indices const found = matcher.search.find(text, {both, both});
             return std::binary_search(found.begin(), found.end(), index);
@@ -70,9 +71,10 @@ TEST_F(RandomLists, WantedAreTheNearest) {
     for (int round = 0; round < 200; ++round) {
         EntryList const entries = list(false);
         SearchTerms const with = terms(u"");
-        Matcher all(component, entries, with, {});
-        Matcher best(component, entries, with, {Wanted::kAll, true});
-        Matcher two(component, entries, with, {2, false});
+        reference::ExcludedWords const none;
+        Matcher all(component, entries, with, none, {});
+        Matcher best(component, entries, with, none, {Wanted::kAll, true});
+        Matcher two(component, entries, with, none, {2, false});
         for (int i = 0; i < 50; ++i) {
             std::u16string const text = line();
             std::vector<Match> matches = all.matches(text);

@@ -11,8 +11,9 @@
 #include <set>
 #include <thread>
 
-#include "near_text/input/encoding.h"
 #include "near_text/input/table.h"
+#include "near_text/output/delimited_row.h"
+#include "near_text/output/encoder.h"
 #include "reference/whitespace.h"
 #include "tests/test_support.h"
 
@@ -356,7 +357,7 @@ TEST(Program, CarriesColumnsFromTableToTable) {
         "2;\"\xCC\xCE\xCB\xCE\xD2\xCE\xCA \"\"1\"\";\nbig\";71;7;12;0;1;\"\xE1\xEE\xEB\xFC\xF8"
         "\xEE\xE9 \xEC\xEE\xEB\xEE\xF2\xEE\xEA \"\"1\"\" big\";;7;x;A1\n"
         "4;\"a;b\";;;;;;;;8;;\n"
-        "5;;;;;;;;has 1 field, but column 3 is asked for;;;\n");
+        "5;;;;;;;;has 1 field, but column 3 is asked for;9;;\n");
     EXPECT_EQ(back.status, 2);
     auto const object = nlohmann::json::parse(linesOf(run(command + "json").output)[0]);
     EXPECT_EQ(object["kept"]["id"], "7");

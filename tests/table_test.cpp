@@ -1,5 +1,8 @@
 #include "near_text/input/table.h"
 
+#include "near_text/input/source.h"
+#include "near_text/output/delimited_row.h"
+
 #include "tests/test_support.h"
 
 namespace {
@@ -45,7 +48,7 @@ TEST(Table, ReadsRows) {
          {"1:a", "2!has text after the quote that closes field 1", "3:e"}},
         {"a\n\"b\n\xFF\",c\nd\0\ne\n"s,
          {},
-         {"1:a", "2!line 3: not valid UTF-8 at byte 1", "4!contains a NUL", "5:e"}},
+         {"1:a", "2:b\n\xFF|c!line 3: not valid UTF-8 at byte 1", "4:d\0!contains a NUL"s, "5:e"}},
         {"a\n\"b\n\",c,\"d\n", {}, {"1:a", "2!the quote opened in line 3 is not closed"}},
     };
     for (auto const& [content, shape, rows] : cases)
@@ -60,7 +63,13 @@ TEST(Table, FindsColumns) {
     TableReader reader(fileOf("table", table), {.hasHeader = true});
     EXPECT_EQ(reader.column("2"), 2U);  // a name first
     EXPECT_EQ(reader.column("4"), 3U);
+    TableReader blanks(fileOf("table", " id,name\u00A0, name, x y ,x y\n"), {.hasHeader = true});
+    EXPECT_EQ(blanks.column("id"), 0U);
+    EXPECT_EQ(blanks.column(" name"), 2U);
+    EXPECT_EQ(blanks.column("x y"), 4U);
     std::tuple<std::string, std::string, bool, std::string> const failures[] = {
+        {" a,a \n", "a", true, "several columns are called 'a'"},
+        {" a,a \n", "b", true, "there is no column 'b'"},
         {table, "id", true, "several columns are called 'id'"},
         {table, "5", true, "no column '5'; the header has id, name, 2, id"},
         {table, "0", true, "no column '0'"},
@@ -79,6 +88,18 @@ TEST(Table, FindsColumns) {
     }
     for (std::string const name : {"", "ab", "\"", "\n", "\xC2"})
         EXPECT_THROW(near_text::delimiterOf(name), std::runtime_error) << name;
+}
+
+TEST(Table, KeepsTheCellsThatCanBeReadOfARowWithAFault) {
+    std::string const file = fileOf("table", "7,\xFF,\xFE\n8,\0,x\n9\n\"a\"b,y,z\n1,w,v\n"s);
+    near_text::RowReader reader({file, "2", {"1", "3"}, {}});
+    std::vector<std::vector<std::string>> kept;
+    std::string texts;
+    for (near_text::TextRow row; reader.next(row); texts += row.text + ';')
+        kept.push_back(row.kept);
+    EXPECT_EQ(kept, (std::vector<std::vector<std::string>>{
+                        {"7", ""}, {"8", "x"}, {"9", ""}, {}, {"1", "v"}}));
+    EXPECT_EQ(texts, ";;;;w;");
 }
 
 TEST(Table, BoundsARow) {

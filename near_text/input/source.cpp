@@ -22,10 +22,13 @@ bool RowReader::next(TextRow& row) {
     row = {};
     row.number = fields_.line;
     row.fault = fields_.fault;
-    if (!row.fault.empty()) return true;
-    for (std::size_t const column : keptColumns_)
-        row.kept.push_back(fields_.fields[column]);
-    row.text = std::move(fields_.fields[textColumn_]);
+    if (fields_.fields.empty()) return true;
+    for (std::size_t const column : keptColumns_) {
+        // What can be read of a row with a fault tells which row it is.
+        bool const isReadable = column < fields_.fields.size() && isText(fields_.fields[column]);
+        row.kept.push_back(isReadable ? fields_.fields[column] : "");
+    }
+    if (row.fault.empty()) row.text = std::move(fields_.fields[textColumn_]);
     return true;
 }
 

@@ -22,12 +22,13 @@ void keepWanted(std::vector<Match>& matches, Wanted wanted) {
 }
 
 Matcher::Matcher(host_client::Component& component, EntryList const& searchedList,
-                 SearchTerms const& searchTerms, Wanted wantedMatches, Shortlist* shortlist)
+                 SearchTerms const& searchTerms, reference::ExcludedWords const& excludedWords,
+                 Wanted wantedMatches, Shortlist* shortlist)
     : search(component, searchedList, searchTerms.exclusions, searchTerms.threshold, shortlist),
       list(searchedList),
       terms(searchTerms),
       wanted(wantedMatches),
-      excluded(reference::readExclusions(terms.exclusions, list.separator)) {}
+      excluded(excludedWords) {}
 
 std::vector<Match> Matcher::matches(std::u16string_view text) {
     std::vector<Match> matches = measured(text, found(text));

@@ -25,11 +25,13 @@ void sortByNearness(std::vector<Match>& matches);
 
 void keepWanted(std::vector<Match>& matches, Wanted wanted);
 
-// One object for a thread. What it is given is the caller's and outlives it.
+// One object for a thread. What it is given is the caller's and outlives it; threads may share all
+// but the component. `excludedWords` are those of the terms, as the list's separator cuts them.
 class Matcher {
 public:
     Matcher(host_client::Component& component, EntryList const& searchedList,
-            SearchTerms const& searchTerms, Wanted wantedMatches, Shortlist* shortlist = nullptr);
+            SearchTerms const& searchTerms, reference::ExcludedWords const& excludedWords,
+            Wanted wantedMatches, Shortlist* shortlist = nullptr);
 
     // All matches in the order of the list; where only some are wanted, these, nearest first.
     // Throws Refused.
@@ -53,7 +55,7 @@ private:
     EntryList const& list;
     SearchTerms const& terms;
     Wanted wanted;
-    reference::ExcludedWords excluded;
+    reference::ExcludedWords const& excluded;
 };
 
 }  // namespace near_text

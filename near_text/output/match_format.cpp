@@ -4,10 +4,10 @@
 #include <cstdio>
 #include <stdexcept>
 
-#include "near_text/input/table.h"
 #include "near_text/input/text_codec.h"
 #include "near_text/messages/messages.h"
 #include "near_text/output/columns.h"
+#include "near_text/output/delimited_row.h"
 
 namespace near_text {
 

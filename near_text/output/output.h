@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "near_text/input/encoding.h"
+#include "near_text/output/encoder.h"
 
 namespace near_text {
 

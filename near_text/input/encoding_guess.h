@@ -1,0 +1,52 @@
+// What a file looks like, apart from what it is read as.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace near_text {
+
+// NULs at even places and at odd ones.
+struct Nulls {
+    void count(std::string_view bytes);
+
+    std::size_t places = 0, even = 0, odd = 0;
+};
+
+// What looks like another encoding than UTF-8, wherever in a file that shows first.
+//
+// UTF-16 shows by NULs at every other place, what is no text by many elsewhere, an encoding of
+// bytes by more bytes that are no UTF-8 than characters that are; Russian ones differ in their
+// letters. A few stray bytes do not make it: they are for the line that holds them.
+class EncodingGuess {
+public:
+    // `option`, with an encoding behind it, tells how to read the file, and no other.
+    explicit EncodingGuess(std::string const& option) : option_(option) {}
+
+    // Of a file that is read as UTF-8, though nobody has said that it is. The message for the user,
+    // with the option that reads such a file; empty as long as it may be UTF-8.
+    std::string const& hintAfter(std::string_view bytes);
+
+    // Of one that is read as something else: whether it is UTF-8, once that is clear. ASCII is
+    // either.
+    std::optional<bool> isUtf8(std::string_view bytes, bool isLast);
+
+private:
+    void count(std::string_view bytes);
+    std::string hintOf(std::string const& encoding) const;
+    std::string byteEncodingHint() const;
+    std::string utf16Hint(std::string_view bytes);
+    std::string binaryHint() const;
+    std::string bytesHint(std::string_view bytes);
+
+    std::string option_;
+    Nulls nulls_;                 // of a stretch of the file
+    std::string tail_;            // that is not counted yet
+    std::string sample_;          // what is beyond ASCII, a blank for all that stands between
+    std::size_t characters_ = 0;  // beyond ASCII
+    std::size_t strayBytes_ = 0;
+    std::string told_;
+};
+
+}  // namespace near_text
