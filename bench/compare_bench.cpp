@@ -4,6 +4,7 @@
 
 #include "bench/bench_texts.h"
 #include "bench/cases.h"
+#include "bench/colliding_words.h"
 #include "bench/contenders.h"
 
 namespace bench {
@@ -43,6 +44,14 @@ std::u16string oneWord(std::size_t length, unsigned seed) {
     return word;
 }
 
+// One half of the words against the other.
+Pairs pairOf(std::vector<std::u16string> const& words) {
+    std::u16string texts[2];
+    for (std::size_t i = 0; i < words.size(); ++i)
+        texts[i % 2] += words[i] + u' ';
+    return {{texts[0], texts[1]}};
+}
+
 }  // namespace
 
 void addCompareCases() {
@@ -72,6 +81,11 @@ void addCompareCases() {
             });
         }
     }
+    addCase("compare/attack", [](auto& state) {
+        Pairs const colliding = pairOf(collidingWords(400, 4));
+        Pairs const ordinary = pairOf(randomWords(400, 4));
+        race(state, {attackHeat(colliding, ordinary, 40)}, 1);
+    });
     addCase("component", [](auto& state) { race(state, {componentHeat()}, 1); });
 }
 

@@ -89,26 +89,52 @@ void addPlain(Heat& heat, std::function<Answer()> const& answer) {
     heat.push_back({"plain", [last, answer] { *last = answer(); }, [last] { return *last; }, true});
 }
 
+// The separator lies in memory of its own, which a record refers to.
+std::vector<Calls::Records> searchCalls(SearchArguments const& in, char16_t const& separator) {
+    return {{textRecord(in.text), textRecord(in.dictionary), textRecord({&separator, 1}),
+             numberRecord(in.lengthThreshold), numberRecord(in.percentShort),
+             numberRecord(in.percentLong), textRecord(in.exclusions)}};
+}
+
+std::vector<Calls::Records> compareCalls(Pairs const& pairs, int percent) {
+    std::vector<Calls::Records> calls;
+    for (auto const& [first, second] : pairs)
+        calls.push_back({textRecord(first), textRecord(second), numberRecord(percent)});
+    return calls;
+}
+
+Heat attackOf(long method, std::vector<Calls::Records> const& attack,
+              std::vector<Calls::Records> const& ordinary) {
+    Heat heat;
+    for (auto const& [name, calls] : {std::pair{"ours", &attack}, {"ordinary", &ordinary}}) {
+        auto const made = std::make_shared<Calls>(*libraries().front(), method, *calls);
+        heat.push_back({name, [made] { made->run(); }, nullptr});
+    }
+    return heat;
+}
+
 }  // namespace
 
 Heat searchHeat(SearchArguments const& arguments) {
     auto const separator = std::make_shared<char16_t>(arguments.separator);
-    Heat heat = heatOfLibraries(
-        1, {{textRecord(arguments.text), textRecord(arguments.dictionary),
-             textRecord({separator.get(), 1}), numberRecord(arguments.lengthThreshold),
-             numberRecord(arguments.percentShort), numberRecord(arguments.percentLong),
-             textRecord(arguments.exclusions)}});
+    Heat heat = heatOfLibraries(1, searchCalls(arguments, *separator));
     addPlain(heat, [arguments, separator] { return plainSearch(arguments); });
     return heat;
 }
 
+Heat attackHeat(SearchArguments const& attack, SearchArguments const& ordinary) {
+    static constexpr char16_t kSeparator = u';';
+    return attackOf(1, searchCalls(attack, kSeparator), searchCalls(ordinary, kSeparator));
+}
+
 Heat compareHeat(Pairs const& pairs, int percent) {
-    std::vector<Calls::Records> calls;
-    for (auto const& [first, second] : pairs)
-        calls.push_back({textRecord(first), textRecord(second), numberRecord(percent)});
-    Heat heat = heatOfLibraries(0, calls);
+    Heat heat = heatOfLibraries(0, compareCalls(pairs, percent));
     addPlain(heat, [&pairs, percent] { return plainCompare(pairs, percent); });
     return heat;
+}
+
+Heat attackHeat(Pairs const& attack, Pairs const& ordinary, int percent) {
+    return attackOf(0, compareCalls(attack, percent), compareCalls(ordinary, percent));
 }
 
 Heat componentHeat() {

@@ -17,9 +17,14 @@ using host_client::SearchArguments;
 // outlive the heat.
 Heat searchHeat(SearchArguments const& arguments);
 
+// A call with the first arguments, `ours`, against one with the second, `ordinary`, both of the
+// built library: how much slower a list is that was made to be slow than one of its size.
+Heat attackHeat(SearchArguments const& attack, SearchArguments const& ordinary);
+
 // One run compares all pairs.
 using Pairs = std::vector<std::pair<std::u16string, std::u16string>>;
 Heat compareHeat(Pairs const& pairs, int percent);
+Heat attackHeat(Pairs const& attack, Pairs const& ordinary, int percent);
 
 // Makes a component and destroys it.
 Heat componentHeat();
