@@ -5,7 +5,7 @@
 #include "bench/bench_texts.h"
 #include "bench/cases.h"
 #include "bench/colliding_words.h"
-#include "bench/contenders.h"
+#include "bench/subjects.h"
 
 namespace bench {
 
@@ -20,7 +20,7 @@ void addPairs(std::string const& name, int percent, MakePair const& makePair) {
         Pairs pairs;
         for (unsigned i = 0; i < kPairs; ++i)
             pairs.push_back(makePair(i));
-        race(state, {compareHeat(pairs, percent)}, kPairs);
+        race(state, {compareCase(pairs, percent)}, kPairs);
     });
 }
 
@@ -84,9 +84,9 @@ void addCompareCases() {
     addCase("compare/attack", [](auto& state) {
         Pairs const colliding = pairOf(collidingWords(400, 4));
         Pairs const ordinary = pairOf(randomWords(400, 4));
-        race(state, {attackHeat(colliding, ordinary, 40)}, 1);
+        race(state, {attackCase(colliding, ordinary, 40)}, 1);
     });
-    addCase("component", [](auto& state) { race(state, {componentHeat()}, 1); });
+    addCase("component", [](auto& state) { race(state, {componentCase()}, 1); });
 }
 
 }  // namespace bench

@@ -4,7 +4,7 @@
 #include "bench/bench_texts.h"
 #include "bench/cases.h"
 #include "bench/colliding_words.h"
-#include "bench/contenders.h"
+#include "bench/subjects.h"
 
 namespace bench {
 
@@ -50,11 +50,11 @@ struct Search {
 };
 
 void raceSearch(benchmark::State& state, Search const& search, int percent) {
-    race(state, {searchHeat(search.arguments(percent))}, 1);
+    race(state, {searchCase(search.arguments(percent))}, 1);
 }
 
 void weighSearch(benchmark::State& state, Search const& search, int percent) {
-    weigh(state, searchHeat(search.arguments(percent)));
+    weigh(state, searchCase(search.arguments(percent)));
 }
 
 void addPercents() {
@@ -62,13 +62,13 @@ void addPercents() {
         addCase("search_by_percent/" + std::to_string(percent), [percent](auto& state) {
             auto const dictionary = join(entries(kEntries));
             auto const texts = searchTexts();
-            std::vector<Heat> heats;
+            std::vector<Case> cases;
             for (auto const& text : texts) {
                 SearchArguments const search{text, dictionary, u';', 50, percent, percent, {}};
-                heats.push_back(searchHeat(search));
-                addScorers(heats.back(), search);
+                cases.push_back(searchCase(search));
+                addScorers(cases.back(), search);
             }
-            race(state, heats, kSearchTexts * kEntries);
+            race(state, cases, kSearchTexts * kEntries);
         });
     }
 }
@@ -201,7 +201,7 @@ void addAttacks() {
             Search const slow = attack.make(true);
             Search const ordinary = attack.make(false);
             race(state,
-                 {attackHeat(slow.arguments(attack.percent), ordinary.arguments(attack.percent))},
+                 {attackCase(slow.arguments(attack.percent), ordinary.arguments(attack.percent))},
                  1);
         });
     }

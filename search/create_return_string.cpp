@@ -53,7 +53,7 @@ bool NearTextComparer::createReturnString(_tVariant* ret,
                                           std::vector<unsigned long> const& indices) {
     unsigned long const total = unitsOfList(indices);
     if (total - 1 > std::numeric_limits<decltype(ret->length)>::max() ||
-        !allocateResult(memManager, ret->value, total * sizeof(unsigned short))) {
+        !allocateResult(memManager_, ret->value, total * sizeof(unsigned short))) {
         reportFailure(InternalError);
         return false;
     }
@@ -62,8 +62,8 @@ bool NearTextComparer::createReturnString(_tVariant* ret,
     unsigned long end = 0;
     for (unsigned long i = 0; i < indices.size(); i += kNumbersHeld) {
         auto const some = std::span(indices).subspan(i, std::min(kNumbersHeld, indices.size() - i));
-        std::streamoff const held = hold(numberStream, some);
-        numberStream.read(wide.data(), held);
+        std::streamoff const held = hold(numberStream_, some);
+        numberStream_.read(wide.data(), held);
         auto const units = static_cast<unsigned long>(held);
         narrowInto(text + end, wide.data(), units);
         end += units;

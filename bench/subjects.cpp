@@ -1,9 +1,9 @@
-#include "bench/contenders.h"
+#include "bench/subjects.h"
 
 #include <cstdlib>
 #include <memory>
 
-#include "bench/plain_road.h"
+#include "bench/plain_paths.h"
 #include "near_text/input/text_codec.h"
 
 namespace bench {
@@ -75,18 +75,20 @@ private:
     std::vector<_tVariant> results_;
 };
 
-Heat heatOfLibraries(long method, std::vector<Calls::Records> const& calls) {
-    Heat heat;
+Case caseOfLibraries(long method, std::vector<Calls::Records> const& calls) {
+    Case measured;
     for (auto const& library : libraries()) {
         auto const made = std::make_shared<Calls>(*library, method, calls);
-        heat.push_back({library->name, [made] { made->run(); }, [made] { return made->answer(); }});
+        measured.push_back(
+            {library->name, [made] { made->run(); }, [made] { return made->answer(); }});
     }
-    return heat;
+    return measured;
 }
 
-void addPlain(Heat& heat, std::function<Answer()> const& answer) {
+void addPlain(Case& measured, std::function<Answer()> const& answer) {
     auto const last = std::make_shared<Answer>();
-    heat.push_back({"plain", [last, answer] { *last = answer(); }, [last] { return *last; }, true});
+    measured.push_back(
+        {"plain", [last, answer] { *last = answer(); }, [last] { return *last; }, true});
 }
 
 // The separator lies in memory of its own, which a record refers to.
@@ -103,51 +105,51 @@ std::vector<Calls::Records> compareCalls(Pairs const& pairs, int percent) {
     return calls;
 }
 
-Heat attackOf(long method, std::vector<Calls::Records> const& attack,
+Case attackOf(long method, std::vector<Calls::Records> const& attack,
               std::vector<Calls::Records> const& ordinary) {
-    Heat heat;
+    Case measured;
     for (auto const& [name, calls] : {std::pair{"ours", &attack}, {"ordinary", &ordinary}}) {
         auto const made = std::make_shared<Calls>(*libraries().front(), method, *calls);
-        heat.push_back({name, [made] { made->run(); }, nullptr});
+        measured.push_back({name, [made] { made->run(); }, nullptr});
     }
-    return heat;
+    return measured;
 }
 
 }  // namespace
 
-Heat searchHeat(SearchArguments const& arguments) {
+Case searchCase(SearchArguments const& arguments) {
     auto const separator = std::make_shared<char16_t>(arguments.separator);
-    Heat heat = heatOfLibraries(1, searchCalls(arguments, *separator));
-    addPlain(heat, [arguments, separator] { return plainSearch(arguments); });
-    return heat;
+    Case measured = caseOfLibraries(1, searchCalls(arguments, *separator));
+    addPlain(measured, [arguments, separator] { return plainSearch(arguments); });
+    return measured;
 }
 
-Heat attackHeat(SearchArguments const& attack, SearchArguments const& ordinary) {
+Case attackCase(SearchArguments const& attack, SearchArguments const& ordinary) {
     static constexpr char16_t kSeparator = u';';
     return attackOf(1, searchCalls(attack, kSeparator), searchCalls(ordinary, kSeparator));
 }
 
-Heat compareHeat(Pairs const& pairs, int percent) {
-    Heat heat = heatOfLibraries(0, compareCalls(pairs, percent));
-    addPlain(heat, [&pairs, percent] { return plainCompare(pairs, percent); });
-    return heat;
+Case compareCase(Pairs const& pairs, int percent) {
+    Case measured = caseOfLibraries(0, compareCalls(pairs, percent));
+    addPlain(measured, [&pairs, percent] { return plainCompare(pairs, percent); });
+    return measured;
 }
 
-Heat attackHeat(Pairs const& attack, Pairs const& ordinary, int percent) {
+Case attackCase(Pairs const& attack, Pairs const& ordinary, int percent) {
     return attackOf(0, compareCalls(attack, percent), compareCalls(ordinary, percent));
 }
 
-Heat componentHeat() {
-    Heat heat;
+Case componentCase() {
+    Case measured;
     for (auto const& library : libraries()) {
-        heat.push_back({library->name,
-                        [&addIn = library->addIn] {
-                            host_client::Component const made(addIn);
-                            benchmark::DoNotOptimize(&made);
-                        },
-                        nullptr});
+        measured.push_back({library->name,
+                            [&addIn = library->addIn] {
+                                host_client::Component const made(addIn);
+                                benchmark::DoNotOptimize(&made);
+                            },
+                            nullptr});
     }
-    return heat;
+    return measured;
 }
 
 }  // namespace bench
