@@ -51,7 +51,10 @@ bool allocateResult(HostMemoryManager* manager, _tVariant::Value& out, unsigned 
 
 bool NearTextComparer::createReturnString(_tVariant* ret,
                                           std::vector<unsigned long> const& indices) {
-    unsigned long const total = unitsOfList(indices);
+    unsigned long const total = unitsOfList(indices.size(), [&indices](unsigned long number) {
+        auto const from = std::lower_bound(indices.begin(), indices.end(), number);
+        return static_cast<unsigned long>(indices.end() - from);
+    });
     if (total - 1 > std::numeric_limits<decltype(ret->length)>::max() ||
         !allocateResult(memManager_, ret->value, total * sizeof(unsigned short))) {
         reportFailure(InternalError);
