@@ -2,7 +2,6 @@
 #include "near_text/matching/matches.h"
 
 #include "near_text/matching/groups.h"
-#include "near_text/matching/high_first.h"
 #include "tests/random_text.h"
 
 namespace {
@@ -23,7 +22,8 @@ protected:
     }
 
     EntryList list(bool beginsWithSeparator) {
-        EntryListBuilder builder({}, 0);
+        static near_text::Preparer const asItIs{{}};
+        EntryListBuilder builder(asItIs, 0);
         if (beginsWithSeparator) builder.beginWithSeparator();
         builder.add(1, u"abc", "");
         for (std::size_t place = 2, end = 2 + below(12); place < end; ++place)
@@ -88,21 +88,6 @@ TEST_F(RandomLists, WantedAreTheNearest) {
             expectFirst(best.matches(text), static_cast<std::size_t>(ties));
             expectFirst(two.matches(text), 2);
         }
-    }
-}
-
-TEST(HighFirst, IsTriedAsLongAsItPays) {
-    for (auto const& [everyNth, tries] : {std::pair(2, 1000), {100, 62}}) {
-        HighFirst high;
-        int tried = 0;
-        for (int text = 0; text < 1000; ++text) {
-            bool const isEnough = text % everyNth == 1;
-            bool const isDue = high.isDue();
-            if (isDue) high.tried(0.2, isEnough);
-            if (!isDue || !isEnough) high.searchedFully(1);
-            tried += isDue ? 1 : 0;
-        }
-        EXPECT_EQ(tried, tries);
     }
 }
 

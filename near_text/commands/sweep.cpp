@@ -1,55 +1,23 @@
 // A higher percentage finds nothing that a lower one does not find, so each text is searched for in
 // the whole list at the lowest percentage, and then, from one to the next, among what is left.
 #include <algorithm>
-#include <charconv>
 #include <map>
 #include <mutex>
 #include <set>
 
 #include "near_text/commands/commands.h"
-#include "near_text/input/source.h"
-#include "near_text/options/search_options.h"
-#include "near_text/run/run.h"
+#include "near_text/input/number.h"
+#include "near_text/matching/read_entries.h"
+#include "near_text/output/output.h"
 
 namespace near_text {
 
 namespace {
 
-struct SweepOptions {
-    SourceOptions sources;
-    SearchOptions search;
-    std::vector<int> percents = {50, 55, 60, 65, 70, 75, 80, 85, 90, 95};  // ascending
-    std::string pairsFile;
-    FormatOptions format;
-    JobOptions jobs;
-};
-
-// Ascending. Throws CLI::ValidationError.
-std::vector<int> percentsOf(std::vector<std::string> const& values) {
-    std::vector<int> percents;
-    for (std::string const& value : values) {
-        std::string const fault = percentCheck()(value);
-        if (!fault.empty()) refuse("--percent", fault);
-        percents.push_back(std::stoi(value));
-    }
-    std::sort(percents.begin(), percents.end());
-    auto const twice = std::adjacent_find(percents.begin(), percents.end());
-    if (twice != percents.end()) refuse("--percent", std::to_string(*twice) + " is given twice");
-    return percents;
-}
-
 using Pair = std::pair<std::size_t, std::size_t>;  // lines of the text and of the entry
 
 // With the line in which the file has each.
 using Pairs = std::map<Pair, std::size_t>;
-
-std::optional<std::size_t> lineNumber(std::string const& cell) {
-    std::size_t number = 0;
-    char const* const end = cell.data() + cell.size();
-    auto const read = std::from_chars(cell.data(), end, number);
-    bool const isNumber = read.ec == std::errc() && read.ptr == end && number > 0;
-    return isNumber ? std::optional(number) : std::nullopt;
-}
 
 bool hasEntryAt(EntryList const& list, std::size_t place) {
     return std::binary_search(list.entries.begin(), list.entries.end(), Entry{place, {}, {}, 0, 0},
@@ -67,8 +35,8 @@ Pairs readPairs(TextFile const& file, EntryList const& list) {
             return std::runtime_error(table.place(row) + reason);
         };
         if (!row.fault.empty()) throw refusal(row.fault);
-        auto const text = lineNumber(row.fields[0]);
-        auto const entry = lineNumber(row.fields[1]);
+        auto const text = parseNumber<std::size_t>(row.fields[0], 1);
+        auto const entry = parseNumber<std::size_t>(row.fields[1], 1);
         if (isFirst && !text && !entry) continue;
         if (!text || !entry) {
             throw refusal('\'' + row.fields[text ? 1 : 0] + "' is not a line number");
@@ -108,10 +76,9 @@ struct PercentCount {
 
 class Sweep {
 public:
-    Sweep(SweepOptions const& options, EntryList const& entryList)
-        : list(entryList), percents(options.percents), counts(percents.size()) {
-        if (options.pairsFile.empty()) return;
-        pairs = readPairs({options.pairsFile, options.sources.reading.encoding}, list);
+    Sweep(SweepSettings const& settings, EntryList const& entryList)
+        : list(entryList), percents(settings.percents), counts(percents.size()) {
+        if (settings.pairs) pairs = readPairs(*settings.pairs, list);
     }
 
     // Whether it finds anything at the lowest percentage. From any number of threads.
@@ -189,18 +156,17 @@ private:
     std::vector<PercentCount> counts;
 };
 
-Status sweep(Program& program, SweepOptions const& options) {
-    Preparation const& preparation = options.search.preparing.preparation;
-    SearchTerms terms = options.search.terms(options.sources.reading.encoding);
-    terms.percentages = {options.percents[0], options.percents[0]};
-    auto const file = readEntries(options.sources.entries, options.sources.reading, preparation);
-    Sweep counts(options, file.list);
-    Matchers matchers(program, options.jobs, file.list, terms, {});
+}  // namespace
+
+Status execute(SweepSettings const& settings) {
+    SearchTerms const terms = readTerms(settings.search);
+    auto const file = readEntries(settings.entries, settings.search.preparer);
+    Sweep counts(settings, file.list);
+    Matchers matchers(settings.addIn, settings.run, file.list, terms, {});
     Interrupt const interrupt;
-    RowReader reader(options.sources.texts, options.sources.reading, kLongestText,
-                     interrupt.descriptor());
-    MatchWriter writer(program.output, options.sources.texts.file, options.jobs.isStrict,
-                       interrupt);
+    RowReader reader(settings.texts, kLongestText, interrupt.descriptor());
+    Output output(settings.output.encoding);
+    MatchWriter writer(output, settings.texts.file, settings.run.isStrict, interrupt);
     std::set<std::size_t> missing = counts.textsOfPairs();
     bool isWhole = false;
     auto const next = [&](TextRow& row) {
@@ -209,69 +175,25 @@ Status sweep(Program& program, SweepOptions const& options) {
         return !isWhole;
     };
     Status const status = run(
-        matchers, preparation, next,
+        matchers, settings.search.preparer, next,
         [&](Matcher& matcher, TextRow const& row, std::u16string const& units) -> LineResult {
             return {{}, {}, counts.add(matcher, row.number, units)};
         },
         [](TextRow const&, std::string const&) { return std::string(); }, writer, interrupt);
     if (interrupt.signal() == 0) {
-        options.format.applyTo(program.output);
-        Shape const shape(true, options.format.delimiter, {}, {});
+        Shape const shape(true, settings.output.delimiter, {}, {});
         std::vector<Json> const rows = counts.rows();
-        program.output.write(options.format.format().table(shape, rows[0], rows));
+        output.write(settings.output.format->table(shape, rows[0], rows));
         if (isWhole && !missing.empty()) {
-            program.output.flush();
+            output.flush();
             std::size_t const text = *missing.begin();
             throw std::runtime_error(
-                placeOf(shownName(options.pairsFile), counts.lineOfText(text)) +
+                placeOf(shownName(settings.pairs->name), counts.lineOfText(text)) +
                 "there is no text in line " + std::to_string(text));
         }
     }
+    output.flush();
     return status;
-}
-
-}  // namespace
-
-void addSweep(Program& program) {
-    auto const options = std::make_shared<SweepOptions>();
-    CLI::App& command = program.addCommand(
-        "sweep",
-        {"count what a match finds at several percentages",
-         "Helps to choose a percentage. For each one it prints how many texts find no entry, one "
-         "and several, how many matches there are, and how many of them remain if only the best of "
-         "each text are kept.\n\n"
-         "With --pairs it also prints how many of the known pairs are found and how many other "
-         "matches there are, for all matches and for the best alone, and for how many of the texts "
-         "that have a known pair the best matches include one.",
-         "0 something was found at the lowest percentage, 1 nothing was found, 2 a line or the run "
-         "failed, 128 plus the signal's number if interrupted",
-         {"near_text sweep --texts supplier.txt --entries catalogue.txt --prepare --pairs "
-          "pairs.tsv"}});
-    options->sources.addTexts(command, false);
-    options->sources.addEntries(command, false);
-    command.get_option("--entries")->required();
-    options->sources.addReading(command);
-    addCommaList(
-        command, "-p,--percent",
-        [options](auto const& values) { options->percents = percentsOf(values); },
-        "Percentages, separated by commas. Default: 95 to 50 in steps of 5")
-        .type_name("PERCENTS")
-        ->group("Which entries match");
-    command
-        .add_option(
-            "--pairs", options->pairsFile,
-            "Known pairs: a table, with tabs, semicolons or commas, whose first two columns "
-            "are the line of the text and the line of the entry")
-        ->type_name("FILE")
-        ->group("Files");
-    options->search.addTo(command, false);
-    options->format.addTo(command);
-    options->jobs.addTo(command);
-    command.callback([&program, options] {
-        options->sources.settle(options->format);
-        options->search.settle();
-        program.command = [&program, options] { return sweep(program, *options); };
-    });
 }
 
 }  // namespace near_text

@@ -2,14 +2,12 @@
 // them are wanted.
 #pragma once
 
-#include <array>
 #include <cstddef>
-#include <limits>
 #include <string_view>
 #include <vector>
 
 #include "near_text/matching/entry_search.h"
-#include "near_text/matching/high_first.h"
+#include "near_text/matching/search_terms.h"
 #include "reference/explanation.h"
 
 namespace near_text {
@@ -20,22 +18,6 @@ struct Match {
     int percent;
     unsigned long distance;
     unsigned long limit;  // at the percentage that was asked for
-};
-
-// What all texts of a run are searched with.
-struct SearchTerms {
-    Percentages percentages;
-    int threshold;
-    std::u16string exclusions;
-};
-
-struct Wanted {
-    static constexpr std::size_t kAll = std::numeric_limits<std::size_t>::max();
-
-    std::size_t most = kAll;   // so many of the nearest
-    bool isBestAlone = false;  // the nearest, and those as near
-
-    bool isAll() const { return most == kAll && !isBestAlone; }
 };
 
 // Nearest first; those equally near in the order of the list.
@@ -72,10 +54,6 @@ private:
     SearchTerms const& terms;
     Wanted wanted;
     reference::ExcludedWords excluded;
-
-    // Percentages to try first, one after the other.
-    static constexpr std::array kHigh = {85, 75};
-    std::array<HighFirst, kHigh.size()> highFirst;
 };
 
 }  // namespace near_text

@@ -6,8 +6,8 @@
 
 #include "near_text/input/table.h"
 #include "near_text/input/text_codec.h"
+#include "near_text/messages/messages.h"
 #include "near_text/output/columns.h"
-#include "near_text/output/output.h"
 
 namespace near_text {
 

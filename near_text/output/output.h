@@ -22,8 +22,8 @@ void holdStandardStreams();
 
 class Output {
 public:
-    // All that is written from now on. Throws std::runtime_error when there is no such encoding.
-    void encodeAs(std::string const& name);
+    // In UTF-8 unless an encoding is named. Throws std::runtime_error when there is none so called.
+    explicit Output(std::string const& encodingName = {});
 
     // From any number of threads. Throws NotText where `text` could not be written.
     void requireEncodable(std::string_view text) const;
@@ -37,11 +37,5 @@ private:
     std::string encoding;  // empty for UTF-8
     std::optional<Encoder> encoder;
 };
-
-// A message on standard error, of one line.
-void complain(std::string const& message);
-
-// Text for eyes, on one line: control characters become spaces.
-std::string onOneLine(std::string text);
 
 }  // namespace near_text

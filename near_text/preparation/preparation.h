@@ -6,7 +6,9 @@
 //   compose   canonical composition (NFC): a letter and its accent become one unit where Unicode
 //             has one, so that they count as one
 //   fold      Unicode's simple case folding, a code point for a code point
-//   blank     each unit of a punctuation character becomes a blank; so words part at it
+//   blank     each unit of a punctuation character becomes a blank, so words part at it; so does
+//             every other blank of Unicode (no-break, em, ideographic ...), which the add-in takes
+//             for part of a word; characters without a width become nothing
 //
 // Composing is first because folding knows composed letters, and what is canonically the same is
 // the same afterwards only so. Where folding leaves something to compose, it is composed again. To
@@ -16,10 +18,10 @@
 // # % & * @ / \ and _. Symbols distinguish things and stay: + < = > | ~ ^ ` $ and other currencies,
 // signs of units and numbers (C++, 5 $, the numero sign).
 //
-// Half a surrogate pair and a NUL pass as they are. Composing and folding may change the number of
-// units; the other steps do not.
+// Half a surrogate pair and a NUL pass as they are. Any step may change the number of units.
 #pragma once
 
+#include <array>
 #include <string>
 #include <string_view>
 
@@ -30,11 +32,51 @@ struct Preparation {
     bool foldsCase = false;
     bool blanksPunctuation = false;
 
+    static Preparation whole() { return {true, true, true}; }
+
     bool isNone() const { return !composes && !foldsCase && !blanksPunctuation; }
+};
+
+// As an option of the command line.
+struct PreparationStep {
+    char const* option;
+    bool Preparation::*isChosen;
+    char const* text;
+};
+
+inline constexpr PreparationStep kPreparationSteps[] = {
+    {"-i,--fold-case", &Preparation::foldsCase,
+     "Ignore the difference between capital and small letters"},
+    {"--blank-punctuation", &Preparation::blanksPunctuation,
+     "Treat punctuation characters, and every blank of Unicode, as blanks"},
+    {"--compose", &Preparation::composes,
+     "Treat a letter and its accents as the one character that they make (NFC)"},
+};
+
+class Preparer {
+public:
+    explicit Preparer(Preparation preparation);
+
+    bool isIdle() const { return how_.isNone(); }
 
     // From any number of threads at once. Throws std::runtime_error where there is something to
     // compose in a text of more than 700 million units.
     std::u16string prepared(std::u16string_view units) const;
+
+private:
+    // What becomes of a unit, where that is a unit whatever stands around it.
+    struct Unit {
+        char16_t prepared;
+        bool isAlone;
+    };
+    Unit unitOf(char16_t unit) const;
+    bool prepareUnits(std::u16string_view units, std::u16string& result) const;
+    std::u16string prepareCodePoints(std::u16string_view units) const;
+
+    static constexpr char16_t kTabled = 0x600;  // Latin, Greek, Cyrillic, Armenian, Hebrew
+
+    Preparation how_;
+    std::array<Unit, kTabled> tabled_;
 };
 
 }  // namespace near_text
