@@ -47,36 +47,33 @@ std::vector<Match> pairs(Matcher& matcher, EntryList const& list, Percentages pe
     return matches;
 }
 
-Json groupRow(std::size_t group, Entry const& entry, Shape const& shape) {
-    Json row = {{"group", group}, {"line", entry.place}, {"text", entry.text}};
-    for (std::size_t i = 0; i < shape.textColumns.size(); ++i)
-        row[shape.textColumns[i]] = entry.kept[i];
-    return row;
-}
-
 // What cannot be encoded is left empty, and `complainOf` is told.
-std::vector<Json> groupRows(
-    Groups& groups, EntryList const& list, Shape const& shape, Output const& output,
+Table groupTable(
+    Groups& groups, EntryList const& list, Cells const& keptColumns, Output const& output,
     std::function<void(Entry const& entry, std::string const& error)> const& complainOf) {
-    std::vector<Json> rows;
+    Table table = {{{"group", true}, {"line", true}, {"text", false}}, {}};
+    for (std::string const& name : keptColumns)
+        table.columns.push_back({name, false});
     std::size_t number = 0;
     for (auto const& group : groups.joined()) {
         ++number;
         for (std::size_t const index : group) {
             Entry const& entry = list.entries[index];
-            Json row = groupRow(number, entry, shape);
+            Cells texts = entry.kept;
+            texts.insert(texts.begin(), entry.text);
             try {
-                output.requireEncodable(row.dump());
+                for (std::string const& text : texts)
+                    output.requireEncodable(text);
             } catch (NotText const& error) {
                 complainOf(entry, error.what());
-                for (Json& cell : row) {
-                    if (cell.is_string()) cell = "";
-                }
+                texts.assign(texts.size(), {});
             }
-            rows.push_back(std::move(row));
+            Cells& row =
+                table.rows.emplace_back(Cells{std::to_string(number), std::to_string(entry.place)});
+            row.insert(row.end(), texts.begin(), texts.end());
         }
     }
-    return rows;
+    return table;
 }
 
 Status duplicates(Program& program, DuplicatesOptions const& options) {
@@ -89,11 +86,12 @@ Status duplicates(Program& program, DuplicatesOptions const& options) {
     Interrupt const interrupt;
     Format const& format = options.format.format();
     options.format.applyTo(program.output);
-    Shape const shape =
+    RowLayout const layout =
         options.isGrouped
-            ? Shape(true, options.format.delimiter, file.keptNames, {}, {"group", "line", "text"})
-            : Shape(true, options.format.delimiter, file.keptNames, file.keptNames);
-    if (!options.isGrouped) program.output.write(format.heading(shape));
+            ? RowLayout(true, options.format.delimiter, file.keptNames, {},
+                        {"group", "line", "text"})
+            : RowLayout(true, options.format.delimiter, file.keptNames, file.keptNames);
+    if (!options.isGrouped) program.output.write(format.heading(layout));
     MatchWriter writer(program.output, options.sources.entries.file, options.jobs.isStrict,
                        interrupt);
 
@@ -107,14 +105,14 @@ Status duplicates(Program& program, DuplicatesOptions const& options) {
         auto const index = static_cast<unsigned long>(entry - list.entries.begin());
         std::vector<Match> const matches = pairs(matcher, list, terms.percentages, index);
         if (matches.empty()) return {};
-        if (!options.isGrouped) return {format.matches(shape, row, list, matches), {}, true};
+        if (!options.isGrouped) return {format.matches(layout, row, list, matches), {}, true};
         std::lock_guard const lock(groupsMutex);
         for (Match const& match : matches)
             groups.join(index, match.index);
         return {{}, {}, true};
     };
     auto const failureText = [&](TextRow const& row, std::string const& error) {
-        return options.isGrouped ? std::string() : format.failure(shape, row, error);
+        return options.isGrouped ? std::string() : format.failure(layout, row, error);
     };
     auto next = [&, at = list.entries.begin()](TextRow& row) mutable {
         if (at == list.entries.end()) return false;
@@ -131,8 +129,8 @@ Status duplicates(Program& program, DuplicatesOptions const& options) {
             status = Status::Error;
         };
         program.output.write(
-            format.table(shape, groupRow(0, list.entries[0], shape),
-                         groupRows(groups, list, shape, program.output, complainOf)));
+            format.table(options.format.delimiter,
+                         groupTable(groups, list, layout.textColumns, program.output, complainOf)));
     }
     return status;
 }

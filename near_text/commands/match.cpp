@@ -29,9 +29,9 @@ Status match(Program& program, MatchOptions const& options) {
                      interrupt.descriptor());
     Format const& format = options.format.format();
     options.format.applyTo(program.output);
-    Shape const shape(!options.isUnnumbered, options.format.delimiter, reader.keptNames(),
-                      entryColumns);
-    if (!options.isUnheaded) program.output.write(format.heading(shape));
+    RowLayout const layout(!options.isUnnumbered, options.format.delimiter, reader.keptNames(),
+                           entryColumns);
+    if (!options.isUnheaded) program.output.write(format.heading(layout));
     MatchWriter writer(program.output, options.sources.texts.file, options.jobs.isStrict,
                        interrupt);
     auto const work = [&, &entries = list](Matcher& matcher, TextRow const& row,
@@ -39,12 +39,12 @@ Status match(Program& program, MatchOptions const& options) {
         std::vector<Match> const matches = matcher.matches(units);
         bool const isWritten = matches.empty() || !options.isUnmatched;
         return {
-            isWritten ? format.matches(shape, row, entries, matches) : "", {}, !matches.empty()};
+            isWritten ? format.matches(layout, row, entries, matches) : "", {}, !matches.empty()};
     };
     return run(
         matchers, preparation, [&](TextRow& row) { return reader.next(row); }, work,
         [&](TextRow const& row, std::string const& error) {
-            return format.failure(shape, row, error);
+            return format.failure(layout, row, error);
         },
         writer, interrupt);
 }

@@ -6,6 +6,7 @@
 #include "near_text/input/source.h"
 #include "near_text/options/search_options.h"
 #include "near_text/output/explanation_text.h"
+#include "near_text/output/text_format.h"
 #include "near_text/run/run.h"
 
 namespace near_text {
@@ -103,10 +104,11 @@ void writeMatches(Program& program, TextSearchOptions const& options, EntryFile 
             program.output.write(shownMatch(match, entries.list.entries[match.index]) + '\n');
         return;
     }
-    Shape const shape(false, options.format.delimiter, {}, entries.keptNames);
+    RowLayout const layout(false, options.format.delimiter, {}, entries.keptNames);
     TextRow row;
     row.text = options.text;
-    program.output.write(format.heading(shape) + format.matches(shape, row, entries.list, matches));
+    program.output.write(format.heading(layout) +
+                         format.matches(layout, row, entries.list, matches));
 }
 
 Status search(Program& program, TextSearchOptions const& options) {

@@ -135,20 +135,18 @@ public:
     // Where the file of the pairs has the text in this line.
     std::size_t lineOfText(std::size_t text) const { return pairs.lower_bound({text, 0})->second; }
 
-    std::vector<Json> rows() const {
-        std::vector<Json> rows;
+    Table table() const {
+        Table table;
         for (std::size_t i = percents.size(); i-- > 0;) {
-            PercentCount const& count = counts[i];
-            Json row = {{"percent", percents[i]},
-                        {"none", count.none},
-                        {"one", count.one},
-                        {"several", count.several},
-                        {"matches", count.all.matches},
-                        {"best_matches", count.best.matches}};
-            if (!pairs.empty()) addPairs(row, count);
-            rows.push_back(std::move(row));
+            auto const values = figures(percents[i], counts[i]);
+            table.columns.clear();
+            Cells& row = table.rows.emplace_back();
+            for (auto const& [name, value] : values) {
+                table.columns.push_back({name, /*isNumber=*/true});
+                row.push_back(std::to_string(value));
+            }
         }
-        return rows;
+        return table;
     }
 
 private:
@@ -172,14 +170,25 @@ private:
         count.best.add(best, list, line, pairs);
     }
 
-    void addPairs(Json& row, PercentCount const& count) const {
-        row.update({{"pairs", pairs.size()},
-                    {"found", count.all.known},
-                    {"others", count.all.matches - count.all.known},
-                    {"best_found", count.best.known},
-                    {"best_others", count.best.matches - count.best.known},
-                    {"texts", textsOfPairs().size()},
-                    {"best_texts", count.best.textsRight}});
+    // With their names.
+    std::vector<std::pair<char const*, std::size_t>> figures(int percent,
+                                                             PercentCount const& count) const {
+        std::vector<std::pair<char const*, std::size_t>> figures = {
+            {"percent", static_cast<std::size_t>(percent)},
+            {"none", count.none},
+            {"one", count.one},
+            {"several", count.several},
+            {"matches", count.all.matches},
+            {"best_matches", count.best.matches}};
+        if (pairs.empty()) return figures;
+        figures.insert(figures.end(), {{"pairs", pairs.size()},
+                                       {"found", count.all.known},
+                                       {"others", count.all.matches - count.all.known},
+                                       {"best_found", count.best.known},
+                                       {"best_others", count.best.matches - count.best.known},
+                                       {"texts", textsOfPairs().size()},
+                                       {"best_texts", count.best.textsRight}});
+        return figures;
     }
 
     EntryList const& list;
@@ -216,9 +225,8 @@ Status sweep(Program& program, SweepOptions const& options) {
         [](TextRow const&, std::string const&) { return std::string(); }, writer, interrupt);
     if (interrupt.signal() == 0) {
         options.format.applyTo(program.output);
-        Shape const shape(true, options.format.delimiter, {}, {});
-        std::vector<Json> const rows = counts.rows();
-        program.output.write(options.format.format().table(shape, rows[0], rows));
+        program.output.write(
+            options.format.format().table(options.format.delimiter, counts.table()));
         if (isWhole && !missing.empty()) {
             program.output.flush();
             std::size_t const text = *missing.begin();

@@ -17,19 +17,6 @@ double secondsSince(std::chrono::steady_clock::time_point start) {
 
 }  // namespace
 
-void sortByNearness(std::vector<Match>& matches) {
-    std::stable_sort(matches.begin(), matches.end(),
-                     [](Match const& a, Match const& b) { return a.percent > b.percent; });
-}
-
-void keepWanted(std::vector<Match>& matches, Wanted wanted) {
-    sortByNearness(matches);
-    if (matches.size() > wanted.most) matches.resize(wanted.most);
-    if (!wanted.isBestAlone || matches.empty()) return;
-    int const best = matches[0].percent;
-    std::erase_if(matches, [&](Match const& match) { return match.percent < best; });
-}
-
 Matcher::Matcher(host_client::Component& component, EntryList const& searchedList,
                  SearchTerms const& searchTerms, Wanted wantedMatches, Shortlist* shortlist)
     : search(component, searchedList, searchTerms.exclusions, searchTerms.threshold, shortlist),

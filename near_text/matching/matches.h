@@ -1,26 +1,17 @@
-// What a text finds in a list: the matches that the add-in gives, how near each is, and which of
-// them are wanted.
+// What a text finds in a list: the matches that the add-in gives, and how near each is.
 #pragma once
 
 #include <array>
 #include <cstddef>
-#include <limits>
 #include <string_view>
 #include <vector>
 
 #include "near_text/matching/entry_search.h"
 #include "near_text/matching/high_first.h"
+#include "near_text/matching/match.h"
 #include "reference/explanation.h"
 
 namespace near_text {
-
-struct Match {
-    unsigned long index;  // the add-in's, in the whole list
-    // The highest percentage, for short and long entries alike, at which the add-in still finds it.
-    int percent;
-    unsigned long distance;
-    unsigned long limit;  // at the percentage that was asked for
-};
 
 // What all texts of a run are searched with.
 struct SearchTerms {
@@ -28,20 +19,6 @@ struct SearchTerms {
     int threshold;
     std::u16string exclusions;
 };
-
-struct Wanted {
-    static constexpr std::size_t kAll = std::numeric_limits<std::size_t>::max();
-
-    std::size_t most = kAll;   // so many of the nearest
-    bool isBestAlone = false;  // the nearest, and those as near
-
-    bool isAll() const { return most == kAll && !isBestAlone; }
-};
-
-// Nearest first; those equally near in the order of the list.
-void sortByNearness(std::vector<Match>& matches);
-
-void keepWanted(std::vector<Match>& matches, Wanted wanted);
 
 // One object for a thread. What it is given is the caller's and outlives it.
 class Matcher {

@@ -4,7 +4,7 @@
 #include <CLI/App.hpp>
 #include <string>
 
-#include "near_text/output/match_format.h"
+#include "near_text/output/format.h"
 #include "near_text/output/output.h"
 
 namespace near_text {
