@@ -66,9 +66,9 @@ std::vector<Cells> propertyRows(host_client::Component& component) {
 }
 
 // An old library, or one that another linker wrote, does its work without a version.
-std::string versionOrDash(Program const& program, Status& status) {
+std::string versionOrDash(std::filesystem::path const& library, Status& status) {
     try {
-        return onOneLine(host_client::libraryVersion(program.library));
+        return onOneLine(host_client::libraryVersion(library));
     } catch (std::runtime_error const& error) {
         complain(error.what());
         status = Status::Error;
@@ -76,31 +76,24 @@ std::string versionOrDash(Program const& program, Status& status) {
     }
 }
 
-Status describe(Program& program) {
-    Status status = Status::Found;
-    auto const component = program.makeComponent();
-    unsigned short* extension = nullptr;
-    (*component)->RegisterExtensionAs(&extension);
-    program.output.write(tableText({{"library", program.addIn().path.string()},
-                                    {"version", versionOrDash(program, status)},
-                                    {"class", orDash(program.addIn().getClassNames())},
-                                    {"extension", orDash(extension)},
-                                    {"interface", std::to_string((*component)->GetInfo())}}));
-    program.output.write('\n' + tableText(methodRows(*component)));
-    program.output.write('\n' + tableText(propertyRows(*component)));
-    return status;
-}
-
 }  // namespace
 
-void addDescribe(Program& program) {
-    CLI::App& command = program.addCommand(
-        "describe", {"show what the add-in says about itself",
-                     "Shows the path and the version of the library, its names, methods and "
-                     "properties, as a host finds them.",
-                     "0 shown, 2 an error or no version in the library",
-                     {"near_text describe --library ./libNearTextComparerLin64.so"}});
-    command.callback([&program] { program.command = [&program] { return describe(program); }; });
+Status execute(DescribeSettings const& settings) {
+    Status status = Status::Found;
+    host_client::AddIn const& addIn = loadedAddIn(settings.addIn);
+    auto const component = makeComponent(settings.addIn);
+    unsigned short* extension = nullptr;
+    (*component)->RegisterExtensionAs(&extension);
+    Output output;
+    output.write(tableText({{"library", addIn.path.string()},
+                            {"version", versionOrDash(settings.addIn.library, status)},
+                            {"class", orDash(addIn.getClassNames())},
+                            {"extension", orDash(extension)},
+                            {"interface", std::to_string((*component)->GetInfo())}}));
+    output.write('\n' + tableText(methodRows(*component)));
+    output.write('\n' + tableText(propertyRows(*component)));
+    output.flush();
+    return status;
 }
 
 }  // namespace near_text

@@ -6,22 +6,13 @@
 #include <mutex>
 
 #include "near_text/commands/commands.h"
-#include "near_text/input/source.h"
 #include "near_text/matching/groups.h"
-#include "near_text/options/search_options.h"
-#include "near_text/run/run.h"
+#include "near_text/matching/read_entries.h"
+#include "near_text/output/output.h"
 
 namespace near_text {
 
 namespace {
-
-struct DuplicatesOptions {
-    SourceOptions sources;
-    SearchOptions search;
-    FormatOptions format;
-    JobOptions jobs;
-    bool isGrouped = false;
-};
 
 // Whether the entry at `text`, taken as a text, finds the one at `entry`.
 bool finds(Matcher& matcher, EntryList const& list, Percentages percentages, unsigned long text,
@@ -76,26 +67,26 @@ Table groupTable(
     return table;
 }
 
-Status duplicates(Program& program, DuplicatesOptions const& options) {
-    Preparation const& preparation = options.search.preparing.preparation;
-    SearchTerms const terms = options.search.terms(options.sources.reading.encoding);
-    auto const file = readEntries(options.sources.entries, options.sources.reading, preparation,
+}  // namespace
+
+Status execute(DuplicatesSettings const& settings) {
+    SearchTerms const terms = readTerms(settings.search);
+    auto const file = readEntries(settings.texts, settings.search.preparation,
                                   /*beginsWithSeparator=*/true);
     EntryList const& list = file.list;
-    Matchers matchers(program, options.jobs, list, terms, {});
+    Matchers matchers(settings.addIn, settings.run, list, terms, {});
     Interrupt const interrupt;
-    Format const& format = options.format.format();
-    options.format.applyTo(program.output);
+    Output output(settings.output.encoding);
+    Format const& format = *settings.output.format;
+    char const delimiter = settings.output.delimiter;
     RowLayout const layout =
-        options.isGrouped
-            ? RowLayout(true, options.format.delimiter, file.keptNames, {},
-                        {"group", "line", "text"})
-            : RowLayout(true, options.format.delimiter, file.keptNames, file.keptNames);
-    if (!options.isGrouped) program.output.write(format.heading(layout));
-    MatchWriter writer(program.output, options.sources.entries.file, options.jobs.isStrict,
-                       interrupt);
+        settings.isGrouped
+            ? RowLayout(true, delimiter, file.keptNames, {}, {"group", "line", "text"})
+            : RowLayout(true, delimiter, file.keptNames, file.keptNames);
+    if (!settings.isGrouped) output.write(format.heading(layout));
+    MatchWriter writer(output, settings.texts.file, settings.run.isStrict, interrupt);
 
-    Groups groups(options.isGrouped ? list.entries.size() : 0);
+    Groups groups(settings.isGrouped ? list.entries.size() : 0);
     std::mutex groupsMutex;
     auto const work = [&](Matcher& matcher, TextRow const& row,
                           std::u16string const&) -> LineResult {
@@ -105,14 +96,14 @@ Status duplicates(Program& program, DuplicatesOptions const& options) {
         auto const index = static_cast<unsigned long>(entry - list.entries.begin());
         std::vector<Match> const matches = pairs(matcher, list, terms.percentages, index);
         if (matches.empty()) return {};
-        if (!options.isGrouped) return {format.matches(layout, row, list, matches), {}, true};
+        if (!settings.isGrouped) return {format.matches(layout, row, list, matches), {}, true};
         std::lock_guard const lock(groupsMutex);
         for (Match const& match : matches)
             groups.join(index, match.index);
         return {{}, {}, true};
     };
     auto const failureText = [&](TextRow const& row, std::string const& error) {
-        return options.isGrouped ? std::string() : format.failure(layout, row, error);
+        return settings.isGrouped ? std::string() : format.failure(layout, row, error);
     };
     auto next = [&, at = list.entries.begin()](TextRow& row) mutable {
         if (at == list.entries.end()) return false;
@@ -122,51 +113,18 @@ Status duplicates(Program& program, DuplicatesOptions const& options) {
         ++at;
         return true;
     };
-    Status status = run(matchers, preparation, next, work, failureText, writer, interrupt);
-    if (options.isGrouped && interrupt.signal() == 0) {
+    Status status =
+        run(matchers, settings.search.preparation, next, work, failureText, writer, interrupt);
+    if (settings.isGrouped && interrupt.signal() == 0) {
         auto const complainOf = [&](Entry const& entry, std::string const& error) {
-            complain(placeOf(shownName(options.sources.entries.file.name), entry.place) + error);
+            complain(placeOf(shownName(settings.texts.file.name), entry.place) + error);
             status = Status::Error;
         };
-        program.output.write(
-            format.table(options.format.delimiter,
-                         groupTable(groups, list, layout.textColumns, program.output, complainOf)));
+        output.write(format.table(
+            delimiter, groupTable(groups, list, layout.textColumns, output, complainOf)));
     }
+    output.flush();
     return status;
-}
-
-void settle(DuplicatesOptions& options) {
-    options.sources.settle(options.format);
-    options.search.settle();
-}
-
-}  // namespace
-
-void addDuplicates(Program& program) {
-    auto const options = std::make_shared<DuplicatesOptions>();
-    CLI::App& command = program.addCommand(
-        "duplicates",
-        {"find the near pairs within one file",
-         "Searches for each line of a file among all its lines and prints each pair once: under "
-         "the earlier line, or under the later one if only that one finds the other. Every line, "
-         "the first one too, has the length that it has after a separator. No line is paired with "
-         "itself.",
-         "0 pairs were found, 1 none was found, 2 a line or the run failed, 128 plus the signal's "
-         "number if interrupted",
-         {"near_text duplicates catalogue.txt --prepare --percent 85 --groups"}});
-    options->sources.addFile(command);
-    options->search.addTo(command);
-    options->format.addTo(command);
-    command
-        .add_flag(
-            "-g,--groups", options->isGrouped,
-            "Print groups instead of pairs: lines that are joined by a pair or a chain of pairs")
-        ->group(kOutputGroup);
-    options->jobs.addTo(command);
-    command.callback([&program, options] {
-        settle(*options);
-        program.command = [&program, options] { return duplicates(program, *options); };
-    });
 }
 
 }  // namespace near_text

@@ -1,45 +1,21 @@
 #include <algorithm>
-#include <limits>
-#include <optional>
 
 #include "near_text/commands/commands.h"
-#include "near_text/input/source.h"
-#include "near_text/options/search_options.h"
+#include "near_text/input/text_codec.h"
+#include "near_text/matching/read_entries.h"
 #include "near_text/output/explanation_text.h"
+#include "near_text/output/output.h"
 #include "near_text/output/text_format.h"
-#include "near_text/run/run.h"
 
 namespace near_text {
 
 namespace {
 
-struct TextSearchOptions {
-    std::string text;
-    SourceOptions sources;
-    std::string dictionaryFile;
-    std::string separator;
-    SearchOptions search;
-    WantedOptions wanted;
-    FormatOptions format;
-    bool isIndices = false;
-    bool isExplained = false;
-    std::vector<std::size_t> explainedPlaces;
-
-    Preparation const& preparation() const { return search.preparing.preparation; }
-};
-
-EntryFile readList(TextSearchOptions const& options) {
-    if (!options.sources.entries.file.name.empty()) {
-        return readEntries(options.sources.entries, options.sources.reading, options.preparation());
-    }
-    std::u16string const separator = argumentUnits("--separator", options.separator);
-    if (separator.size() != 1) {
-        throw std::runtime_error("--separator: must be a single UTF-16 unit, not '" +
-                                 options.separator + '\'');
-    }
-    return {entriesFromFile({options.dictionaryFile, options.sources.reading.encoding},
-                            separator[0], options.preparation()),
-            {}};
+EntryFile readList(TextSearchSettings const& settings) {
+    Preparation const& preparation = settings.search.preparation;
+    if (auto const* const file = std::get_if<Source>(&settings.entries))
+        return readEntries(*file, preparation);
+    return {readWholeList(std::get<WholeList>(settings.entries), preparation), {}};
 }
 
 std::string commaList(Indices const& indices) {
@@ -50,17 +26,17 @@ std::string commaList(Indices const& indices) {
 }
 
 // The entries in the places that are to be explained.
-Indices askedIndices(TextSearchOptions const& options, EntryList const& list) {
+Indices askedIndices(TextSearchSettings const& settings, EntryList const& list) {
     Indices indices;
-    for (std::size_t const place : options.explainedPlaces) {
+    for (std::size_t const place : settings.explainedPlaces) {
         auto const entry = std::find_if(list.entries.begin(), list.entries.end(),
                                         [&](Entry const& e) { return e.place == place; });
         if (entry != list.entries.end()) {
             indices.push_back(static_cast<unsigned long>(entry - list.entries.begin()));
             continue;
         }
-        std::string const name = (options.sources.entries.file.name.empty() ? "place " : "line ") +
-                                 std::to_string(place);
+        bool const isFile = std::holds_alternative<Source>(settings.entries);
+        std::string const name = (isFile ? "line " : "place ") + std::to_string(place);
         if (place > list.places) throw std::runtime_error("there is no " + name);
         complain(name + " contains no word, so it is not an entry and has no index");
     }
@@ -70,157 +46,84 @@ Indices askedIndices(TextSearchOptions const& options, EntryList const& list) {
 // Matches, or entries that are asked for, with the reasons.
 class ExplainedRows {
 public:
-    ExplainedRows(Program& target, EntryList const& entryList, std::u16string_view text,
+    ExplainedRows(Output& output, EntryList const& list, std::u16string_view text,
                   SearchTerms const& terms)
-        : program(target),
-          list(entryList),
-          excluded(reference::readExclusions(terms.exclusions, list.separator)),
-          explanation(text, excluded, terms.threshold, terms.percentages.forShort,
-                      terms.percentages.forLong) {}
+        : output_(output),
+          list_(list),
+          excluded_(reference::readExclusions(terms.exclusions, list.separator)),
+          explanation_(text, excluded_, terms.threshold, terms.percentages.forShort,
+                       terms.percentages.forLong) {}
 
     void write(unsigned long index, bool isMatch) {
-        reference::SideBySide const sides = explanation.explain(
-            reference::readEntry(list.units(index), list.isBehindSeparator(index)));
+        reference::SideBySide const sides = explanation_.explain(
+            reference::readEntry(list_.units(index), list_.isBehindSeparator(index)));
         requireAgreement(sides, isMatch);
         Match const shown = {index, reference::nearness(sides), sides.distance, sides.limit};
-        program.output.write(shownMatch(shown, list.entries[index]) + '\n' +
-                             explanationText(sides, "text", "entry"));
+        output_.write(shownMatch(shown, list_.entries[index]) + '\n' +
+                      explanationText(sides, "text", "entry"));
     }
 
 private:
-    Program& program;
-    EntryList const& list;
-    reference::ExcludedWords const excluded;
-    reference::SearchExplanation const explanation;
+    Output& output_;
+    EntryList const& list_;
+    reference::ExcludedWords const excluded_;
+    reference::SearchExplanation const explanation_;
 };
 
-void writeMatches(Program& program, TextSearchOptions const& options, EntryFile const& entries,
+void writeMatches(Output& output, TextSearchSettings const& settings, EntryFile const& entries,
                   std::vector<Match> const& matches) {
-    Format const& format = options.format.format();
-    if (options.format.isForEyes()) {
+    Format const& format = *settings.output.format;
+    if (!format.hasHeading && !format.carriesColumns) {
         std::vector<Match> nearestFirst = matches;
         sortByNearness(nearestFirst);
         for (Match const& match : nearestFirst)
-            program.output.write(shownMatch(match, entries.list.entries[match.index]) + '\n');
+            output.write(shownMatch(match, entries.list.entries[match.index]) + '\n');
         return;
     }
-    RowLayout const layout(false, options.format.delimiter, {}, entries.keptNames);
+    RowLayout const layout(false, settings.output.delimiter, {}, entries.keptNames);
     TextRow row;
-    row.text = options.text;
-    program.output.write(format.heading(layout) +
-                         format.matches(layout, row, entries.list, matches));
+    row.text = settings.text;
+    output.write(format.heading(layout) + format.matches(layout, row, entries.list, matches));
 }
 
-Status search(Program& program, TextSearchOptions const& options) {
-    auto const component = program.makeComponent();
-    std::u16string const text = options.preparation().prepared(argumentUnits("TEXT", options.text));
-    SearchTerms const terms = options.search.terms(options.sources.reading.encoding);
-    EntryFile const entries = readList(options);
-    Matcher matcher(*component, entries.list, terms, options.wanted.wanted);
-    if (options.isIndices) {
-        Indices const indices = matcher.search.find(text, terms.percentages);
-        program.output.write(commaList(indices));
-        return foundIf(!indices.empty());
-    }
-    options.format.applyTo(program.output);
-    std::vector<Match> matches = matcher.matches(text);
-    Indices const asked = askedIndices(options, entries.list);
-    if (!options.isExplained && options.explainedPlaces.empty()) {
-        writeMatches(program, options, entries, matches);
-        return foundIf(!matches.empty());
-    }
-    if (matches.empty() && asked.empty()) return Status::NotFound;
-    ExplainedRows rows(program, entries.list, text, terms);
-    if (options.isExplained) {
+void writeExplained(Output& output, TextSearchSettings const& settings, EntryList const& list,
+                    std::u16string const& text, SearchTerms const& terms, Matcher& matcher,
+                    std::vector<Match> matches, Indices const& asked) {
+    ExplainedRows rows(output, list, text, terms);
+    if (settings.isExplained) {
         sortByNearness(matches);
         for (Match const& match : matches)
             rows.write(match.index, true);
     }
-    for (unsigned long const index : asked) {
+    for (unsigned long const index : asked)
         rows.write(index, !matcher.search.findAmong(text, terms.percentages, {index}).empty());
-    }
-    return foundIf(!matches.empty());
-}
-
-void settle(TextSearchOptions& options) {
-    if (options.sources.entries.file.name.empty() == options.dictionaryFile.empty()) {
-        throw CLI::RequiredError("--entries or --dictionary");
-    }
-    options.sources.settle(options.format);
-    options.search.settle();
-    bool const isExplained = options.isExplained || !options.explainedPlaces.empty();
-    if (options.sources.entries.isTable() && options.sources.entries.file.name.empty()) {
-        refuse("--entry-column", "has no effect without --entries");
-    }
-    if (isExplained && !options.format.isForEyes()) {
-        refuse("--format", "explanations come in the format text only");
-    }
-    if (options.isIndices &&
-        (isExplained || !options.wanted.wanted.isAll() || !options.format.isForEyes())) {
-        refuse("--indices",
-               "prints the add-in's bare answer, without --best, --top, --format or --explain");
-    }
 }
 
 }  // namespace
 
-void addSearch(Program& program) {
-    auto const options = std::make_shared<TextSearchOptions>();
-    CLI::App& command = program.addCommand(
-        "search",
-        {"find the entries of a list that are alike to a text",
-         "Prints the matching entries, the nearest first. Each has its nearness (the highest "
-         "percentage at which the add-in still finds it), the distance and its limit, the line "
-         "number, and the add-in's index. Indices count from 0; an entry without a word has none.",
-         "0 found, 1 nothing found, 2 an error",
-         {"near_text search \"claw hammer\" --entries catalogue.txt --percent 60",
-          "near_text search \"claw hammer\" --entries catalogue.txt --explain-line 7"}});
-    command
-        .add_option("TEXT", options->text,
-                    "What to look for, at most 1000 UTF-16 units; if it begins with a dash, put -- "
-                    "before it and all options before that")
-        ->type_name("")
-        ->required();
-    options->sources.addEntries(command);
-    options->sources.addReading(command);
-    CLI::Option* const dictionary =
-        command
-            .add_option("--dictionary", options->dictionaryFile,
-                        "The entries as one list, used as it is; - reads standard input")
-            ->type_name("FILE")
-            ->excludes("--entries")
-            ->group("Files");
-    dictionary->needs(command
-                          .add_option("--separator", options->separator,
-                                      "The character that separates the entries of the list")
-                          ->type_name("C")
-                          ->needs(dictionary)
-                          ->group("Files"));
-    options->search.addTo(command);
-    options->wanted.addTo(command);
-    options->format.addTo(command);
-    command
-        .add_flag("--indices", options->isIndices,
-                  "Print only the add-in's own answer: the indices, joined by commas")
-        ->group(kOutputGroup);
-    command
-        .add_flag("--explain", options->isExplained,
-                  "Show the words that cancelled, what was left, the limit and the distance of "
-                  "each match")
-        ->group(kOutputGroup);
-    command
-        .add_option("--explain-line", options->explainedPlaces,
-                    "Explain the entry in this line (or place in the list), whether it matches or "
-                    "not; may be given several times")
-        ->type_name("N")
-        ->expected(1)
-        ->check(CLI::Range(1, std::numeric_limits<int>::max()).description(""))
-        ->take_all()
-        ->group(kOutputGroup);
-    command.callback([&program, options] {
-        settle(*options);
-        program.command = [&program, options] { return search(program, *options); };
-    });
+Status execute(TextSearchSettings const& settings) {
+    auto const component = makeComponent(settings.addIn);
+    std::u16string const text = settings.search.preparation.prepared(toUnits(settings.text));
+    SearchTerms const terms = readTerms(settings.search);
+    EntryFile const entries = readList(settings);
+    Matcher matcher(*component, entries.list, terms, settings.wanted);
+    if (settings.isIndices) {
+        Output output;
+        Indices const indices = matcher.search.find(text, terms.percentages);
+        output.write(commaList(indices));
+        output.flush();
+        return foundIf(!indices.empty());
+    }
+    Output output(settings.output.encoding);
+    std::vector<Match> const matches = matcher.matches(text);
+    Indices const asked = askedIndices(settings, entries.list);
+    if (!settings.isExplained && settings.explainedPlaces.empty()) {
+        writeMatches(output, settings, entries, matches);
+    } else if (!matches.empty() || !asked.empty()) {
+        writeExplained(output, settings, entries.list, text, terms, matcher, matches, asked);
+    }
+    output.flush();
+    return foundIf(!matches.empty());
 }
 
 }  // namespace near_text

@@ -7,36 +7,12 @@
 #include <set>
 
 #include "near_text/commands/commands.h"
-#include "near_text/input/source.h"
-#include "near_text/options/search_options.h"
-#include "near_text/run/run.h"
+#include "near_text/matching/read_entries.h"
+#include "near_text/output/output.h"
 
 namespace near_text {
 
 namespace {
-
-struct SweepOptions {
-    SourceOptions sources;
-    SearchOptions search;
-    std::vector<int> percents = {50, 55, 60, 65, 70, 75, 80, 85, 90, 95};  // ascending
-    std::string pairsFile;
-    FormatOptions format;
-    JobOptions jobs;
-};
-
-// Ascending. Throws CLI::ValidationError.
-std::vector<int> percentsOf(std::vector<std::string> const& values) {
-    std::vector<int> percents;
-    for (std::string const& value : values) {
-        std::string const fault = percentCheck()(value);
-        if (!fault.empty()) refuse("--percent", fault);
-        percents.push_back(std::stoi(value));
-    }
-    std::sort(percents.begin(), percents.end());
-    auto const twice = std::adjacent_find(percents.begin(), percents.end());
-    if (twice != percents.end()) refuse("--percent", std::to_string(*twice) + " is given twice");
-    return percents;
-}
 
 using Pair = std::pair<std::size_t, std::size_t>;  // lines of the text and of the entry
 
@@ -108,10 +84,9 @@ struct PercentCount {
 
 class Sweep {
 public:
-    Sweep(SweepOptions const& options, EntryList const& entryList)
-        : list(entryList), percents(options.percents), counts(percents.size()) {
-        if (options.pairsFile.empty()) return;
-        pairs = readPairs({options.pairsFile, options.sources.reading.encoding}, list);
+    Sweep(SweepSettings const& settings, EntryList const& entryList)
+        : list(entryList), percents(settings.percents), counts(percents.size()) {
+        if (settings.pairs) pairs = readPairs(*settings.pairs, list);
     }
 
     // Whether it finds anything at the lowest percentage. From any number of threads.
@@ -138,10 +113,9 @@ public:
     Table table() const {
         Table table;
         for (std::size_t i = percents.size(); i-- > 0;) {
-            auto const values = figures(percents[i], counts[i]);
             table.columns.clear();
             Cells& row = table.rows.emplace_back();
-            for (auto const& [name, value] : values) {
+            for (auto const& [name, value] : figures(percents[i], counts[i])) {
                 table.columns.push_back({name, /*isNumber=*/true});
                 row.push_back(std::to_string(value));
             }
@@ -170,16 +144,15 @@ private:
         count.best.add(best, list, line, pairs);
     }
 
-    // With their names.
-    std::vector<std::pair<char const*, std::size_t>> figures(int percent,
-                                                             PercentCount const& count) const {
-        std::vector<std::pair<char const*, std::size_t>> figures = {
-            {"percent", static_cast<std::size_t>(percent)},
-            {"none", count.none},
-            {"one", count.one},
-            {"several", count.several},
-            {"matches", count.all.matches},
-            {"best_matches", count.best.matches}};
+    using Figures = std::vector<std::pair<char const*, std::size_t>>;  // with their names
+
+    Figures figures(int percent, PercentCount const& count) const {
+        Figures figures = {{"percent", static_cast<std::size_t>(percent)},
+                           {"none", count.none},
+                           {"one", count.one},
+                           {"several", count.several},
+                           {"matches", count.all.matches},
+                           {"best_matches", count.best.matches}};
         if (pairs.empty()) return figures;
         figures.insert(figures.end(), {{"pairs", pairs.size()},
                                        {"found", count.all.known},
@@ -198,18 +171,17 @@ private:
     std::vector<PercentCount> counts;
 };
 
-Status sweep(Program& program, SweepOptions const& options) {
-    Preparation const& preparation = options.search.preparing.preparation;
-    SearchTerms terms = options.search.terms(options.sources.reading.encoding);
-    terms.percentages = {options.percents[0], options.percents[0]};
-    auto const file = readEntries(options.sources.entries, options.sources.reading, preparation);
-    Sweep counts(options, file.list);
-    Matchers matchers(program, options.jobs, file.list, terms, {});
+}  // namespace
+
+Status execute(SweepSettings const& settings) {
+    SearchTerms const terms = readTerms(settings.search);
+    auto const file = readEntries(settings.entries, settings.search.preparation);
+    Sweep counts(settings, file.list);
+    Matchers matchers(settings.addIn, settings.run, file.list, terms, {});
     Interrupt const interrupt;
-    RowReader reader(options.sources.texts, options.sources.reading, kLongestText,
-                     interrupt.descriptor());
-    MatchWriter writer(program.output, options.sources.texts.file, options.jobs.isStrict,
-                       interrupt);
+    RowReader reader(settings.texts, kLongestText, interrupt.descriptor());
+    Output output(settings.output.encoding);
+    MatchWriter writer(output, settings.texts.file, settings.run.isStrict, interrupt);
     std::set<std::size_t> missing = counts.textsOfPairs();
     bool isWhole = false;
     auto const next = [&](TextRow& row) {
@@ -218,68 +190,23 @@ Status sweep(Program& program, SweepOptions const& options) {
         return !isWhole;
     };
     Status const status = run(
-        matchers, preparation, next,
+        matchers, settings.search.preparation, next,
         [&](Matcher& matcher, TextRow const& row, std::u16string const& units) -> LineResult {
             return {{}, {}, counts.add(matcher, row.number, units)};
         },
         [](TextRow const&, std::string const&) { return std::string(); }, writer, interrupt);
     if (interrupt.signal() == 0) {
-        options.format.applyTo(program.output);
-        program.output.write(
-            options.format.format().table(options.format.delimiter, counts.table()));
+        output.write(settings.output.format->table(settings.output.delimiter, counts.table()));
         if (isWhole && !missing.empty()) {
-            program.output.flush();
+            output.flush();
             std::size_t const text = *missing.begin();
             throw std::runtime_error(
-                placeOf(shownName(options.pairsFile), counts.lineOfText(text)) +
+                placeOf(shownName(settings.pairs->name), counts.lineOfText(text)) +
                 "there is no text in line " + std::to_string(text));
         }
     }
+    output.flush();
     return status;
-}
-
-}  // namespace
-
-void addSweep(Program& program) {
-    auto const options = std::make_shared<SweepOptions>();
-    CLI::App& command = program.addCommand(
-        "sweep",
-        {"count what a match finds at several percentages",
-         "Helps to choose a percentage. For each one it prints how many texts find no entry, one "
-         "and several, how many matches there are, and how many of them remain if only the best of "
-         "each text are kept.\n\n"
-         "With --pairs it also prints how many of the known pairs are found and how many other "
-         "matches there are, for all matches and for the best alone, and for how many of the texts "
-         "that have a known pair the best matches include one.",
-         "0 something was found at the lowest percentage, 1 nothing was found, 2 a line or the run "
-         "failed, 128 plus the signal's number if interrupted",
-         {"near_text sweep --texts supplier.txt --entries catalogue.txt --prepare --pairs "
-          "pairs.tsv"}});
-    options->sources.addTexts(command, false);
-    options->sources.addEntries(command, false);
-    command.get_option("--entries")->required();
-    options->sources.addReading(command);
-    addCommaList(
-        command, "-p,--percent",
-        [options](auto const& values) { options->percents = percentsOf(values); },
-        "Percentages, separated by commas. Default: 95 to 50 in steps of 5")
-        .type_name("PERCENTS")
-        ->group("Which entries match");
-    command
-        .add_option(
-            "--pairs", options->pairsFile,
-            "Known pairs: a table, with tabs, semicolons or commas, whose first two columns "
-            "are the line of the text and the line of the entry")
-        ->type_name("FILE")
-        ->group("Files");
-    options->search.addTo(command, false);
-    options->format.addTo(command);
-    options->jobs.addTo(command);
-    command.callback([&program, options] {
-        options->sources.settle(options->format);
-        options->search.settle();
-        program.command = [&program, options] { return sweep(program, *options); };
-    });
 }
 
 }  // namespace near_text

@@ -55,16 +55,16 @@ std::u16string readLines(TextFile const& file) {
     return text;
 }
 
-EntryList entriesFromFile(TextFile const& file, char16_t separator,
-                          Preparation const& preparation) {
-    std::string const text = readWhole(file);
+EntryList readWholeList(WholeList const& whole, Preparation const& preparation) {
+    std::string const text = readWhole(whole.file);
+    std::string const name = shownName(whole.file.name);
     try {
-        return cut(toUnits(text), separator, preparation, shownName(file.name));
+        return cut(toUnits(text), whole.separator, preparation, name);
     } catch (NotUtf8 const& error) {
         auto const wrong = text.begin() + static_cast<std::ptrdiff_t>(error.byte) - 1;
         auto const line = std::count(text.begin(), wrong, '\n') + 1;
         auto const start = std::find(std::reverse_iterator(wrong), text.rend(), '\n').base();
-        throw std::runtime_error(shownName(file.name) + ':' + std::to_string(line) + ": " +
+        throw std::runtime_error(name + ':' + std::to_string(line) + ": " +
                                  NotUtf8(static_cast<std::size_t>(wrong - start) + 1).what());
     }
 }

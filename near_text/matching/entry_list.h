@@ -62,10 +62,15 @@ private:
     EntryList list;
 };
 
-// A list as it stands in a file, read as a whole and cut at the separator. A NUL separates whatever
-// the separator is, whitespace never does. Throws std::runtime_error, with file and line where
-// there is no text.
-EntryList entriesFromFile(TextFile const& file, char16_t separator, Preparation const& preparation);
+// A list as it stands in a file.
+struct WholeList {
+    TextFile file;
+    char16_t separator;
+};
+
+// Reads it as a whole and cuts it at the separator. A NUL separates whatever the separator is,
+// whitespace never does. Throws std::runtime_error, with file and line where there is no text.
+EntryList readWholeList(WholeList const& whole, Preparation const& preparation);
 
 // The lines of a file, each ended by a line feed. Throws std::runtime_error.
 std::u16string readLines(TextFile const& file);

@@ -1,9 +1,9 @@
 // A match of a text, and which of a text's matches are wanted.
 #pragma once
 
-#include <cstddef>
-#include <limits>
 #include <vector>
+
+#include "near_text/matching/search_terms.h"
 
 namespace near_text {
 
@@ -13,15 +13,6 @@ struct Match {
     int percent;
     unsigned long distance;
     unsigned long limit;  // at the percentage that was asked for
-};
-
-struct Wanted {
-    static constexpr std::size_t kAll = std::numeric_limits<std::size_t>::max();
-
-    std::size_t most = kAll;   // so many of the nearest
-    bool isBestAlone = false;  // the nearest, and those as near
-
-    bool isAll() const { return most == kAll && !isBestAlone; }
 };
 
 // Nearest first; those equally near in the order of the list.

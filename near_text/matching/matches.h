@@ -9,16 +9,10 @@
 #include "near_text/matching/entry_search.h"
 #include "near_text/matching/high_first.h"
 #include "near_text/matching/match.h"
+#include "near_text/matching/search_terms.h"
 #include "reference/explanation.h"
 
 namespace near_text {
-
-// What all texts of a run are searched with.
-struct SearchTerms {
-    Percentages percentages;
-    int threshold;
-    std::u16string exclusions;
-};
 
 // One object for a thread. What it is given is the caller's and outlives it.
 class Matcher {

@@ -130,31 +130,33 @@ std::string examples(std::vector<std::string> const& lines) {
     return text;
 }
 
-std::string seeAlso(Program const& program, CLI::App const& command) {
+std::string seeAlso(CLI::App const& program, CLI::App const& command,
+                    std::map<CLI::App const*, CommandText> const& texts) {
     std::string text;
     auto const add = [&](CLI::App const& other) {
         if (&other == &command) return;
         text += (text.empty() ? "" : " ,\n") + (".BR " + plain(fullName(other, '-')) + " (1)");
     };
-    add(program.app);
-    for (CLI::App const* other : program.app.get_subcommands({})) {
-        if (program.texts.count(other) > 0) add(*other);
+    add(program);
+    for (CLI::App const* other : program.get_subcommands({})) {
+        if (texts.count(other) > 0) add(*other);
     }
     return ".SH SEE ALSO\n" + text + '\n';
 }
 
 }  // namespace
 
-std::string manPage(Program const& program, CLI::App const& command) {
+std::string manPage(CLI::App const& program, CLI::App const& command,
+                    std::map<CLI::App const*, CommandText> const& texts) {
     std::string const name = fullName(command, '-');
-    CommandText const& text = program.texts.at(&command);
-    bool const isProgram = command.get_parent() == nullptr;
+    CommandText const& text = texts.at(&command);
+    bool const isProgram = &command == &program;
     return ".TH " + plain(capitals(name)) +
            " 1 \"\" \"near_text " NEAR_TEXT_VERSION "\" \"User Commands\"\n.SH NAME\n" +
            plain(name) + " \\- " + plain(text.summary) + '\n' + synopsis(command) +
            ".SH DESCRIPTION\n" + paragraphs(text.details) + (isProgram ? commands(command) : "") +
            options(command) + exitStatus(text.exitStatus) + ".SH ENVIRONMENT\n" +
-           plain(kEnvironment) + '\n' + examples(text.examples) + seeAlso(program, command);
+           plain(kEnvironment) + '\n' + examples(text.examples) + seeAlso(program, command, texts);
 }
 
 }  // namespace near_text

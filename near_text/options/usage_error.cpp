@@ -2,8 +2,7 @@
 
 #include <algorithm>
 
-#include "near_text/commands/commands.h"
-#include "near_text/options/search_options.h"
+#include "near_text/options/values.h"
 #include "reference/explanation.h"
 
 namespace near_text {

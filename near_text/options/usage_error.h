@@ -13,7 +13,7 @@ std::string unknownCommand(CLI::App const& app, std::string const& name);
 std::string usageError(CLI::App const& app, CLI::ParseError const& error);
 
 // An option that is given with nothing, as by a variable of a script that is not set, would do as
-// if it were not given. Throws CLI::ValidationError.
+// if it were not given. Throws std::runtime_error.
 void refuseEmptyValues(CLI::App const& app);
 
 }  // namespace near_text

@@ -40,9 +40,8 @@ void holdStandardStreams() {
     }
 }
 
-void Output::encodeAs(std::string const& name) {
-    encoder.emplace(name);
-    encoding = name;
+Output::Output(std::string const& encodingName) : encoding(encodingName) {
+    if (!encoding.empty()) encoder.emplace(encoding);
 }
 
 void Output::requireEncodable(std::string_view text) const {

@@ -22,8 +22,8 @@ void holdStandardStreams();
 
 class Output {
 public:
-    // All that is written from now on. Throws std::runtime_error when there is no such encoding.
-    void encodeAs(std::string const& name);
+    // In UTF-8 unless an encoding is named. Throws std::runtime_error when there is none so called.
+    explicit Output(std::string const& encodingName = {});
 
     // From any number of threads. Throws NotText where `text` could not be written.
     void requireEncodable(std::string_view text) const;

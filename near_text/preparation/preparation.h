@@ -30,11 +30,29 @@ struct Preparation {
     bool foldsCase = false;
     bool blanksPunctuation = false;
 
+    static Preparation whole() { return {true, true, true}; }
+
     bool isNone() const { return !composes && !foldsCase && !blanksPunctuation; }
 
     // From any number of threads at once. Throws std::runtime_error where there is something to
     // compose in a text of more than 700 million units.
     std::u16string prepared(std::u16string_view units) const;
+};
+
+// As an option of the command line.
+struct PreparationStep {
+    char const* option;
+    bool Preparation::*isChosen;
+    char const* text;
+};
+
+inline constexpr PreparationStep kPreparationSteps[] = {
+    {"-i,--fold-case", &Preparation::foldsCase,
+     "Ignore the difference between capital and small letters"},
+    {"--blank-punctuation", &Preparation::blanksPunctuation,
+     "Treat punctuation characters as blanks"},
+    {"--compose", &Preparation::composes,
+     "Treat a letter and its accents as the one character that they make (NFC)"},
 };
 
 }  // namespace near_text

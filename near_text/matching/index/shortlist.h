@@ -11,14 +11,9 @@
 #include <utility>
 
 #include "near_text/matching/index/entry_index.h"
+#include "near_text/matching/search_terms.h"
 
 namespace near_text {
-
-// How alike an entry must be: one no longer than the threshold, and a longer one.
-struct Percentages {
-    int forShort;
-    int forLong;
-};
 
 // For all threads of a run. What it is given is the caller's and outlives it.
 class Shortlist {

@@ -1,0 +1,22 @@
+// The entries of a file, with what is carried over from beside them.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "near_text/input/source.h"
+#include "near_text/matching/entry_list.h"
+
+namespace near_text {
+
+struct EntryFile {
+    EntryList list;
+    std::vector<std::string> keptNames;
+};
+
+// `beginsWithSeparator` makes the first entry as long as it would be elsewhere. Throws
+// std::runtime_error, with file and line if a line is not valid text, and if no entry has a word.
+EntryFile readEntries(Source const& source, Preparation const& preparation,
+                      bool beginsWithSeparator = false);
+
+}  // namespace near_text

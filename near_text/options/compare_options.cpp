@@ -1,0 +1,56 @@
+#include "near_text/options/definition.h"
+#include "near_text/options/terms_options.h"
+#include "near_text/options/values.h"
+
+namespace near_text {
+
+namespace {
+
+struct Given {
+    std::string first;
+    std::string second;
+    int percent = 0;
+    PreparationOptions preparation;
+    bool isExplained = false;
+};
+
+ReadSettings define(CLI::App& command) {
+    auto const given = std::make_shared<Given>();
+    command.add_option("FIRST", given->first, "A text of at most 1000 UTF-16 units")
+        ->type_name("")
+        ->required();
+    command.add_option("SECOND", given->second, "The other text")->type_name("")->required();
+    command
+        .add_option("-p,--percent", given->percent,
+                    "How alike they must be, 0 to 100: once shared words have cancelled, 100 "
+                    "allows no difference and 0 any")
+        ->type_name("PERCENT")
+        ->check(percentCheck())
+        ->required();
+    command.add_flag("--explain", given->isExplained,
+                     "Show the words that cancelled, what was left, the limit, the distance, and "
+                     "the highest percentage at which the texts are alike");
+    given->preparation.addTo(command);
+    return [given](AddInSettings const& addIn) -> Settings {
+        return CompareSettings{addIn,
+                               argumentUnits("FIRST", given->first),
+                               argumentUnits("SECOND", given->second),
+                               given->percent,
+                               given->preparation.preparation(),
+                               given->isExplained};
+    };
+}
+
+}  // namespace
+
+Definition const kCompareDefinition = {
+    "compare",
+    {"compare two texts",
+     "Prints alike or different. If a text begins with a dash, put -- before the two texts and all "
+     "options before that.",
+     "0 alike, 1 different, 2 an error",
+     {"near_text compare \"garden hose 20 m\" \"hose garden 25 m\" --percent 90 --explain",
+      "near_text compare --percent 90 --fold-case -- \"-20 C\" \"-20 c\""}},
+    define};
+
+}  // namespace near_text

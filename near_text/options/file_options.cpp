@@ -1,0 +1,124 @@
+#include "near_text/options/file_options.h"
+
+#include <algorithm>
+
+#include "near_text/options/values.h"
+
+namespace near_text {
+
+namespace {
+
+void addColumns(CLI::App& command, std::string const& name, std::string const& keepName,
+                std::string const& whose, GivenSource& source, bool hasKeep) {
+    command
+        .add_option(name, source.column,
+                    "The column of " + whose +
+                        ", a name or a number from 1. The file is then a table, "
+                        "whose quoted fields may span lines")
+        ->type_name("COLUMN")
+        ->group(kFilesGroup);
+    if (!hasKeep) return;
+    addCommaList(command, keepName, source.keep,
+                 "Columns of " + whose + " to carry over into the output, separated by commas")
+        .type_name("COLUMNS")
+        ->group(kFilesGroup);
+}
+
+bool isName(std::string const& column) {
+    return column.find_first_not_of("0123456789") != std::string::npos;
+}
+
+}  // namespace
+
+void FileOptions::addTexts(CLI::App& command, bool hasKeep) {
+    command
+        .add_option("-t,--texts", texts_.file,
+                    "The texts, one on each line; - reads standard input")
+        ->type_name("FILE")
+        ->required()
+        ->group(kFilesGroup);
+    addColumns(command, "--text-column", "--keep", "the texts", texts_, hasKeep);
+}
+
+void FileOptions::addEntries(CLI::App& command, bool hasKeep) {
+    command
+        .add_option("-e,--entries", entries_.file,
+                    "The entries, one on each line; - reads standard input")
+        ->type_name("FILE")
+        ->group(kFilesGroup);
+    addColumns(command, "--entry-column", "--keep-entry", "the entries", entries_, hasKeep);
+}
+
+void FileOptions::addFile(CLI::App& command) {
+    command.add_option("FILE", texts_.file, "The texts, one on each line; - reads standard input")
+        ->type_name("")
+        ->required()
+        ->group(kFilesGroup);
+    addColumns(command, "--text-column", "--keep", "the texts", texts_, true);
+    addReading(command);
+}
+
+void FileOptions::addReading(CLI::App& command) {
+    command
+        .add_flag(
+            "--header", hasHeader_,
+            "The first row of a table names its columns, even if the options use numbers only")
+        ->group(kFilesGroup);
+    command
+        .add_option(
+            "-d,--delimiter", delimiter_,
+            "What separates the columns of a table, in the input and in the format csv: one "
+            "character, or the word tab. Between tabs quotes have no meaning, and \\\\, \\t, \\n "
+            "and \\r are read as the format tsv writes them. Default: a comma; tabs in files named "
+            ".tsv")
+        ->type_name("C")
+        ->check(delimiterCheck())
+        ->group(kFilesGroup);
+    command
+        .add_option("--encoding", encoding_,
+                    "The encoding of all files, such as windows-1251, utf-16 or koi8-r. Default: "
+                    "UTF-8, unless a byte order mark says otherwise")
+        ->type_name("NAME")
+        ->group(kFilesGroup);
+    if (command.get_option_no_throw("--texts") == nullptr) return;
+    command
+        .add_option("--entry-delimiter", entries_.delimiter,
+                    "What separates the columns of the entries, if it differs")
+        ->type_name("C")
+        ->check(delimiterCheck())
+        ->group(kFilesGroup);
+    command
+        .add_option("--entry-encoding", entries_.encoding,
+                    "The encoding of the entries, if it differs")
+        ->type_name("NAME")
+        ->group(kFilesGroup);
+}
+
+void FileOptions::validate(bool isCsvOutput) const {
+    bool const hasTable = texts_.isTable() || entries_.isTable();
+    constexpr char const* kNoTable = "has no effect without --text-column or --entry-column";
+    if (!hasTable && hasHeader_) refuse("--header", kNoTable);
+    if (!hasTable && !delimiter_.empty() && !isCsvOutput) refuse("--delimiter", kNoTable);
+    if (!entries_.isTable() && !entries_.delimiter.empty()) refuse("--entry-delimiter", kNoTable);
+    if (!texts_.isTable() && !texts_.keep.empty()) refuse("--keep", kNoTable);
+    if (!entries_.isTable() && !entries_.keep.empty()) refuse("--keep-entry", kNoTable);
+}
+
+char FileOptions::delimiter() const {
+    return delimiter_.empty() ? ',' : delimiterOf(delimiter_);
+}
+
+Source FileOptions::source(GivenSource const& given) const {
+    Source source{{given.file, given.encoding.empty() ? encoding_ : given.encoding},
+                  given.column,
+                  given.keep,
+                  {}};
+    if (given.file.ends_with(".tsv")) source.shape.delimiter = '\t';
+    std::string const& delimiter = given.delimiter.empty() ? delimiter_ : given.delimiter;
+    if (!delimiter.empty()) source.shape.delimiter = delimiterOf(delimiter);
+    source.shape.hasHeader = hasHeader_ || isName(given.column) ||
+                             std::any_of(given.keep.begin(), given.keep.end(), isName);
+    return source;
+}
+
+}  // namespace near_text

@@ -1,0 +1,59 @@
+// The options that name files and say how they are read.
+#pragma once
+
+#include <CLI/App.hpp>
+#include <string>
+#include <vector>
+
+#include "near_text/input/source.h"
+
+namespace near_text {
+
+inline constexpr char const* kFilesGroup = "Files";
+
+// As given.
+struct GivenSource {
+    std::string file;
+    std::string column;
+    std::vector<std::string> keep;
+    std::string delimiter;  // of this one alone
+    std::string encoding;   // likewise
+
+    bool isTable() const { return !column.empty(); }
+};
+
+class FileOptions {
+public:
+    void addTexts(CLI::App& command, bool hasKeep = true);
+    void addEntries(CLI::App& command, bool hasKeep = true);
+    // After those.
+    void addReading(CLI::App& command);
+    // The one file of a command that has one, in place of all three.
+    void addFile(CLI::App& command);
+
+    // Throws std::runtime_error where an option has no effect; csv output makes use of a delimiter.
+    void validate(bool isCsvOutput) const;
+
+    bool hasEntries() const { return !entries_.file.empty(); }
+    bool hasKept() const { return !texts_.keep.empty() || !entries_.keep.empty(); }
+    bool hasKeptOfEntries() const { return !entries_.keep.empty(); }
+    bool hasEntryColumn() const { return entries_.isTable(); }
+
+    Source texts() const { return source(texts_); }
+    Source entries() const { return source(entries_); }
+    // Any other file of the command.
+    TextFile other(std::string const& file) const { return {file, encoding_}; }
+    // Of the output in columns.
+    char delimiter() const;
+
+private:
+    Source source(GivenSource const& given) const;
+
+    GivenSource texts_;
+    GivenSource entries_;
+    bool hasHeader_ = false;
+    std::string delimiter_;
+    std::string encoding_;
+};
+
+}  // namespace near_text

@@ -1,0 +1,94 @@
+#include "near_text/options/definition.h"
+#include "near_text/options/output_options.h"
+#include "near_text/options/terms_options.h"
+#include "near_text/options/values.h"
+
+namespace near_text {
+
+namespace {
+
+struct Given {
+    FileOptions files;
+    TermsOptions terms;
+    Wanted wanted;
+    OutputOptions output;
+    RunOptions run;
+    bool isUnnumbered = false;
+    bool isUnheaded = false;
+    bool isUnmatched = false;
+};
+
+void addOutput(CLI::App& command, Given& given) {
+    given.output.addTo(command);
+    command
+        .add_flag("-u,--unmatched", given.isUnmatched, "Print only the texts that found nothing")
+        ->group(kOutputGroup);
+    command
+        .add_flag("--no-numbers", given.isUnnumbered,
+                  "Leave out the line numbers of the texts, so that the parts of a file give the "
+                  "same lines as the whole")
+        ->group(kOutputGroup);
+    command
+        .add_flag("--no-heading", given.isUnheaded,
+                  "Leave out the heading, so that parts can be joined")
+        ->group(kOutputGroup);
+}
+
+void validate(Given const& given, Format const& format) {
+    if (given.isUnheaded && !format.hasHeading) {
+        refuse("--no-heading", "has no effect in the format " + given.output.format());
+    }
+    if (!given.isUnmatched) return;
+    if (!given.wanted.isAll()) {
+        refuse("--unmatched", "prints no matches, so --best and --top have no effect");
+    }
+    if (given.files.hasKeptOfEntries()) {
+        refuse("--unmatched", "prints no matches, so --keep-entry has no effect");
+    }
+}
+
+ReadSettings define(CLI::App& command) {
+    auto const given = std::make_shared<Given>();
+    given->files.addTexts(command);
+    given->files.addEntries(command);
+    command.get_option("--entries")->required();
+    given->files.addReading(command);
+    given->terms.addTo(command);
+    addWanted(command, given->wanted);
+    addOutput(command, *given);
+    given->run.addTo(command);
+    return [given](AddInSettings const& addIn) -> Settings {
+        OutputSettings const output = given->output.settings(given->files);
+        validate(*given, *output.format);
+        return MatchSettings{addIn,
+                             given->files.texts(),
+                             given->files.entries(),
+                             given->terms.settings(given->files),
+                             given->wanted,
+                             output,
+                             given->run.settings(),
+                             !given->isUnnumbered,
+                             !given->isUnheaded,
+                             given->isUnmatched};
+    };
+}
+
+}  // namespace
+
+Definition const kMatchDefinition = {
+    "match",
+    {"search for each line of one file among the lines of another",
+     "Prints what each text finds, in the order of the texts and as soon as it is known. Each "
+     "match has its nearness (the highest percentage at which the add-in still finds it), the "
+     "distance and its limit, the line number of the entry, the add-in's index, and the entry.\n\n"
+     "A text that is too long, contains a NUL or cannot be decoded, or whose row the output's "
+     "encoding cannot write, is reported, and the error takes its place in the output. When a "
+     "signal ends the run, everything finished by then has been written, and no line is cut short.",
+     "0 at least one text matched, 1 none matched, 2 a line or the run failed, 128 plus the "
+     "signal's number if interrupted",
+     {"near_text match --texts supplier.txt --entries catalogue.txt --prepare --percent 60 --best",
+      "near_text match --texts orders.csv --text-column name --keep id --entries stock.csv "
+      "--entry-column title --keep-entry code --format csv --best"}},
+    define};
+
+}  // namespace near_text

@@ -1,0 +1,57 @@
+#include "near_text/options/output_options.h"
+
+#include <algorithm>
+#include <thread>
+
+#include "near_text/options/values.h"
+
+namespace near_text {
+
+void OutputOptions::addTo(CLI::App& command) {
+    command
+        .add_option(
+            "-f,--format", format_,
+            "text, for reading; tsv, with \\\\, \\t, \\n and \\r for characters that would break "
+            "columns; csv; or json, one object on each line. Default: text")
+        ->type_name("FORMAT")
+        ->check(CLI::IsMember(formatNames()))
+        ->group(kOutputGroup);
+    command
+        .add_option("--output-encoding", encoding_,
+                    "The encoding of the output, for programs that do not read UTF-8")
+        ->type_name("NAME")
+        ->group(kOutputGroup);
+}
+
+OutputSettings OutputOptions::settings(FileOptions const& files) const {
+    files.validate(format_ == "csv");
+    Format const& format = formatNamed(format_);
+    if (files.hasKept() && !format.carriesColumns) {
+        refuse("--format", format_ + " does not show kept columns");
+    }
+    return {&format, files.delimiter(), encoding_};
+}
+
+RunOptions::RunOptions() : jobs_(std::max(1U, std::thread::hardware_concurrency())) {}
+
+void RunOptions::addTo(CLI::App& command) {
+    constexpr char const* kGroup = "Running";
+    command
+        .add_option("-j,--jobs", jobs_,
+                    "Threads to search with, 1 to 256. Default: one for each processor")
+        ->type_name("N")
+        ->check(CLI::Range(1U, 256U).description(""))
+        ->group(kGroup);
+    command
+        .add_flag("--strict", isStrict_,
+                  "Stop at the first line that is too long, not valid text or nothing that the "
+                  "output's encoding can write, instead of going on")
+        ->group(kGroup);
+    command
+        .add_flag("--no-index", hasNoIndex_,
+                  "Give the add-in every entry for every text. The answers are the same, and "
+                  "take longer")
+        ->group(kGroup);
+}
+
+}  // namespace near_text

@@ -1,0 +1,96 @@
+// What the command line asks for, a struct a command. They are made once, of values that have been
+// validated together, and never change.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "near_text/input/source.h"
+#include "near_text/matching/add_in.h"
+#include "near_text/matching/entry_list.h"
+#include "near_text/matching/search_terms.h"
+#include "near_text/output/format.h"
+#include "near_text/run/run.h"
+
+namespace near_text {
+
+struct OutputSettings {
+    Format const* format;
+    char delimiter;        // of csv
+    std::string encoding;  // empty for UTF-8
+};
+
+struct CompareSettings {
+    AddInSettings addIn;
+    std::u16string first;
+    std::u16string second;
+    int percent;
+    Preparation preparation;
+    bool isExplained;
+};
+
+struct TextSearchSettings {
+    AddInSettings addIn;
+    std::string text;
+    std::variant<Source, WholeList> entries;
+    SearchSettings search;
+    Wanted wanted;
+    OutputSettings output;
+    bool isIndices;                            // print the add-in's own answer
+    bool isExplained;                          // each match
+    std::vector<std::size_t> explainedPlaces;  // besides, whether they match or not
+};
+
+struct MatchSettings {
+    AddInSettings addIn;
+    Source texts;
+    Source entries;
+    SearchSettings search;
+    Wanted wanted;
+    OutputSettings output;
+    RunSettings run;
+    bool isNumbered;
+    bool hasHeading;
+    bool isUnmatched;  // only these are printed
+};
+
+struct DuplicatesSettings {
+    AddInSettings addIn;
+    Source texts;
+    SearchSettings search;
+    OutputSettings output;
+    RunSettings run;
+    bool isGrouped;
+};
+
+struct SweepSettings {
+    AddInSettings addIn;
+    Source texts;
+    Source entries;
+    SearchSettings search;      // at the lowest percentage
+    std::vector<int> percents;  // ascending, and not empty
+    std::optional<TextFile> pairs;
+    OutputSettings output;
+    RunSettings run;
+};
+
+struct DescribeSettings {
+    AddInSettings addIn;
+};
+
+struct VersionSettings {
+    AddInSettings addIn;
+};
+
+// Help, or a man page.
+struct PrintSettings {
+    std::string text;
+};
+
+using Settings =
+    std::variant<CompareSettings, TextSearchSettings, MatchSettings, DuplicatesSettings,
+                 SweepSettings, DescribeSettings, VersionSettings, PrintSettings>;
+
+}  // namespace near_text

@@ -1,0 +1,108 @@
+#include "near_text/options/terms_options.h"
+
+#include <limits>
+
+#include "near_text/options/values.h"
+
+namespace near_text {
+
+namespace {
+
+constexpr int kDefaultPercent = 80;
+constexpr char const* kGroup = "Which entries match";
+
+}  // namespace
+
+void PreparationOptions::addTo(CLI::App& command) {
+    constexpr char const* kPreparing = "Preparing texts and entries";
+    command
+        .add_flag("-P,--prepare", isWhole_,
+                  "All three of the following. Texts are printed as they came")
+        ->group(kPreparing);
+    for (PreparationStep const& step : kPreparationSteps)
+        command.add_flag(step.option, given_.*step.isChosen, step.text)->group(kPreparing);
+}
+
+Preparation PreparationOptions::preparation() const {
+    if (!isWhole_) return given_;
+    if (!given_.isNone()) {
+        refuse("--prepare", "already includes --fold-case, --blank-punctuation and --compose");
+    }
+    return Preparation::whole();
+}
+
+void TermsOptions::addTo(CLI::App& command, bool hasPercent) {
+    if (hasPercent) addPercentages(command);
+    command
+        .add_option("-x,--exclude", exclude_,
+                    "Words that count on neither side, in one argument; may be given several times")
+        ->type_name("WORDS")
+        ->multi_option_policy(CLI::MultiOptionPolicy::Join)
+        ->group(kGroup);
+    command.add_option("--exclusions", exclusionsFile_, "The same from a file")
+        ->type_name("FILE")
+        ->group(kGroup);
+    preparation_.addTo(command);
+}
+
+void TermsOptions::addPercentages(CLI::App& command) {
+    auto const add = [&](char const* name, std::optional<int>& value, std::string const& text) {
+        command.add_option(name, value, text)
+            ->type_name("PERCENT")
+            ->check(percentCheck())
+            ->group(kGroup);
+    };
+    add("-p,--percent", percent_,
+        "How alike an entry must be, 0 to 100: once shared words have cancelled, 100 allows no "
+        "difference and 0 any. Default: " +
+            std::to_string(kDefaultPercent));
+    command
+        .add_option("--threshold", threshold_,
+                    "Entries longer than this are long, the others short. UTF-16 units count, "
+                    "blanks included, and one more in every entry but the first")
+        ->type_name("UNITS")
+        ->check(CLI::Range(0, std::numeric_limits<int>::max()).description(""))
+        ->group(kGroup);
+    add("--short-percent", percentShort_, "How alike a short entry must be");
+    add("--long-percent", percentLong_, "How alike a long entry must be");
+}
+
+void TermsOptions::validate() const {
+    for (auto const& [option, value] : {std::pair("--short-percent", &percentShort_),
+                                        std::pair("--long-percent", &percentLong_)}) {
+        if (*value && !threshold_) refuse(option, "has no effect without --threshold");
+    }
+    if (threshold_ && !percentShort_ && !percentLong_) {
+        refuse("--threshold", "has no effect without --short-percent or --long-percent");
+    }
+    if (percent_ && percentShort_ && percentLong_) {
+        refuse("--percent", "has no effect beside --short-percent and --long-percent");
+    }
+}
+
+SearchSettings TermsOptions::settings(FileOptions const& files) const {
+    validate();
+    int const both = percent_.value_or(kDefaultPercent);
+    SearchSettings settings{{percentShort_.value_or(both), percentLong_.value_or(both)},
+                            threshold_.value_or(0),
+                            argumentUnits("--exclude", exclude_),
+                            {},
+                            preparation_.preparation()};
+    if (!exclusionsFile_.empty()) settings.exclusionsFile = files.other(exclusionsFile_);
+    return settings;
+}
+
+void addWanted(CLI::App& command, Wanted& wanted) {
+    CLI::Option* const best =
+        command
+            .add_flag("-b,--best", wanted.isBestAlone,
+                      "Keep only the nearest entry, or several if they are equally near")
+            ->group(kGroup);
+    command.add_option("-n,--top", wanted.most, "Keep only the N nearest entries")
+        ->type_name("N")
+        ->check(CLI::Range(1, std::numeric_limits<int>::max()).description(""))
+        ->excludes(best)
+        ->group(kGroup);
+}
+
+}  // namespace near_text

@@ -1,0 +1,48 @@
+// The options that say which entries match, and which of the matches are kept.
+#pragma once
+
+#include <CLI/App.hpp>
+#include <optional>
+#include <string>
+
+#include "near_text/matching/search_terms.h"
+#include "near_text/options/file_options.h"
+
+namespace near_text {
+
+// --fold-case and its like.
+class PreparationOptions {
+public:
+    void addTo(CLI::App& command);
+    // Throws std::runtime_error.
+    Preparation preparation() const;
+
+private:
+    Preparation given_;
+    bool isWhole_ = false;
+};
+
+class TermsOptions {
+public:
+    // Without percentages where the command has some of its own.
+    void addTo(CLI::App& command, bool hasPercent = true);
+    // Throws std::runtime_error.
+    SearchSettings settings(FileOptions const& files) const;
+
+private:
+    void addPercentages(CLI::App& command);
+    void validate() const;
+
+    std::optional<int> percent_;
+    std::optional<int> percentShort_;
+    std::optional<int> percentLong_;
+    std::optional<int> threshold_;
+    std::string exclude_;
+    std::string exclusionsFile_;
+    PreparationOptions preparation_;
+};
+
+// --best and --top.
+void addWanted(CLI::App& command, Wanted& wanted);
+
+}  // namespace near_text

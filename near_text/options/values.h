@@ -1,0 +1,28 @@
+// Values that are more than a text, and what is said of those that cannot be taken.
+#pragma once
+
+#include <CLI/App.hpp>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace near_text {
+
+// An option that would do nothing or contradicts another, with the reason. Throws
+// std::runtime_error.
+[[noreturn]] void refuse(std::string const& option, std::string const& reason);
+
+// For options that take a percentage.
+CLI::Validator percentCheck();
+
+// What separates columns: the name of a character.
+CLI::Validator delimiterCheck();
+
+// An option whose values are given in one argument, with commas between them, or one by one.
+CLI::Option& addCommaList(CLI::App& command, std::string const& name,
+                          std::vector<std::string>& values, std::string const& text);
+
+// A text of the command line as units. Throws std::runtime_error that calls it `name`.
+std::u16string argumentUnits(std::string const& name, std::string const& text);
+
+}  // namespace near_text

@@ -1,0 +1,35 @@
+// A matcher for each thread of a run, and what they share.
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "near_text/matching/add_in.h"
+#include "near_text/matching/matches.h"
+
+namespace near_text {
+
+struct RunSettings {
+    unsigned jobs;
+    bool isStrict;   // give up at the first line that failed
+    bool isIndexed;  // spare the add-in entries that cannot match
+};
+
+class Matchers {
+public:
+    // The list and the terms are the caller's and outlive it. Throws Refused when the add-in
+    // refuses the terms, and as makeComponent.
+    Matchers(AddInSettings const& addIn, RunSettings const& settings, EntryList const& list,
+             SearchTerms const& terms, Wanted wanted);
+
+    Matcher& operator[](std::size_t worker) { return *matchers_[worker]; }
+    std::size_t size() const { return matchers_.size(); }
+
+private:
+    reference::ExcludedWords const excluded_;
+    Shortlist shortlist_;
+    std::vector<std::unique_ptr<host_client::Component>> components_;
+    std::vector<std::unique_ptr<Matcher>> matchers_;
+};
+
+}  // namespace near_text
