@@ -3,6 +3,7 @@
 #include <exception>
 #include <new>
 
+#include "near_text/messages/messages.h"
 #include "near_text/output/output.h"
 #include "near_text/program.h"
 

@@ -1,6 +1,6 @@
 #include "near_text/input/input.h"
 
-#include "near_text/output/output.h"
+#include "near_text/messages/messages.h"
 #include "tests/test_support.h"
 
 namespace {

@@ -1,6 +1,7 @@
 #include "host_client/library_file.h"
 #include "near_text/commands/commands.h"
 #include "near_text/input/text_codec.h"
+#include "near_text/messages/messages.h"
 #include "near_text/output/columns.h"
 
 namespace near_text {

@@ -8,6 +8,7 @@
 #include "near_text/commands/commands.h"
 #include "near_text/matching/groups.h"
 #include "near_text/matching/read_entries.h"
+#include "near_text/messages/messages.h"
 #include "near_text/output/output.h"
 
 namespace near_text {

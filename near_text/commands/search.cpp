@@ -3,6 +3,7 @@
 #include "near_text/commands/commands.h"
 #include "near_text/input/text_codec.h"
 #include "near_text/matching/read_entries.h"
+#include "near_text/messages/messages.h"
 #include "near_text/output/explanation_text.h"
 #include "near_text/output/output.h"
 #include "near_text/output/text_format.h"

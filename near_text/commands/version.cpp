@@ -1,5 +1,6 @@
 #include "host_client/library_file.h"
 #include "near_text/commands/commands.h"
+#include "near_text/messages/messages.h"
 #include "near_text/output/output.h"
 
 namespace near_text {

@@ -9,7 +9,7 @@
 #include <new>
 #include <stdexcept>
 
-#include "near_text/output/output.h"
+#include "near_text/messages/messages.h"
 
 namespace near_text {
 

@@ -5,7 +5,7 @@
 
 #include "near_text/input/input.h"
 #include "near_text/input/text_codec.h"
-#include "near_text/output/output.h"
+#include "near_text/messages/messages.h"
 #include "reference/whitespace.h"
 
 namespace near_text {

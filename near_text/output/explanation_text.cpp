@@ -3,7 +3,7 @@
 #include <stdexcept>
 
 #include "near_text/input/text_codec.h"
-#include "near_text/output/output.h"
+#include "near_text/messages/messages.h"
 
 namespace near_text {
 

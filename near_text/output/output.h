@@ -38,10 +38,4 @@ private:
     std::optional<Encoder> encoder;
 };
 
-// A message on standard error, of one line.
-void complain(std::string const& message);
-
-// Text for eyes, on one line: control characters become spaces.
-std::string onOneLine(std::string text);
-
 }  // namespace near_text

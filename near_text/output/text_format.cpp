@@ -4,8 +4,8 @@
 
 #include <cstdio>
 
+#include "near_text/messages/messages.h"
 #include "near_text/output/format.h"
-#include "near_text/output/output.h"
 
 namespace near_text {
 

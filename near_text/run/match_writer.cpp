@@ -4,6 +4,8 @@
 
 #include <cstdio>
 
+#include "near_text/messages/messages.h"
+
 namespace near_text {
 
 MatchWriter::MatchWriter(Output& target, TextFile const& textsFile, bool isStrictOne,
