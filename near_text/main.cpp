@@ -3,6 +3,7 @@
 #include <exception>
 #include <new>
 
+#include "near_text/messages/interrupt.h"
 #include "near_text/messages/messages.h"
 #include "near_text/output/output.h"
 #include "near_text/program.h"
@@ -13,6 +14,7 @@ int main(int argc, char** argv) {
     std::signal(SIGPIPE, SIG_IGN);  // a failed write is reported instead
     near_text::holdStandardStreams();
     try {
+        near_text::catchSignals();
         status = near_text::runProgram(argc, argv);
     } catch (near_text::NobodyReads const&) {
         status = near_text::endedBy(SIGPIPE);

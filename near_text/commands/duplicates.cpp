@@ -8,6 +8,7 @@
 #include "near_text/commands/commands.h"
 #include "near_text/matching/groups.h"
 #include "near_text/matching/read_entries.h"
+#include "near_text/messages/interrupt.h"
 #include "near_text/messages/messages.h"
 #include "near_text/output/output.h"
 
@@ -76,7 +77,6 @@ Status execute(DuplicatesSettings const& settings) {
                                   /*beginsWithSeparator=*/true);
     EntryList const& list = file.list;
     Matchers matchers(settings.addIn, settings.run, list, terms, {});
-    Interrupt const interrupt;
     Output output(settings.output.encoding);
     Format const& format = *settings.output.format;
     char const delimiter = settings.output.delimiter;
@@ -85,7 +85,7 @@ Status execute(DuplicatesSettings const& settings) {
             ? RowLayout(true, delimiter, file.keptNames, {}, {"group", "line", "text"})
             : RowLayout(true, delimiter, file.keptNames, file.keptNames);
     if (!settings.isGrouped) output.write(format.heading(layout));
-    MatchWriter writer(output, settings.texts.file, settings.run.isStrict, interrupt);
+    MatchWriter writer(output, settings.texts.file, settings.run.isStrict);
 
     Groups groups(settings.isGrouped ? list.entries.size() : 0);
     std::mutex groupsMutex;
@@ -114,9 +114,8 @@ Status execute(DuplicatesSettings const& settings) {
         ++at;
         return true;
     };
-    Status status =
-        run(matchers, settings.search.preparation, next, work, failureText, writer, interrupt);
-    if (settings.isGrouped && interrupt.signal() == 0) {
+    Status status = run(matchers, settings.search.preparation, next, work, failureText, writer);
+    if (settings.isGrouped && signalCaught() == 0) {
         auto const complainOf = [&](Entry const& entry, std::string const& error) {
             complain(placeOf(shownName(settings.texts.file.name), entry.place) + error);
             status = Status::Error;

@@ -1,5 +1,6 @@
 #include "near_text/commands/commands.h"
 #include "near_text/matching/read_entries.h"
+#include "near_text/messages/interrupt.h"
 #include "near_text/output/output.h"
 
 namespace near_text {
@@ -8,14 +9,13 @@ Status execute(MatchSettings const& settings) {
     SearchTerms const terms = readTerms(settings.search);
     auto const [list, entryColumns] = readEntries(settings.entries, settings.search.preparation);
     Matchers matchers(settings.addIn, settings.run, list, terms, settings.wanted);
-    Interrupt const interrupt;
-    RowReader reader(settings.texts, kLongestText, interrupt.descriptor());
+    RowReader reader(settings.texts, kLongestText, signalDescriptor());
     Output output(settings.output.encoding);
     Format const& format = *settings.output.format;
     RowLayout const layout(settings.isNumbered, settings.output.delimiter, reader.keptNames(),
                            entryColumns);
     if (settings.hasHeading) output.write(format.heading(layout));
-    MatchWriter writer(output, settings.texts.file, settings.run.isStrict, interrupt);
+    MatchWriter writer(output, settings.texts.file, settings.run.isStrict);
     auto const work = [&, &entries = list](Matcher& matcher, TextRow const& row,
                                            std::u16string const& units) -> LineResult {
         std::vector<Match> const matches = matcher.matches(units);
@@ -28,7 +28,7 @@ Status execute(MatchSettings const& settings) {
         [&](TextRow const& row, std::string const& error) {
             return format.failure(layout, row, error);
         },
-        writer, interrupt);
+        writer);
     output.flush();
     return status;
 }

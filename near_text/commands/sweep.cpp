@@ -8,6 +8,7 @@
 
 #include "near_text/commands/commands.h"
 #include "near_text/matching/read_entries.h"
+#include "near_text/messages/interrupt.h"
 #include "near_text/output/output.h"
 
 namespace near_text {
@@ -178,10 +179,9 @@ Status execute(SweepSettings const& settings) {
     auto const file = readEntries(settings.entries, settings.search.preparation);
     Sweep counts(settings, file.list);
     Matchers matchers(settings.addIn, settings.run, file.list, terms, {});
-    Interrupt const interrupt;
-    RowReader reader(settings.texts, kLongestText, interrupt.descriptor());
+    RowReader reader(settings.texts, kLongestText, signalDescriptor());
     Output output(settings.output.encoding);
-    MatchWriter writer(output, settings.texts.file, settings.run.isStrict, interrupt);
+    MatchWriter writer(output, settings.texts.file, settings.run.isStrict);
     std::set<std::size_t> missing = counts.textsOfPairs();
     bool isWhole = false;
     auto const next = [&](TextRow& row) {
@@ -194,8 +194,8 @@ Status execute(SweepSettings const& settings) {
         [&](Matcher& matcher, TextRow const& row, std::u16string const& units) -> LineResult {
             return {{}, {}, counts.add(matcher, row.number, units)};
         },
-        [](TextRow const&, std::string const&) { return std::string(); }, writer, interrupt);
-    if (interrupt.signal() == 0) {
+        [](TextRow const&, std::string const&) { return std::string(); }, writer);
+    if (signalCaught() == 0) {
         output.write(settings.output.format->table(settings.output.delimiter, counts.table()));
         if (isWhole && !missing.empty()) {
             output.flush();
