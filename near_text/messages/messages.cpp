@@ -14,6 +14,11 @@ bool isControl(char c) {
     return (c >= 0 && c < ' ') || c == kDelete;
 }
 
+// Over a line of progress, if one is drawn.
+char const* beginning() {
+    return isatty(STDERR_FILENO) == 1 ? "\r\033[Knear_text: " : "near_text: ";
+}
+
 // Control characters, as file names may hold, are shown by their codes.
 std::string escaped(std::string const& text) {
     std::string shown;
@@ -28,9 +33,12 @@ std::string escaped(std::string const& text) {
 }  // namespace
 
 void complain(std::string const& message) {
-    // Over a line of progress, if one is drawn.
-    char const* const begin = isatty(STDERR_FILENO) == 1 ? "\r\033[Knear_text: " : "near_text: ";
-    std::fputs((begin + escaped(message) + '\n').c_str(), stderr);
+    std::fputs((beginning() + escaped(message) + '\n').c_str(), stderr);
+}
+
+void complainOfMemory() noexcept {
+    for (char const* const part : {beginning(), "out of memory\n"})
+        std::fputs(part, stderr);  // which has no buffer
 }
 
 std::string onOneLine(std::string text) {

@@ -8,6 +8,9 @@ namespace near_text {
 // A message on standard error, of one line.
 void complain(std::string const& message);
 
+// That it ran out. Takes none.
+void complainOfMemory() noexcept;
+
 // Text for eyes, on one line: control characters become spaces.
 std::string onOneLine(std::string text);
 

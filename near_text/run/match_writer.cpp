@@ -54,7 +54,7 @@ Status MatchWriter::close() {
 
 // Behind the output of the lines before.
 void MatchWriter::report(LineResult const& result) {
-    flush();
+    if (lines_ > 1) flush();
     progress_.clear();
     complain(shownFile_ + ':' + std::to_string(result.line) + ": " + result.failure);
     ++failures_;
