@@ -21,7 +21,8 @@ using near_text::Shortlist;
 
 // A list as the add-in would read it. Throws where no entry holds a word.
 EntryList listOf(std::u16string_view dictionary, char16_t separator) {
-    near_text::EntryListBuilder builder({}, separator);
+    static near_text::Preparer const asItIs{{}};
+    near_text::EntryListBuilder builder(asItIs, separator);
     std::size_t begin = 0;
     for (std::size_t end = 0; end <= dictionary.size(); ++end) {
         bool const isEnd = end == dictionary.size() || dictionary[end] == 0 ||

@@ -23,7 +23,8 @@ protected:
     }
 
     EntryList list(bool beginsWithSeparator) {
-        EntryListBuilder builder({}, 0);
+        static near_text::Preparer const asItIs{{}};
+        EntryListBuilder builder(asItIs, 0);
         if (beginsWithSeparator) builder.beginWithSeparator();
         builder.add(1, u"abc", "");
         for (std::size_t place = 2, end = 2 + below(12); place < end; ++place)

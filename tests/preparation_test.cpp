@@ -8,6 +8,7 @@
 namespace {
 
 using near_text::Preparation;
+using near_text::Preparer;
 
 constexpr Preparation kAll{.composes = true, .foldsCase = true, .blanksPunctuation = true};
 
@@ -34,10 +35,11 @@ TEST(Preparation, DoesWhatItIsAskedFor) {
         {kAll, whole(u"A\0B\u0301"), whole(u"a\0b\u0301")},
     };
     for (auto const& [how, text, prepared] : cases)
-        EXPECT_EQ(how.prepared(text), prepared) << near_text::toUtf8(text);
+        EXPECT_EQ(Preparer(how).prepared(text), prepared) << near_text::toUtf8(text);
 }
 
 TEST(Preparation, TwiceIsAsOnce) {
+    Preparer const preparers[] = {Preparer(kAll), Preparer({.composes = true})};
     std::mt19937 random(10);
     constexpr near_text::CodePoint kMarks = 0x300, kEnd = 0x20000;
     std::uniform_int_distribution<near_text::CodePoint> any(0, kEnd - 1);
@@ -46,9 +48,9 @@ TEST(Preparation, TwiceIsAsOnce) {
         std::u16string text;
         for (auto const part : {point, anyMark(random), any(random)})
             near_text::append(text, part);
-        for (Preparation const& how : {kAll, Preparation{.composes = true}}) {
-            std::u16string const once = how.prepared(text);
-            ASSERT_EQ(how.prepared(once), once) << point;
+        for (Preparer const& preparer : preparers) {
+            std::u16string const once = preparer.prepared(text);
+            ASSERT_EQ(preparer.prepared(once), once) << point;
         }
     }
 }

@@ -9,8 +9,8 @@ namespace near_text {
 
 Status execute(CompareSettings const& settings) {
     auto const component = makeComponent(settings.addIn);
-    std::u16string const first = settings.preparation.prepared(settings.first);
-    std::u16string const second = settings.preparation.prepared(settings.second);
+    std::u16string const first = settings.preparer.prepared(settings.first);
+    std::u16string const second = settings.preparer.prepared(settings.second);
     auto const isAlike = component->compare(first, second, settings.percent);
     if (!isAlike) {
         bool const isSecond = second.size() > first.size();

@@ -73,7 +73,7 @@ Table groupTable(
 
 Status execute(DuplicatesSettings const& settings) {
     SearchTerms const terms = readTerms(settings.search);
-    auto const file = readEntries(settings.texts, settings.search.preparation,
+    auto const file = readEntries(settings.texts, settings.search.preparer,
                                   /*beginsWithSeparator=*/true);
     EntryList const& list = file.list;
     Matchers matchers(settings.addIn, settings.run, list, terms, {});
@@ -114,7 +114,7 @@ Status execute(DuplicatesSettings const& settings) {
         ++at;
         return true;
     };
-    Status status = run(matchers, settings.search.preparation, next, work, failureText, writer);
+    Status status = run(matchers, settings.search.preparer, next, work, failureText, writer);
     if (settings.isGrouped && signalCaught() == 0) {
         auto const complainOf = [&](Entry const& entry, std::string const& error) {
             complain(placeOf(shownName(settings.texts.file.name), entry.place) + error);

@@ -7,7 +7,7 @@ namespace near_text {
 
 Status execute(MatchSettings const& settings) {
     SearchTerms const terms = readTerms(settings.search);
-    auto const [list, entryColumns] = readEntries(settings.entries, settings.search.preparation);
+    auto const [list, entryColumns] = readEntries(settings.entries, settings.search.preparer);
     Matchers matchers(settings.addIn, settings.run, list, terms, settings.wanted);
     RowReader reader(settings.texts, kLongestText, signalDescriptor());
     Output output(settings.output.encoding);
@@ -24,7 +24,7 @@ Status execute(MatchSettings const& settings) {
             isWritten ? format.matches(layout, row, entries, matches) : "", {}, !matches.empty()};
     };
     Status const status = run(
-        matchers, settings.search.preparation, [&](TextRow& row) { return reader.next(row); }, work,
+        matchers, settings.search.preparer, [&](TextRow& row) { return reader.next(row); }, work,
         [&](TextRow const& row, std::string const& error) {
             return format.failure(layout, row, error);
         },

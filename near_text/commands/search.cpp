@@ -13,10 +13,10 @@ namespace near_text {
 namespace {
 
 EntryFile readList(TextSearchSettings const& settings) {
-    Preparation const& preparation = settings.search.preparation;
+    Preparer const& preparer = settings.search.preparer;
     if (auto const* const file = std::get_if<Source>(&settings.entries))
-        return readEntries(*file, preparation);
-    return {readWholeList(std::get<WholeList>(settings.entries), preparation), {}};
+        return readEntries(*file, preparer);
+    return {readWholeList(std::get<WholeList>(settings.entries), preparer), {}};
 }
 
 std::string commaList(Indices const& indices) {
@@ -104,7 +104,7 @@ void writeExplained(Output& output, TextSearchSettings const& settings, EntryLis
 
 Status execute(TextSearchSettings const& settings) {
     auto const component = makeComponent(settings.addIn);
-    std::u16string const text = settings.search.preparation.prepared(toUnits(settings.text));
+    std::u16string const text = settings.search.preparer.prepared(toUnits(settings.text));
     SearchTerms const terms = readTerms(settings.search);
     EntryFile const entries = readList(settings);
     Matcher matcher(*component, entries.list, terms, settings.wanted);

@@ -176,7 +176,7 @@ private:
 
 Status execute(SweepSettings const& settings) {
     SearchTerms const terms = readTerms(settings.search);
-    auto const file = readEntries(settings.entries, settings.search.preparation);
+    auto const file = readEntries(settings.entries, settings.search.preparer);
     Sweep counts(settings, file.list);
     Matchers matchers(settings.addIn, settings.run, file.list, terms, {});
     RowReader reader(settings.texts, kLongestText, signalDescriptor());
@@ -190,7 +190,7 @@ Status execute(SweepSettings const& settings) {
         return !isWhole;
     };
     Status const status = run(
-        matchers, settings.search.preparation, next,
+        matchers, settings.search.preparer, next,
         [&](Matcher& matcher, TextRow const& row, std::u16string const& units) -> LineResult {
             return {{}, {}, counts.add(matcher, row.number, units)};
         },

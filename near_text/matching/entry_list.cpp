@@ -14,7 +14,7 @@ namespace {
 
 // Cut where the add-in will cut it; an entry that is prepared may come to hold the separator, so
 // NULs join those.
-EntryList cut(std::u16string_view whole, char16_t separator, Preparation const& preparation,
+EntryList cut(std::u16string_view whole, char16_t separator, Preparer const& preparer,
               std::string const& source) {
     bool const isWhitespace = reference::isWhitespace(separator);
     if (isWhitespace) {
@@ -22,7 +22,7 @@ EntryList cut(std::u16string_view whole, char16_t separator, Preparation const& 
     } else if (whole.find(separator) == std::u16string_view::npos) {
         complain("note: the separator does not occur in " + source + ", so it is a single entry");
     }
-    EntryListBuilder builder(preparation, preparation.isNone() ? separator : u'\0');
+    EntryListBuilder builder(preparer, preparer.isIdle() ? separator : u'\0');
     char16_t joint = 0;
     std::size_t place = 0;
     for (std::size_t begin = 0; begin <= whole.size();) {
@@ -32,7 +32,7 @@ EntryList cut(std::u16string_view whole, char16_t separator, Preparation const& 
         });
         auto const length = static_cast<std::size_t>(end - rest.begin());
         std::u16string_view const entry = rest.substr(0, length);
-        builder.add(++place, entry, toUtf8(entry), {}, preparation.isNone() ? joint : u'\0');
+        builder.add(++place, entry, toUtf8(entry), {}, preparer.isIdle() ? joint : u'\0');
         begin += length + 1;
         if (end != rest.end()) joint = *end;
     }
@@ -55,11 +55,11 @@ std::u16string readLines(TextFile const& file) {
     return text;
 }
 
-EntryList readWholeList(WholeList const& whole, Preparation const& preparation) {
+EntryList readWholeList(WholeList const& whole, Preparer const& preparer) {
     std::string const text = readWhole(whole.file);
     std::string const name = shownName(whole.file.name);
     try {
-        return cut(toUnits(text), whole.separator, preparation, name);
+        return cut(toUnits(text), whole.separator, preparer, name);
     } catch (NotUtf8 const& error) {
         auto const wrong = text.begin() + static_cast<std::ptrdiff_t>(error.byte) - 1;
         auto const line = std::count(text.begin(), wrong, '\n') + 1;
@@ -73,7 +73,7 @@ void EntryListBuilder::add(std::size_t place, std::u16string_view units, std::st
                            std::vector<std::string> kept, char16_t joint) {
     if (list.places > 0) list.dictionary += joint;
     list.places = place;
-    std::u16string const prepared = preparation.prepared(units);
+    std::u16string const prepared = preparer.prepared(units);
     if (reference::holdsWord(prepared)) {
         list.entries.push_back(
             {place, std::move(text), std::move(kept), list.dictionary.size(), prepared.size()});

@@ -37,12 +37,11 @@ struct EntryList {
     bool isBehindSeparator(std::size_t index) const { return entries[index].begin > 0; }
 };
 
-// Makes a list of entries that come one at a time. A list that is taken as it stands is joined by
-// what joined it; else NULs do, which no line holds.
+// Makes a list of entries that come one at a time; the preparer is the caller's. A list that is
+// taken as it stands is joined by what joined it; else NULs do, which no line holds.
 class EntryListBuilder {
 public:
-    EntryListBuilder(Preparation const& howToPrepare, char16_t separator)
-        : preparation(howToPrepare) {
+    EntryListBuilder(Preparer const& entryPreparer, char16_t separator) : preparer(entryPreparer) {
         list.separator = separator;
     }
 
@@ -58,7 +57,7 @@ public:
     EntryList take(std::string const& source);
 
 private:
-    Preparation preparation;
+    Preparer const& preparer;
     EntryList list;
 };
 
@@ -70,7 +69,7 @@ struct WholeList {
 
 // Reads it as a whole and cuts it at the separator. A NUL separates whatever the separator is,
 // whitespace never does. Throws std::runtime_error, with file and line where there is no text.
-EntryList readWholeList(WholeList const& whole, Preparation const& preparation);
+EntryList readWholeList(WholeList const& whole, Preparer const& preparer);
 
 // The lines of a file, each ended by a line feed. Throws std::runtime_error.
 std::u16string readLines(TextFile const& file);

@@ -1,21 +1,13 @@
 // Only the nearest are wanted: what a search at a higher percentage finds is as near as that or
 // nearer, and what it does not find is less near. So where it finds enough the nearest are among
-// it.
+// it. That is asked first, since it is quick.
 #include "near_text/matching/matches.h"
 
 #include <algorithm>
-#include <chrono>
 #include <stdexcept>
 
 namespace near_text {
 
-namespace {
-
-double secondsSince(std::chrono::steady_clock::time_point start) {
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
-
-}  // namespace
 
 Matcher::Matcher(host_client::Component& component, EntryList const& searchedList,
                  SearchTerms const& searchTerms, Wanted wantedMatches, Shortlist* shortlist)
@@ -33,23 +25,14 @@ std::vector<Match> Matcher::matches(std::u16string_view text) {
 
 Indices Matcher::found(std::u16string_view text) {
     Percentages const asked = terms.percentages;
-    for (std::size_t i = 0; i < kHigh.size() && !wanted.isAll(); ++i) {
-        Percentages const high = {std::max(asked.forShort, kHigh[i]),
-                                  std::max(asked.forLong, kHigh[i])};
-        bool const isRaised = high.forShort > asked.forShort || high.forLong > asked.forLong;
-        if (!isRaised || !highFirst[i].isDue()) continue;
-        auto const start = std::chrono::steady_clock::now();
-        Indices indices = search.find(text, high);
-        bool const isEnough = indices.size() >= (wanted.isBestAlone ? 1 : wanted.most);
-        highFirst[i].tried(secondsSince(start), isEnough);
-        if (isEnough) return indices;
+    for (int const high : {85, 75}) {
+        Percentages const raised = {std::max(asked.forShort, high), std::max(asked.forLong, high)};
+        bool const isRaised = raised.forShort > asked.forShort || raised.forLong > asked.forLong;
+        if (wanted.isAll() || !isRaised) continue;
+        Indices indices = search.find(text, raised);
+        if (indices.size() >= (wanted.isBestAlone ? 1 : wanted.most)) return indices;
     }
-    auto const start = std::chrono::steady_clock::now();
-    Indices indices = search.find(text, asked);
-    double const seconds = secondsSince(start);
-    for (HighFirst& step : highFirst)
-        step.searchedFully(seconds);
-    return indices;
+    return search.find(text, asked);
 }
 
 std::vector<Match> Matcher::measured(std::u16string_view text, Indices const& indices) const {

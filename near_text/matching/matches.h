@@ -1,13 +1,11 @@
 // What a text finds in a list: the matches that the add-in gives, and how near each is.
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <string_view>
 #include <vector>
 
 #include "near_text/matching/entry_search.h"
-#include "near_text/matching/high_first.h"
 #include "near_text/matching/match.h"
 #include "near_text/matching/search_terms.h"
 #include "reference/explanation.h"
@@ -43,10 +41,6 @@ private:
     SearchTerms const& terms;
     Wanted wanted;
     reference::ExcludedWords excluded;
-
-    // Percentages to try first, one after the other.
-    static constexpr std::array kHigh = {85, 75};
-    std::array<HighFirst, kHigh.size()> highFirst;
 };
 
 }  // namespace near_text

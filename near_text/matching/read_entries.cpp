@@ -4,10 +4,9 @@
 
 namespace near_text {
 
-EntryFile readEntries(Source const& source, Preparation const& preparation,
-                      bool beginsWithSeparator) {
+EntryFile readEntries(Source const& source, Preparer const& preparer, bool beginsWithSeparator) {
     RowReader reader(source);
-    EntryListBuilder builder(preparation, u'\0');
+    EntryListBuilder builder(preparer, u'\0');
     if (beginsWithSeparator) builder.beginWithSeparator();
     for (TextRow row; reader.next(row);) {
         try {

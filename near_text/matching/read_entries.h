@@ -16,7 +16,7 @@ struct EntryFile {
 
 // `beginsWithSeparator` makes the first entry as long as it would be elsewhere. Throws
 // std::runtime_error, with file and line if a line is not valid text, and if no entry has a word.
-EntryFile readEntries(Source const& source, Preparation const& preparation,
+EntryFile readEntries(Source const& source, Preparer const& preparer,
                       bool beginsWithSeparator = false);
 
 }  // namespace near_text

@@ -8,7 +8,7 @@ SearchTerms readTerms(SearchSettings const& settings) {
     std::u16string exclusions;
     if (settings.exclusionsFile) exclusions = readLines(*settings.exclusionsFile);
     exclusions += settings.exclusions;
-    return {settings.percentages, settings.threshold, settings.preparation.prepared(exclusions)};
+    return {settings.percentages, settings.threshold, settings.preparer.prepared(exclusions)};
 }
 
 }  // namespace near_text

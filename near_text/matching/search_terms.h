@@ -40,7 +40,7 @@ struct SearchSettings {
     int threshold;
     std::u16string exclusions;
     std::optional<TextFile> exclusionsFile;  // more of them
-    Preparation preparation;                 // of texts, entries and exclusions
+    Preparer preparer;                       // of texts, entries and exclusions
 };
 
 // Reads the exclusions. Throws std::runtime_error.

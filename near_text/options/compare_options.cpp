@@ -36,7 +36,7 @@ ReadSettings define(CLI::App& command) {
                                argumentUnits("FIRST", given->first),
                                argumentUnits("SECOND", given->second),
                                given->percent,
-                               given->preparation.preparation(),
+                               given->preparation.preparer(),
                                given->isExplained};
     };
 }

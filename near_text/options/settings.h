@@ -27,7 +27,7 @@ struct CompareSettings {
     std::u16string first;
     std::u16string second;
     int percent;
-    Preparation preparation;
+    Preparer preparer;
     bool isExplained;
 };
 

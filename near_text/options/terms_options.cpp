@@ -23,12 +23,12 @@ void PreparationOptions::addTo(CLI::App& command) {
         command.add_flag(step.option, given_.*step.isChosen, step.text)->group(kPreparing);
 }
 
-Preparation PreparationOptions::preparation() const {
-    if (!isWhole_) return given_;
+Preparer PreparationOptions::preparer() const {
+    if (!isWhole_) return Preparer(given_);
     if (!given_.isNone()) {
         refuse("--prepare", "already includes --fold-case, --blank-punctuation and --compose");
     }
-    return Preparation::whole();
+    return Preparer(Preparation::whole());
 }
 
 void TermsOptions::addTo(CLI::App& command, bool hasPercent) {
@@ -87,7 +87,7 @@ SearchSettings TermsOptions::settings(FileOptions const& files) const {
                             threshold_.value_or(0),
                             argumentUnits("--exclude", exclude_),
                             {},
-                            preparation_.preparation()};
+                            preparation_.preparer()};
     if (!exclusionsFile_.empty()) settings.exclusionsFile = files.other(exclusionsFile_);
     return settings;
 }

@@ -15,7 +15,7 @@ class PreparationOptions {
 public:
     void addTo(CLI::App& command);
     // Throws std::runtime_error.
-    Preparation preparation() const;
+    Preparer preparer() const;
 
 private:
     Preparation given_;

@@ -1,12 +1,12 @@
 // Nearly all texts hold nothing to compose, and of their units nearly all belong to a few scripts.
 // So a first pass maps unit by unit, by a table as far as it goes, and gives up at a unit that only
-// the text around it can settle; what it gave up goes through ICU as a whole.
+// the text around it can settle; a text that it gave up is composed as a whole and mapped by code
+// points.
 #include "near_text/preparation/preparation.h"
 
 #include <unicode/uchar.h>
 #include <unicode/unorm2.h>
 
-#include <array>
 #include <limits>
 #include <stdexcept>
 
@@ -30,43 +30,10 @@ bool isSettled(CodePoint point) {
            u_getCombiningClass(point) == 0;
 }
 
-struct Properties {
-    char16_t folded;
-    bool isPunctuation;
-    bool isSettled;  // before and after folding
-    bool isOneUnit;  // before and after folding, and no half of a pair
-};
-
-Properties propertiesOf(char16_t unit) {
-    CodePoint const fold = folded(unit);
-    return {static_cast<char16_t>(fold), isPunctuation(unit), isSettled(unit) && isSettled(fold),
-            U_IS_BMP(fold) && !isHalfPair(unit)};
-}
-
-constexpr char16_t kTabled = 0x600;  // Latin, Greek, Cyrillic, Armenian, Hebrew
-
-std::array<Properties, kTabled> const& table() {
-    static std::array<Properties, kTabled> const properties = [] {
-        std::array<Properties, kTabled> all{};
-        for (char16_t unit = 0; unit < kTabled; ++unit)
-            all[unit] = propertiesOf(unit);
-        return all;
-    }();
-    return properties;
-}
-
-// False where a unit cannot be mapped by itself.
-bool mapUnits(Preparation const& how, std::u16string_view units, std::u16string& result) {
-    auto const& tabled = table();
-    result.resize(units.size());
-    for (std::size_t i = 0; i < units.size(); ++i) {
-        char16_t const unit = units[i];
-        Properties const& known = unit < kTabled ? tabled[unit] : propertiesOf(unit);
-        if (!known.isOneUnit || (how.composes && !known.isSettled)) return false;
-        result[i] = how.foldsCase ? known.folded : unit;
-        if (how.blanksPunctuation && known.isPunctuation) result[i] = u' ';
-    }
-    return true;
+// What becomes of a code point by itself.
+CodePoint mapped(Preparation const& how, CodePoint point) {
+    if (how.blanksPunctuation && isPunctuation(point)) return u' ';
+    return how.foldsCase ? folded(point) : point;
 }
 
 std::u16string composed(std::u16string_view units) {
@@ -86,29 +53,50 @@ std::u16string composed(std::u16string_view units) {
     return result;
 }
 
-std::u16string mapCodePoints(Preparation const& how, std::u16string_view units) {
+}  // namespace
+
+Preparer::Preparer(Preparation preparation) : how_(preparation), tabled_{} {
+    for (char16_t unit = 0; unit < kTabled; ++unit)
+        tabled_[unit] = unitOf(unit);
+}
+
+Preparer::Unit Preparer::unitOf(char16_t unit) const {
+    CodePoint const to = mapped(how_, unit);
+    bool const isComposed = !how_.composes || (isSettled(unit) && isSettled(to));
+    return {static_cast<char16_t>(to), isComposed && U_IS_BMP(to) && !isHalfPair(unit)};
+}
+
+// False where a unit cannot be prepared by itself.
+bool Preparer::prepareUnits(std::u16string_view units, std::u16string& result) const {
+    result.resize(units.size());
+    for (std::size_t i = 0; i < units.size(); ++i) {
+        Unit const known = units[i] < kTabled ? tabled_[units[i]] : unitOf(units[i]);
+        if (!known.isAlone) return false;
+        result[i] = known.prepared;
+    }
+    return true;
+}
+
+std::u16string Preparer::prepareCodePoints(std::u16string_view units) const {
     std::u16string result;
     result.reserve(units.size());
     for (std::size_t i = 0; i < units.size();) {
         std::size_t const start = i;
-        CodePoint const point = nextCodePoint(units, i);
-        if (how.blanksPunctuation && isPunctuation(point)) {
+        CodePoint const to = mapped(how_, nextCodePoint(units, i));
+        if (to == u' ') {
             result.append(i - start, u' ');
         } else {
-            append(result, how.foldsCase ? folded(point) : point);
+            append(result, to);
         }
     }
     return result;
 }
 
-}  // namespace
-
-std::u16string Preparation::prepared(std::u16string_view units) const {
+std::u16string Preparer::prepared(std::u16string_view units) const {
     std::u16string result;
-    if (mapUnits(*this, units, result)) return result;
-    result = composes ? composed(units) : std::u16string(units);
-    result = mapCodePoints(*this, result);
-    return composes && foldsCase ? composed(result) : result;
+    if (prepareUnits(units, result)) return result;
+    result = prepareCodePoints(how_.composes ? composed(units) : std::u16string(units));
+    return how_.composes ? composed(result) : result;
 }
 
 }  // namespace near_text

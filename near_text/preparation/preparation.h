@@ -20,6 +20,7 @@
 // units; the other steps do not.
 #pragma once
 
+#include <array>
 #include <string>
 #include <string_view>
 
@@ -33,10 +34,6 @@ struct Preparation {
     static Preparation whole() { return {true, true, true}; }
 
     bool isNone() const { return !composes && !foldsCase && !blanksPunctuation; }
-
-    // From any number of threads at once. Throws std::runtime_error where there is something to
-    // compose in a text of more than 700 million units.
-    std::u16string prepared(std::u16string_view units) const;
 };
 
 // As an option of the command line.
@@ -53,6 +50,32 @@ inline constexpr PreparationStep kPreparationSteps[] = {
      "Treat punctuation characters as blanks"},
     {"--compose", &Preparation::composes,
      "Treat a letter and its accents as the one character that they make (NFC)"},
+};
+
+class Preparer {
+public:
+    explicit Preparer(Preparation preparation);
+
+    bool isIdle() const { return how_.isNone(); }
+
+    // From any number of threads at once. Throws std::runtime_error where there is something to
+    // compose in a text of more than 700 million units.
+    std::u16string prepared(std::u16string_view units) const;
+
+private:
+    // What becomes of a unit, where that is a unit whatever stands around it.
+    struct Unit {
+        char16_t prepared;
+        bool isAlone;
+    };
+    Unit unitOf(char16_t unit) const;
+    bool prepareUnits(std::u16string_view units, std::u16string& result) const;
+    std::u16string prepareCodePoints(std::u16string_view units) const;
+
+    static constexpr char16_t kTabled = 0x600;  // Latin, Greek, Cyrillic, Armenian, Hebrew
+
+    Preparation how_;
+    std::array<Unit, kTabled> tabled_;
 };
 
 }  // namespace near_text

@@ -7,7 +7,7 @@
 
 namespace near_text {
 
-Status run(Matchers& matchers, Preparation const& preparation,
+Status run(Matchers& matchers, Preparer const& preparer,
            std::function<bool(TextRow& row)> const& next, RowWork const& work,
            FailureText const& failureText, MatchWriter& writer) {
     auto const failed = [&](TextRow const& row, std::string const& error) -> LineResult {
@@ -24,7 +24,7 @@ Status run(Matchers& matchers, Preparation const& preparation,
     auto const workOn = [&](std::size_t worker, TextRow const& row) {
         LineResult result;
         try {
-            result = work(matchers[worker], row, preparation.prepared(lineUnits(row)));
+            result = work(matchers[worker], row, preparer.prepared(lineUnits(row)));
             writer.requireEncodable(result.output);
         } catch (NotText const& error) {
             result = failed(row, error.what());

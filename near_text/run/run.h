@@ -21,7 +21,7 @@ using FailureText = std::function<std::string(TextRow const& row, std::string co
 
 // Runs the rows that `next` gives through `work`, and their results, in order, to `writer`. What
 // `next` throws comes behind the results of the rows before.
-Status run(Matchers& matchers, Preparation const& preparation,
+Status run(Matchers& matchers, Preparer const& preparer,
            std::function<bool(TextRow& row)> const& next, RowWork const& work,
            FailureText const& failureText, MatchWriter& writer);
 

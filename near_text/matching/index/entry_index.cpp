@@ -27,8 +27,10 @@ std::vector<std::uint64_t> wordUnits(std::u16string_view list) {
     std::vector<std::uint64_t> frequencies(std::numeric_limits<char16_t>::max() + std::size_t{1});
     for (char16_t const unit : list)
         ++frequencies[unit];
-    for (char16_t const unit : {u'\0', u'\t', u'\n', u'\r', u' '})
-        frequencies[unit] = 0;
+    for (std::size_t unit = 0; unit < frequencies.size(); ++unit) {
+        bool const isOfWord = unit > 0 && !reference::isWhitespace(static_cast<char16_t>(unit));
+        if (!isOfWord) frequencies[unit] = 0;
+    }
     return frequencies;
 }
 
