@@ -18,10 +18,8 @@ void resolve(void* handle, char const* name, Function& function) {
 
 }  // namespace
 
-AddIn::AddIn(std::filesystem::path const& file) : path(std::filesystem::absolute(file)) {
-    checkLibraryFile(file);
-    handle = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
-    if (handle == nullptr) throw std::runtime_error(dlerror());
+AddIn::AddIn(std::filesystem::path const& file)
+    : path(std::filesystem::absolute(file)), handle(loadLibrary(file)) {
     try {
         resolve(handle, "GetClassObject", getClassObject);
         resolve(handle, "DestroyObject", destroyObject);

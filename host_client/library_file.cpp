@@ -1,12 +1,13 @@
-// An ELF file begins with a header that says where two tables are: the program headers, one for
-// each segment that is loaded or read, and the section headers, which linkers write last. A file is
-// whole when it reaches as far as both tables and every segment say. Notes lie in segments of their
-// own: a header, the owner's name and the content, one note after the other, each part padded.
+// The loader tells what is wrong with a file, but for two: it calls one for another machine "not
+// found", and one that ends early ends the process too, once a page that is missing is touched. An
+// ELF file begins with a header that says where two tables are: the segments that are loaded, and
+// the sections, which linkers write last.
 #include "host_client/library_file.h"
 
+#include <dlfcn.h>
 #include <elf.h>
+#include <link.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <fstream>
@@ -15,7 +16,6 @@
 #include <stdexcept>
 #include <string_view>
 #include <system_error>
-#include <vector>
 
 namespace host_client {
 
@@ -42,85 +42,29 @@ std::string machineName(Elf64_Half machine) {
     }
 }
 
-class ElfFile {
-public:
-    explicit ElfFile(std::filesystem::path const& file) : path_(file.string()) {
-        std::error_code error;
-        bool const isFile = is_regular_file(file, error);
-        if (error) fail(error.message());
-        if (!isFile) fail("is not a file");
-        stream_.open(file, std::ios::binary);
-        if (!stream_) fail(std::strerror(errno));
-        size_ = file_size(file);
-        if (size_ < SELFMAG || bytes(0, SELFMAG) != ELFMAG) fail("is not a shared library");
-        header_ = at<Elf64_Ehdr>(0);
-    }
-
-    [[noreturn]] void fail(std::string const& why) const {
-        throw std::runtime_error(path_ + ": " + why);
-    }
-
-    Elf64_Ehdr const& header() const { return header_; }
-
-    // Fails when the file does not reach so far.
-    void reach(std::uintmax_t offset, std::uintmax_t length) const {
-        if (offset > size_ || length > size_ - offset) fail("is cut off");
-    }
-
-    std::vector<Elf64_Phdr> segments() {
-        std::vector<Elf64_Phdr> all;
-        for (unsigned i = 0; i < header_.e_phnum; ++i) {
-            reach(header_.e_phoff, 0);
-            all.push_back(at<Elf64_Phdr>(header_.e_phoff + i * sizeof(Elf64_Phdr)));
-        }
-        return all;
-    }
-
-    std::string bytes(std::uintmax_t offset, std::uintmax_t length) {
-        reach(offset, length);
-        std::string content(length, '\0');
-        stream_.seekg(static_cast<std::streamoff>(offset));
-        if (!stream_.read(content.data(), static_cast<std::streamsize>(length))) {
-            fail("cannot be read");
-        }
-        return content;
-    }
-
-private:
-    template <class Record>
-    Record at(std::uintmax_t offset) {
-        Record record;
-        std::memcpy(&record, bytes(offset, sizeof record).data(), sizeof record);
-        return record;
-    }
-
-    std::string path_;
-    std::ifstream stream_;
-    std::uintmax_t size_ = 0;
-    Elf64_Ehdr header_ = {};
-};
-
-void check(ElfFile& file) {
-    // This process is an example of what the machine runs.
-    Elf64_Ehdr const own = ElfFile("/proc/self/exe").header();
-    Elf64_Ehdr const& header = file.header();
-    if (header.e_ident[EI_DATA] != own.e_ident[EI_DATA]) {
-        file.fail("is for a machine of another byte order");
-    }
-    if (header.e_machine != own.e_machine || header.e_ident[EI_CLASS] != own.e_ident[EI_CLASS]) {
-        file.fail("is for another machine: " + machineName(header.e_machine) + ", not " +
-                  machineName(own.e_machine));
-    }
-    if (header.e_type != ET_DYN || header.e_phentsize != sizeof(Elf64_Phdr)) {
-        file.fail("is not a shared library");
-    }
-    for (Elf64_Phdr const& segment : file.segments()) {
-        file.reach(segment.p_offset, segment.p_filesz);
-    }
-    file.reach(header.e_shoff, std::uintmax_t{header.e_shnum} * header.e_shentsize);
+[[noreturn]] void fail(std::filesystem::path const& file, std::string const& why) {
+    throw std::runtime_error(file.string() + ": " + why);
 }
 
-// The content of the package note among `notes`, if there is one.
+template <class Record>
+bool read(std::ifstream& stream, std::uintmax_t offset, Record& record) {
+    stream.seekg(static_cast<std::streamoff>(offset));
+    return static_cast<bool>(stream.read(reinterpret_cast<char*>(&record), sizeof record));
+}
+
+// Whether all that the header and its table speak of is there.
+bool isWhole(std::ifstream& stream, Elf64_Ehdr const& header, std::uintmax_t size) {
+    for (unsigned i = 0; i < header.e_phnum; ++i) {
+        Elf64_Phdr segment;
+        if (!read(stream, header.e_phoff + i * sizeof segment, segment)) return false;
+        if (segment.p_offset > size || segment.p_filesz > size - segment.p_offset) return false;
+    }
+    std::uintmax_t const sections = std::uintmax_t{header.e_shnum} * header.e_shentsize;
+    return header.e_shoff <= size && sections <= size - header.e_shoff;
+}
+
+// The content of the package note among `notes`: each is a header, the owner's name and the
+// content, both padded to `alignment`.
 std::optional<std::string> packageNote(std::string_view notes, std::size_t alignment) {
     auto const take = [&](std::size_t length) {
         std::string_view const taken = notes.substr(0, length);
@@ -130,8 +74,7 @@ std::optional<std::string> packageNote(std::string_view notes, std::size_t align
     };
     Elf64_Nhdr note;
     while (notes.size() >= sizeof note) {
-        std::memcpy(&note, notes.data(), sizeof note);
-        notes.remove_prefix(sizeof note);
+        std::memcpy(&note, take(sizeof note).data(), sizeof note);
         std::string_view const owner = take(note.n_namesz);
         std::string_view const content = take(note.n_descsz);
         if (note.n_type == kPackageNote && owner == kPackageOwner) {
@@ -141,29 +84,66 @@ std::optional<std::string> packageNote(std::string_view notes, std::size_t align
     return {};
 }
 
-}  // namespace
+struct NoteSearch {
+    link_map const* library;
+    std::optional<std::string> found;
+};
 
-void checkLibraryFile(std::filesystem::path const& path) {
-    ElfFile file(path);
-    check(file);
+int searchNote(dl_phdr_info* loaded, std::size_t, void* search) {
+    auto& [library, found] = *static_cast<NoteSearch*>(search);
+    if (loaded->dlpi_addr != library->l_addr) return 0;
+    for (int i = 0; i < loaded->dlpi_phnum && !found; ++i) {
+        ElfW(Phdr) const& segment = loaded->dlpi_phdr[i];
+        if (segment.p_type != PT_NOTE) continue;
+        auto const* const begin =
+            reinterpret_cast<char const*>(loaded->dlpi_addr + segment.p_vaddr);
+        found = packageNote({begin, segment.p_memsz}, segment.p_align == 8 ? 8 : 4);
+    }
+    return 1;
 }
 
-std::string libraryVersion(std::filesystem::path const& path) {
-    ElfFile file(path);
-    check(file);
-    for (Elf64_Phdr const& segment : file.segments()) {
-        if (segment.p_type != PT_NOTE) continue;
-        auto const note = packageNote(file.bytes(segment.p_offset, segment.p_filesz),
-                                      segment.p_align == 8 ? 8 : 4);
-        if (!note) continue;
-        auto const package = nlohmann::json::parse(*note, nullptr, false);
-        if (!package.is_object() || !package.contains("version") ||
-            !package["version"].is_string()) {
-            file.fail("has a package note without a version");
-        }
-        return package["version"];
+}  // namespace
+
+void* loadLibrary(std::filesystem::path const& file) {
+    std::error_code error;
+    bool const isFile = is_regular_file(file, error);
+    if (error) fail(file, error.message());
+    if (!isFile) fail(file, "is not a file");
+    Elf64_Ehdr header = {};
+    std::ifstream stream(file, std::ios::binary);
+    if (!stream) fail(file, std::strerror(errno));
+    bool const hasHeader = read(stream, 0, header);
+    if (std::memcmp(header.e_ident, ELFMAG, SELFMAG) != 0) fail(file, "is not a shared library");
+    // This process is an example of what the machine runs.
+    Elf64_Ehdr own = {};
+    std::ifstream self("/proc/self/exe", std::ios::binary);
+    read(self, 0, own);
+    bool const isSameOrder = header.e_ident[EI_DATA] == own.e_ident[EI_DATA];
+    if (hasHeader && isSameOrder && header.e_machine != own.e_machine) {
+        fail(file, "is for another machine: " + machineName(header.e_machine) + ", not " +
+                       machineName(own.e_machine));
     }
-    file.fail("has no package note, and so no version");
+    bool const isReadable = isSameOrder && header.e_ident[EI_CLASS] == own.e_ident[EI_CLASS];
+    if (!hasHeader || (isReadable && !isWhole(stream, header, file_size(file)))) {
+        fail(file, "is cut off");
+    }
+    void* const handle = dlopen(absolute(file).c_str(), RTLD_NOW | RTLD_LOCAL);
+    if (handle == nullptr) throw std::runtime_error(dlerror());
+    return handle;
+}
+
+std::string libraryVersion(std::filesystem::path const& file) {
+    void* const handle = loadLibrary(file);
+    NoteSearch search = {};
+    dlinfo(handle, RTLD_DI_LINKMAP, &search.library);
+    dl_iterate_phdr(searchNote, &search);
+    dlclose(handle);
+    if (!search.found) fail(file, "has no package note, and so no version");
+    auto const package = nlohmann::json::parse(*search.found, nullptr, false);
+    if (!package.is_object() || !package.contains("version") || !package["version"].is_string()) {
+        fail(file, "has a package note without a version");
+    }
+    return package["version"];
 }
 
 }  // namespace host_client

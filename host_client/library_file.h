@@ -1,4 +1,4 @@
-// What a library file says about itself, read without loading it. The file is not trusted.
+// A library file, opened by a path that somebody gave.
 #pragma once
 
 #include <filesystem>
@@ -6,9 +6,9 @@
 
 namespace host_client {
 
-// Throws std::runtime_error that names the file and says what is wrong, when it cannot be read, is
-// no shared library, is cut off (loading it could end the process) or is for another machine.
-void checkLibraryFile(std::filesystem::path const& file);
+// A handle for dlsym and dlclose. Throws std::runtime_error that names the file and says what is
+// wrong, also when it is cut off, of which the loader would die, or for another machine.
+void* loadLibrary(std::filesystem::path const& file);
 
 // The version that the file carries in its package note, as UTF-8 of any content. Throws as above,
 // and when there is no such note.

@@ -1,10 +1,12 @@
-// Slow and plain on purpose: words in vectors that are searched from end to end, a matrix for the
-// distance. What is fast in the add-in must agree with what is obvious here.
+// Slow and plain on purpose: words in vectors, counts of them in maps, a matrix for the distance.
+// What is fast in the add-in must agree with what is obvious here.
 #include "reference/explanation.h"
 
 #include <algorithm>
 #include <cstdint>
 #include <numeric>
+#include <unordered_map>
+#include <utility>
 
 #include "reference/limit.h"
 #include "reference/whitespace.h"
@@ -15,12 +17,42 @@ namespace {
 
 using Word = std::u16string_view;
 
-std::size_t occurrences(Words const& words, Word word) {
-    return static_cast<std::size_t>(std::count(words.begin(), words.end(), word));
+// Words, each once, in the order in which they came. A few are looked through; of more, a set knows
+// which are there.
+class DistinctWords {
+public:
+    void add(Word word) {
+        constexpr std::size_t kFew = 32;
+        if (words_.size() < kFew) {
+            if (std::find(words_.begin(), words_.end(), word) != words_.end()) return;
+        } else {
+            if (known_.empty()) known_.insert(words_.begin(), words_.end());
+            if (!known_.insert(word).second) return;
+        }
+        words_.push_back(word);
+    }
+    Words take() { return std::move(words_); }
+
+private:
+    Words words_;
+    std::unordered_set<Word> known_;
+};
+
+using Counts = std::unordered_map<Word, std::size_t>;
+
+Counts counted(Words const& words) {
+    Counts counts;
+    for (Word const word : words)
+        ++counts[word];
+    return counts;
 }
 
-void addOnce(Words& words, Word word) {
-    if (std::find(words.begin(), words.end(), word) == words.end()) words.push_back(word);
+// Whether there is one of it; it is taken away.
+bool takeOne(Counts& counts, Word word) {
+    auto const found = counts.find(word);
+    bool const isThere = found != counts.end() && found->second > 0;
+    if (isThere) --found->second;
+    return isThere;
 }
 
 std::u16string joined(Words const& words) {
@@ -48,21 +80,22 @@ PlainSection readText(std::u16string_view text) {
 // The next part of `text`, which begins at `from` and becomes what is behind the part's end.
 // Whitespace never separates; a NUL always does.
 PlainSection readSection(std::u16string_view text, std::size_t& from, char16_t separator) {
-    PlainSection section{{}, from > 0 ? 1UL : 0UL};
+    DistinctWords words;
+    unsigned long length = from > 0 ? 1 : 0;
     std::size_t wordStart = from;
     for (;; ++from) {
         bool const isSpace = from < text.size() && isWhitespace(text[from]);
         bool const isEnd =
             from == text.size() || (!isSpace && (text[from] == separator || text[from] == 0));
         if ((isSpace || isEnd) && from > wordStart) {
-            addOnce(section.words, text.substr(wordStart, from - wordStart));
+            words.add(text.substr(wordStart, from - wordStart));
         }
         if (isSpace) wordStart = from + 1;
         if (isEnd) break;
-        ++section.length;
+        ++length;
     }
     ++from;
-    return section;
+    return {words.take(), length};
 }
 
 // The parts of a text that hold a word.
@@ -77,18 +110,20 @@ std::vector<PlainSection> readSections(std::u16string_view text, char16_t separa
 
 // The occurrences in `words` for which `others` has no partner: the later ones are those that had.
 Words withoutPartner(Words const& words, Words const& others) {
+    Counts partners = counted(others);
     Words left;
-    for (auto word = words.begin(); word != words.end(); ++word) {
-        auto const seen = static_cast<std::size_t>(std::count(words.begin(), word, *word));
-        if (seen + occurrences(others, *word) < occurrences(words, *word)) left.push_back(*word);
+    for (auto word = words.rbegin(); word != words.rend(); ++word) {
+        if (!takeOne(partners, *word)) left.push_back(*word);
     }
+    std::reverse(left.begin(), left.end());
     return left;
 }
 
 Words withPartner(Words const& words, Words const& others) {
+    Counts partners = counted(others);
     Words common;
     for (Word const word : words) {
-        if (occurrences(common, word) < occurrences(others, word)) common.push_back(word);
+        if (takeOne(partners, word)) common.push_back(word);
     }
     return common;
 }
@@ -109,11 +144,11 @@ void explainWords(SideBySide& sides, Words const& first, Words const& second) {
 }
 
 // Moves the excluded words out of `words`.
-void exclude(Words& words, ExcludedWords const& exclusions, Words& excluded) {
+void exclude(Words& words, ExcludedWords const& exclusions, DistinctWords& excluded) {
     if (exclusions.empty()) return;
     std::erase_if(words, [&](Word word) {
         bool const isExcluded = exclusions.count(word) > 0;
-        if (isExcluded) addOnce(excluded, word);
+        if (isExcluded) excluded.add(word);
         return isExcluded;
     });
 }
@@ -179,8 +214,10 @@ PlainSection readEntry(std::u16string_view text, bool isBehindSeparator) {
 
 SearchExplanation::CountedWords SearchExplanation::countedWords(PlainSection const& entry) const {
     CountedWords words{text.words, entry.words, {}};
-    exclude(words.ofText, excluded, words.excluded);
-    exclude(words.ofEntry, excluded, words.excluded);
+    DistinctWords left;
+    exclude(words.ofText, excluded, left);
+    exclude(words.ofEntry, excluded, left);
+    words.excluded = left.take();
     return words;
 }
 

@@ -2,7 +2,7 @@
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
-build_packages=(g++ cmake ninja-build libcli11-dev libcsv-dev libicu-dev nlohmann-json3-dev)
+build_packages=(g++ cmake ninja-build libcli11-dev libicu-dev nlohmann-json3-dev)
 
 # Installs the Debian packages that are missing, as root or with sudo; else says what to install.
 need() {

@@ -1,6 +1,7 @@
-#include "near_text/input/encoding.h"
+#include "near_text/input/decoder.h"
 
-#include "near_text/input/input.h"
+#include "near_text/input/line_reader.h"
+#include "near_text/output/encoder.h"
 #include "tests/test_support.h"
 
 namespace {

@@ -1,4 +1,4 @@
-#include "near_text/input/input.h"
+#include "near_text/input/line_reader.h"
 
 #include "near_text/messages/messages.h"
 #include "tests/test_support.h"
@@ -25,6 +25,12 @@ TEST(Input, CutsALongLineBetweenCharacters) {
 
 TEST(Input, KeepsToTextThatCanBeShown) {
     EXPECT_EQ(near_text::onOneLine("a\x7F\x1F\t\u044F\n~"), "a   \u044F ~");
+    EXPECT_EQ(near_text::onOneLine("\u0085a\u009B\u2028\u2029b\u202A\u202E\u2066\u2069\u200E\u061Cc"
+                                   "\u00A0\u200D\xFF"),
+              " a   b      c\u00A0\u200D\xFF");
+    testing::internal::CaptureStderr();
+    near_text::complain("a\n\u009B\u202E\u044F");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "near_text: a\\x0A\\u009B\\u202E\u044F\n");
     EXPECT_EQ(near_text::toUtf8(u"\xDE00x\xD83Dy\xD83D"), "\uFFFDx\uFFFDy\uFFFD");
     EXPECT_EQ(near_text::toUtf8(u"\xD83D\xD83D\xDE00"), "\uFFFD\U0001F600");
 }

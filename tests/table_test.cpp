@@ -1,5 +1,7 @@
 #include "near_text/input/table.h"
 
+#include "near_text/output/delimited_row.h"
+
 #include "tests/test_support.h"
 
 namespace {

@@ -3,10 +3,10 @@
 // that finds the later, else under the later. For that the add-in is asked again about the earlier
 // ones that were found, and nothing need be remembered, however many pairs there are.
 #include <algorithm>
-#include <mutex>
+#include <optional>
 
 #include "near_text/commands/commands.h"
-#include "near_text/matching/groups.h"
+#include "near_text/matching/entry_groups.h"
 #include "near_text/matching/read_entries.h"
 #include "near_text/messages/interrupt.h"
 #include "near_text/messages/messages.h"
@@ -16,22 +16,12 @@ namespace near_text {
 
 namespace {
 
-// Whether the entry at `text`, taken as a text, finds the one at `entry`.
-bool finds(Matcher& matcher, EntryList const& list, Percentages percentages, unsigned long text,
-           unsigned long entry) {
-    try {
-        return !matcher.search.findAmong(list.units(text), percentages, {entry}).empty();
-    } catch (Refused const&) {
-        return false;  // it is too long for a text, which is reported with its own line
-    }
-}
-
 // The pairs to print under the entry at `index`, as its matches.
 std::vector<Match> pairs(Matcher& matcher, EntryList const& list, Percentages percentages,
                          unsigned long index) {
     Indices others = matcher.search.find(list.units(index), percentages);
     std::erase_if(others, [&](unsigned long other) {
-        return other == index || (other < index && finds(matcher, list, percentages, other, index));
+        return other == index || (other < index && matcher.finds(percentages, other, index));
     });
     std::vector<Match> matches = matcher.measured(list.units(index), others);
     for (Match& match : matches) {
@@ -42,7 +32,7 @@ std::vector<Match> pairs(Matcher& matcher, EntryList const& list, Percentages pe
 
 // What cannot be encoded is left empty, and `complainOf` is told.
 Table groupTable(
-    Groups& groups, EntryList const& list, Cells const& keptColumns, Output const& output,
+    EntryGroups& groups, EntryList const& list, Cells const& keptColumns, Output const& output,
     std::function<void(Entry const& entry, std::string const& error)> const& complainOf) {
     Table table = {{{"group", true}, {"line", true}, {"text", false}}, {}};
     for (std::string const& name : keptColumns)
@@ -76,7 +66,9 @@ Status execute(DuplicatesSettings const& settings) {
     auto const file = readEntries(settings.texts, settings.search.preparer,
                                   /*beginsWithSeparator=*/true);
     EntryList const& list = file.list;
-    Matchers matchers(settings.addIn, settings.run, list, terms, {});
+    std::optional<EntryGroups> groups;
+    if (settings.isGrouped) groups.emplace(list);
+    Matchers matchers(settings.addIn, settings.run, groups ? groups->distinct() : list, terms, {});
     Output output(settings.output.encoding);
     Format const& format = *settings.output.format;
     char const delimiter = settings.output.delimiter;
@@ -87,21 +79,16 @@ Status execute(DuplicatesSettings const& settings) {
     if (!settings.isGrouped) output.write(format.heading(layout));
     MatchWriter writer(output, settings.texts.file, settings.run.isStrict);
 
-    Groups groups(settings.isGrouped ? list.entries.size() : 0);
-    std::mutex groupsMutex;
     auto const work = [&](Matcher& matcher, TextRow const& row,
                           std::u16string const&) -> LineResult {
         auto const entry =
             std::lower_bound(list.entries.begin(), list.entries.end(), row.number,
                              [](Entry const& e, std::size_t place) { return e.place < place; });
         auto const index = static_cast<unsigned long>(entry - list.entries.begin());
+        if (groups) return {{}, {}, groups->join(matcher, terms.percentages, index)};
         std::vector<Match> const matches = pairs(matcher, list, terms.percentages, index);
         if (matches.empty()) return {};
-        if (!settings.isGrouped) return {format.matches(layout, row, list, matches), {}, true};
-        std::lock_guard const lock(groupsMutex);
-        for (Match const& match : matches)
-            groups.join(index, match.index);
-        return {{}, {}, true};
+        return {format.matches(layout, row, list, matches), {}, true};
     };
     auto const failureText = [&](TextRow const& row, std::string const& error) {
         return settings.isGrouped ? std::string() : format.failure(layout, row, error);
@@ -115,13 +102,13 @@ Status execute(DuplicatesSettings const& settings) {
         return true;
     };
     Status status = run(matchers, settings.search.preparer, next, work, failureText, writer);
-    if (settings.isGrouped && signalCaught() == 0) {
+    if (groups && signalCaught() == 0) {
         auto const complainOf = [&](Entry const& entry, std::string const& error) {
             complain(placeOf(shownName(settings.texts.file.name), entry.place) + error);
             status = Status::Error;
         };
         output.write(format.table(
-            delimiter, groupTable(groups, list, layout.textColumns, output, complainOf)));
+            delimiter, groupTable(*groups, list, layout.textColumns, output, complainOf)));
     }
     output.flush();
     return status;

@@ -1,6 +1,5 @@
 #include "near_text/commands/commands.h"
 #include "near_text/matching/read_entries.h"
-#include "near_text/messages/interrupt.h"
 #include "near_text/output/output.h"
 
 namespace near_text {
@@ -9,7 +8,7 @@ Status execute(MatchSettings const& settings) {
     SearchTerms const terms = readTerms(settings.search);
     auto const [list, entryColumns] = readEntries(settings.entries, settings.search.preparer);
     Matchers matchers(settings.addIn, settings.run, list, terms, settings.wanted);
-    RowReader reader(settings.texts, kLongestText, signalDescriptor());
+    RowReader reader(settings.texts, kLongestText);
     Output output(settings.output.encoding);
     Format const& format = *settings.output.format;
     RowLayout const layout(settings.isNumbered, settings.output.delimiter, reader.keptNames(),

@@ -107,7 +107,8 @@ Status execute(TextSearchSettings const& settings) {
     std::u16string const text = settings.search.preparer.prepared(toUnits(settings.text));
     SearchTerms const terms = readTerms(settings.search);
     EntryFile const entries = readList(settings);
-    Matcher matcher(*component, entries.list, terms, settings.wanted);
+    auto const excluded = reference::readExclusions(terms.exclusions, entries.list.separator);
+    Matcher matcher(*component, entries.list, terms, excluded, settings.wanted);
     if (settings.isIndices) {
         Output output;
         Indices const indices = matcher.search.find(text, terms.percentages);

@@ -179,7 +179,7 @@ Status execute(SweepSettings const& settings) {
     auto const file = readEntries(settings.entries, settings.search.preparer);
     Sweep counts(settings, file.list);
     Matchers matchers(settings.addIn, settings.run, file.list, terms, {});
-    RowReader reader(settings.texts, kLongestText, signalDescriptor());
+    RowReader reader(settings.texts, kLongestText);
     Output output(settings.output.encoding);
     MatchWriter writer(output, settings.texts.file, settings.run.isStrict);
     std::set<std::size_t> missing = counts.textsOfPairs();

@@ -1,6 +1,6 @@
 #include "near_text/input/text_codec.h"
 
-#include "near_text/input/code_points.h"
+#include "near_text/text/code_points.h"
 
 namespace near_text {
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "near_text/input/input.h"
+#include "near_text/input/line_reader.h"
 
 namespace near_text {
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <stdexcept>
 
-#include "near_text/input/input.h"
+#include "near_text/input/line_reader.h"
 #include "near_text/input/text_codec.h"
 #include "near_text/messages/messages.h"
 #include "reference/whitespace.h"

@@ -8,14 +8,14 @@
 
 namespace near_text {
 
-
 Matcher::Matcher(host_client::Component& component, EntryList const& searchedList,
-                 SearchTerms const& searchTerms, Wanted wantedMatches, Shortlist* shortlist)
+                 SearchTerms const& searchTerms, reference::ExcludedWords const& excludedWords,
+                 Wanted wantedMatches, Shortlist* shortlist)
     : search(component, searchedList, searchTerms.exclusions, searchTerms.threshold, shortlist),
       list(searchedList),
       terms(searchTerms),
       wanted(wantedMatches),
-      excluded(reference::readExclusions(terms.exclusions, list.separator)) {}
+      excluded(excludedWords) {}
 
 std::vector<Match> Matcher::matches(std::u16string_view text) {
     std::vector<Match> matches = measured(text, found(text));
@@ -52,6 +52,14 @@ std::vector<Match> Matcher::measured(std::u16string_view text, Indices const& in
 
 int Matcher::nearnessOf(std::u16string_view text, unsigned long index) const {
     return reference::nearness(measure(explanation(text), index));
+}
+
+bool Matcher::finds(Percentages percentages, unsigned long text, unsigned long entry) {
+    try {
+        return !search.findAmong(list.units(text), percentages, {entry}).empty();
+    } catch (Refused const&) {
+        return false;
+    }
 }
 
 reference::SearchExplanation Matcher::explanation(std::u16string_view text) const {

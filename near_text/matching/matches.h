@@ -12,11 +12,13 @@
 
 namespace near_text {
 
-// One object for a thread. What it is given is the caller's and outlives it.
+// One object for a thread. What it is given is the caller's and outlives it; threads may share all
+// but the component. `excludedWords` are those of the terms, as the list's separator cuts them.
 class Matcher {
 public:
     Matcher(host_client::Component& component, EntryList const& searchedList,
-            SearchTerms const& searchTerms, Wanted wantedMatches, Shortlist* shortlist = nullptr);
+            SearchTerms const& searchTerms, reference::ExcludedWords const& excludedWords,
+            Wanted wantedMatches, Shortlist* shortlist = nullptr);
 
     // All matches in the order of the list; where only some are wanted, these, nearest first.
     // Throws Refused.
@@ -29,6 +31,10 @@ public:
     // As Match::percent, of the entry at `index`, match or not. The text holds a word.
     int nearnessOf(std::u16string_view text, unsigned long index) const;
 
+    // Whether the entry at `text`, taken as a text, finds the one at `entry`. None does that is
+    // refused.
+    bool finds(Percentages percentages, unsigned long text, unsigned long entry);
+
     EntrySearch search;
 
 private:
@@ -40,7 +46,7 @@ private:
     EntryList const& list;
     SearchTerms const& terms;
     Wanted wanted;
-    reference::ExcludedWords excluded;
+    reference::ExcludedWords const& excluded;
 };
 
 }  // namespace near_text

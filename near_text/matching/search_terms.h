@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 
-#include "near_text/input/input.h"
+#include "near_text/input/text_input.h"
 #include "near_text/preparation/preparation.h"
 
 namespace near_text {

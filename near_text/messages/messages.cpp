@@ -1,17 +1,21 @@
 #include "near_text/messages/messages.h"
 
+#include <unicode/uchar.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cstdio>
+
+#include "near_text/text/code_points.h"
 
 namespace near_text {
 
 namespace {
 
-bool isControl(char c) {
-    constexpr char kDelete = 127;
-    return (c >= 0 && c < ' ') || c == kDelete;
+// What would move the cursor, end the line or turn the direction of what follows.
+bool isControl(CodePoint point) {
+    auto const type = u_charType(point);
+    return type == U_CONTROL_CHAR || type == U_LINE_SEPARATOR || type == U_PARAGRAPH_SEPARATOR ||
+           u_hasBinaryProperty(point, UCHAR_BIDI_CONTROL) != 0;
 }
 
 // Over a line of progress, if one is drawn.
@@ -19,21 +23,31 @@ char const* beginning() {
     return isatty(STDERR_FILENO) == 1 ? "\r\033[Knear_text: " : "near_text: ";
 }
 
-// Control characters, as file names may hold, are shown by their codes.
-std::string escaped(std::string const& text) {
-    std::string shown;
-    for (char const c : text) {
-        char code[8] = {c, '\0'};
-        if (isControl(c)) std::snprintf(code, sizeof code, "\\x%02X", static_cast<unsigned>(c));
-        shown += code;
+std::string code(CodePoint point) {
+    char text[16];
+    std::snprintf(text, sizeof text, point < 0x80 ? "\\x%02X" : "\\u%04X",
+                  static_cast<unsigned>(point));
+    return text;
+}
+
+std::string withControlsAs(std::string (*shown)(CodePoint), std::string_view text) {
+    std::string replaced;
+    for (std::size_t i = 0; i < text.size();) {
+        std::size_t const start = i;
+        CodePoint const point = nextCodePoint(text, i);
+        if (point >= 0 && isControl(point)) {
+            replaced += shown(point);
+        } else {
+            replaced.append(text, start, i - start);
+        }
     }
-    return shown;
+    return replaced;
 }
 
 }  // namespace
 
 void complain(std::string const& message) {
-    std::fputs((beginning() + escaped(message) + '\n').c_str(), stderr);
+    std::fputs((beginning() + withControlsAs(code, message) + '\n').c_str(), stderr);
 }
 
 void complainOfMemory() noexcept {
@@ -41,9 +55,8 @@ void complainOfMemory() noexcept {
         std::fputs(part, stderr);  // which has no buffer
 }
 
-std::string onOneLine(std::string text) {
-    std::replace_if(text.begin(), text.end(), isControl, ' ');
-    return text;
+std::string onOneLine(std::string const& text) {
+    return withControlsAs([](CodePoint) { return std::string(" "); }, text);
 }
 
 }  // namespace near_text

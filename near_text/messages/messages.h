@@ -5,13 +5,16 @@
 
 namespace near_text {
 
-// A message on standard error, of one line.
+// Control characters, as file names may hold, are those of terminals, of lines and of the direction
+// of writing.
+
+// A message on standard error, of one line; control characters are shown by their codes.
 void complain(std::string const& message);
 
 // That it ran out. Takes none.
 void complainOfMemory() noexcept;
 
-// Text for eyes, on one line: control characters become spaces.
-std::string onOneLine(std::string text);
+// Text for eyes, on one line: each control character becomes a space.
+std::string onOneLine(std::string const& text);
 
 }  // namespace near_text

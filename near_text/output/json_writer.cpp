@@ -2,7 +2,7 @@
 
 #include <cstdio>
 
-#include "near_text/input/code_points.h"
+#include "near_text/text/code_points.h"
 
 namespace near_text {
 

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "near_text/input/encoding.h"
+#include "near_text/output/encoder.h"
 
 namespace near_text {
 

@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 
-#include "near_text/input/input.h"
+#include "near_text/input/line_reader.h"
 
 namespace near_text {
 

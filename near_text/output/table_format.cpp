@@ -1,7 +1,7 @@
 // A row a match under a heading; one row with the match left empty where there is none.
 #include <iterator>
 
-#include "near_text/input/table.h"
+#include "near_text/output/delimited_row.h"
 #include "near_text/output/format.h"
 
 namespace near_text {

@@ -10,7 +10,7 @@
 #include <limits>
 #include <stdexcept>
 
-#include "near_text/input/code_points.h"
+#include "near_text/text/code_points.h"
 
 namespace near_text {
 

@@ -4,7 +4,7 @@
 #include <chrono>
 #include <string>
 
-#include "near_text/input/input.h"
+#include "near_text/input/line_reader.h"
 #include "near_text/messages/status.h"
 #include "near_text/output/output.h"
 #include "near_text/output/progress.h"

@@ -10,7 +10,7 @@ Matchers::Matchers(AddInSettings const& addIn, RunSettings const& settings, Entr
     for (unsigned i = 0; i < settings.jobs; ++i) {
         components_.push_back(makeComponent(addIn));
         matchers_.push_back(
-            std::make_unique<Matcher>(*components_.back(), list, terms, wanted, used));
+            std::make_unique<Matcher>(*components_.back(), list, terms, excluded_, wanted, used));
     }
     // Bad terms are bad for every text, so they are reported before the first.
     matchers_[0]->search.findAmong(u"-", terms.percentages, {});

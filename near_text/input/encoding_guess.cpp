@@ -1,0 +1,109 @@
+#include "near_text/input/encoding_guess.h"
+
+#include <unicode/ucnv.h>
+
+#include <algorithm>
+
+#include "near_text/input/converter.h"
+#include "near_text/text/code_points.h"
+
+namespace near_text {
+
+namespace {
+
+// Of what is looked at as one.
+constexpr std::size_t kSample = 1 << 16;
+constexpr std::size_t kFew = 4;
+
+std::string hintOf(std::string const& encoding) {
+    return "looks like " + encoding + ", not UTF-8: --encoding " + encoding + " reads it";
+}
+
+// `encoding` is one of bytes, each of which is a character.
+std::u16string decoded(std::string const& encoding, std::string_view bytes) {
+    std::u16string text(bytes.size(), u'\0');
+    auto const size = static_cast<std::int32_t>(bytes.size());
+    UErrorCode status = U_ZERO_ERROR;
+    ucnv_toUChars(openConverter(encoding).get(), text.data(), size, bytes.data(), size, &status);
+    return text;
+}
+
+// How Russian a text looks that is read in an encoding: the share, among what is beyond ASCII, of
+// the letters that make up two thirds of Russian, counted where they stand by other letters. A
+// wrong encoding of Russian gives other letters or none, Western text single ones.
+double russianShare(std::string const& encoding, std::string_view bytes) {
+    std::u16string const text = decoded(encoding, bytes);
+    constexpr std::u16string_view kFrequent = u"оеаинтсрвлОЕАИНТСРВЛ";
+    auto const isLetter = [&](std::size_t i) {
+        return i < text.size() && text[i] >= u'\u0401' && text[i] <= u'\u0451';
+    };
+    double frequent = 0, all = 0;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] < 0x80) continue;
+        ++all;
+        bool const isInWord = isLetter(i - 1) || isLetter(i + 1);
+        if (isInWord && kFrequent.find(text[i]) != std::u16string_view::npos) ++frequent;
+    }
+    return frequent / all;
+}
+
+// What to do about bytes that are no UTF-8 and no UTF-16.
+std::string byteEncodingHint(std::string_view sample) {
+    constexpr double kRussian = 0.45;
+    std::string likely;
+    double best = kRussian;
+    for (std::string const name : {"windows-1251", "koi8-r", "cp866"}) {
+        double const share = russianShare(name, sample);
+        if (share > best) likely = name;
+        best = std::max(best, share);
+    }
+    if (!likely.empty()) return hintOf(likely);
+    return "is not UTF-8; --encoding NAME reads others, such as windows-1252 or shift_jis";
+}
+
+}  // namespace
+
+void Nulls::count(std::string_view bytes) {
+    for (char const byte : bytes) {
+        if (byte == '\0') ++(places % 2 == 0 ? even : odd);
+        ++places;
+    }
+}
+
+std::string const& EncodingGuess::hintAfter(std::string_view bytes) {
+    if (told_.empty()) told_ = utf16Hint(bytes);
+    if (told_.empty()) told_ = bytesHint(bytes);
+    return told_;
+}
+
+std::string EncodingGuess::utf16Hint(std::string_view bytes) {
+    constexpr std::size_t kMostBytesPerNull = 32;  // of UTF-16: it has blanks and line feeds
+    if (nulls_.places >= kSample) nulls_ = {nulls_.places % 2, 0, 0};
+    nulls_.count(bytes);
+    auto const [fewer, more] = std::minmax(nulls_.even, nulls_.odd);
+    bool const isLikely =
+        more >= kFew && more >= nulls_.places / kMostBytesPerNull && fewer <= more / 8;
+    return isLikely ? hintOf(nulls_.even > nulls_.odd ? "utf-16be" : "utf-16le") : std::string();
+}
+
+std::string EncodingGuess::bytesHint(std::string_view bytes) {
+    if (sample_.size() >= kSample) return {};
+    tail_ += bytes;
+    std::size_t position = 0;
+    // A character at the end may not be complete.
+    while (position + U8_MAX_LENGTH <= tail_.size()) {
+        std::size_t const start = position;
+        bool const isCharacter = nextCodePoint(tail_, position) >= 0;
+        if (isCharacter && position - start == 1) {
+            if (!sample_.empty() && sample_.back() != ' ') sample_ += ' ';
+            continue;
+        }
+        ++(isCharacter ? characters_ : strayBytes_);
+        sample_.append(tail_, start, position - start);
+    }
+    tail_.erase(0, position);
+    return strayBytes_ >= kFew && strayBytes_ > characters_ ? byteEncodingHint(sample_)
+                                                            : std::string();
+}
+
+}  // namespace near_text

@@ -1,0 +1,97 @@
+#include "near_text/input/line_reader.h"
+
+#include <filesystem>
+
+namespace near_text {
+
+namespace {
+
+void requireNoNul(std::string_view line) {
+    if (line.find('\0') != std::string_view::npos) throw NotText("contains a NUL");
+}
+
+bool continuesCharacter(char byte) {
+    return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
+}
+
+}  // namespace
+
+LineReader::LineReader(TextFile const& file, std::size_t longest)
+    : input_(file), longest_(longest) {}
+
+bool LineReader::refill() {
+    buffer_.clear();
+    position_ = 0;
+    return input_.read(buffer_);
+}
+
+void LineReader::append(std::string& text, std::string_view bytes) const {
+    // Room for a carriage return, which goes again, and for one byte too many.
+    constexpr std::size_t kSpare = 2;
+    bool const isBounded = longest_ != std::string::npos;
+    text += bytes.substr(0, isBounded ? longest_ + kSpare - text.size() : longest_);
+}
+
+void LineReader::cut(std::string& text) const {
+    // A character is four bytes at the most; what goes on longer is none, and stays to be found.
+    constexpr std::size_t kLongestTail = 3;
+    std::size_t end = longest_;
+    while (end > 0 && longest_ - end < kLongestTail && continuesCharacter(text[end]))
+        --end;
+    text.resize(end);
+}
+
+bool LineReader::next(Line& line) {
+    line.text.clear();
+    bool isEnded = false;
+    while (!isEnded && (position_ < buffer_.size() || refill())) {
+        std::size_t const end = buffer_.find('\n', position_);
+        isEnded = end != std::string::npos;
+        append(line.text, std::string_view(buffer_).substr(position_, end - position_));
+        position_ = isEnded ? end + 1 : buffer_.size();
+    }
+    if (!isEnded && line.text.empty()) return false;
+    line.number = ++number_;
+    line.hadReturn = line.text.ends_with('\r');
+    if (line.hadReturn) line.text.pop_back();
+    if (line.text.size() > longest_) cut(line.text);
+    line.fault = input_.faultOf(line.text);
+    return true;
+}
+
+std::string LineReader::place() const {
+    return placeOf(input_.name(), number_);
+}
+
+std::optional<double> LineReader::share() const {
+    double const size = static_cast<double>(buffer_.size());
+    return input_.share(size > 0 ? static_cast<double>(position_) / size : 1);
+}
+
+void requireText(Line const& line) {
+    if (!line.fault.empty()) throw NotText(line.fault);
+    requireNoNul(line.text);
+    requireUtf8(line.text);
+}
+
+std::u16string lineUnits(std::string_view line) {
+    requireNoNul(line);
+    return toUnits(line);
+}
+
+std::u16string lineUnits(Line const& line) {
+    if (!line.fault.empty()) throw NotText(line.fault);
+    return lineUnits(line.text);
+}
+
+std::optional<std::size_t> countLines(TextFile const& file) {
+    if (file.name == kStandardInput || !std::filesystem::is_regular_file(file.name)) return {};
+    // What the file looks like is for its reader to tell.
+    LineReader reader({file.name, file.encoding.empty() ? "utf-8" : file.encoding}, 0);
+    Line line;
+    while (reader.next(line)) {
+    }
+    return line.number;
+}
+
+}  // namespace near_text
