@@ -48,9 +48,8 @@ Status run(Matchers& matchers, Preparer const& preparer,
         fault = std::current_exception();
     }
     signalCaught() == 0 ? ordered.finish() : ordered.stop();
-    Status const status = writer.close();
     if (fault) std::rethrow_exception(fault);
-    return status;
+    return writer.close();
 }
 
 }  // namespace near_text
