@@ -6,7 +6,7 @@
 #include <stdexcept>
 
 #include "compare/word_list.h"
-#include "near_text/input/text_codec.h"
+#include "host_client/host_text.h"
 
 namespace bench {
 

@@ -146,7 +146,7 @@ unsigned long UnitHistogram::missingIn(Utf16View other, unsigned long enough) co
     unsigned long missing = 0;
     for (unsigned i = 0;; ++i) {
         Group const& group = groups_[i];
-        missing += excess(lanes::Four::load(group.counts.data()), lanes::Four::sumsOf(found));
+        missing += excess(FourLanes::load(group.counts.data()), FourLanes::sumsOf(found));
         if (missing > enough || i + 1 == groupCount_ ||
             missing + groups_[i + 1].countedFromHere <= enough) {
             return missing;

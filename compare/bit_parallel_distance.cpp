@@ -114,6 +114,20 @@ Rows step(Rows& VP, Rows& VN, Rows Eq) {
     return step(VP, VN, Eq, carry);
 }
 
+// Goes on by one unit in these blocks, from the upper to the lower, and gives D0 of the `wanted`
+// one. A function of its own, so that its loop has all registers.
+[[gnu::noinline]] Rows64 stepBlocks(std::span<BlockColumn> blocks,
+                                    MatchVector<Rows64> const* matches, unsigned short unit,
+                                    BlockColumn const* wanted) {
+    Rows64 wantedD0 = 0;
+    Carry carry = kTopRow;
+    for (BlockColumn& block : blocks) {
+        Rows64 const D0 = step(block.VP, block.VN, (matches++)->rowsOf(unit), carry);
+        wantedD0 = &block == wanted ? D0 : wantedD0;
+    }
+    return wantedD0;
+}
+
 // How many more edits the limit allows at the cell on the last diagonal, column by column.
 class LastDiagonal {
 public:
@@ -207,18 +221,24 @@ template bool isWithin(unsigned long, MatchVector<Rows64> const&, unsigned long,
 template bool isWithin(unsigned long, MatchVector<Rows128> const&, unsigned long, Pieces);
 
 void BandedDistance::fillMatches(Pieces pattern) {
+    isOfSame_ = false;
     unsigned long const blocks = (pattern.units + kBlockRows - 1) / kBlockRows;
     if (matches_.size() < blocks) {
         // No more than needed, and not beside the old ones.
         std::vector<MatchVector<Rows64>>().swap(matches_);
         matches_.resize(blocks);
+    } else {
+        for (unsigned long i = 0; i < blocks; ++i)
+            matches_[i].clear();
     }
-    for (unsigned long block = 0; block < blocks; ++block)
-        matches_[block].clear();
+    MatchVector<Rows64>* block = matches_.data();
     unsigned long row = 0;
     forEachUnitWhile(pattern, [&](unsigned short unit) {
-        matches_[row / kBlockRows].add(unit, row % kBlockRows);
-        ++row;
+        block->add(unit, row);
+        if (++row == kBlockRows) {
+            ++block;
+            row = 0;
+        }
         return true;
     });
 }
@@ -228,31 +248,33 @@ unsigned long BandedDistance::upTo(unsigned long limit, bool isAnswerEnough, Pie
     unsigned long const rows = first.units;
     unsigned long const columns = second.units;
     if (columns < rows) return upTo(limit, isAnswerEnough, second, first);
-    unsigned long const difference = columns - rows;
-    if (difference > limit || rows == 0) return difference;
+    if (columns - rows > limit || rows == 0) return columns - rows;
     if (isAnswerEnough && columns <= limit) return columns;
-    LastDiagonal diagonal(limit, rows, columns);
     fillMatches(first);
+    return upToOfFilled(limit, isAnswerEnough, rows, second);
+}
 
+unsigned long BandedDistance::upToOfFilled(unsigned long limit, bool isAnswerEnough,
+                                           unsigned long rows, Pieces text) {
+    unsigned long const columns = text.units;
+    LastDiagonal diagonal(limit, rows, columns);
     // The band: so many diagonals below the first one and above the last. A way that leaves it
     // needs more edits than the limit only to come back.
-    unsigned long const spare = (limit - difference) / 2;
-    unsigned long const lead = difference + spare;  // of columns over rows
-    columns_.assign((rows - 1) / kBlockRows + 1, BlockColumn());
+    auto const [fewer, more] = std::minmax(rows, columns);
+    unsigned long const spare = (limit - (more - fewer)) / 2;
+    unsigned long const lead = columns - fewer + spare;  // of columns over rows
+    unsigned long const lag = rows - fewer + spare;
+    unsigned long const lastRow = rows - 1;
+    columns_.assign(lastRow / kBlockRows + 1, BlockColumn());
     unsigned long column = 0;
-    forEachUnitWhile(second, [&](unsigned short unit) {
-        unsigned long const top = column > lead ? column - lead : 0;
-        unsigned long const bottom = std::min(column + spare, rows - 1);
-        unsigned long const last = bottom / kBlockRows;
+    forEachUnitWhile(text, [&](unsigned short unit) {
+        unsigned long const top = (column > lead ? column - lead : 0) / kBlockRows;
+        unsigned long const bottom = std::min(column + lag, lastRow) / kBlockRows;
         bool const isOnDiagonal = diagonal.next();
-        Carry carry = kTopRow;
-        for (unsigned long block = top / kBlockRows; block <= last; ++block) {
-            auto& [VP, VN] = columns_[block];
-            Rows64 const D0 = step(VP, VN, matches_[block].rowsOf(unit), carry);
-            if (isOnDiagonal && block == diagonal.row() / kBlockRows) {
-                diagonal.step(D0 >> diagonal.row() % kBlockRows);
-            }
-        }
+        unsigned long const wanted = isOnDiagonal ? diagonal.row() / kBlockRows : top;
+        Rows64 const D0 = stepBlocks({&columns_[top], &columns_[bottom] + 1}, &matches_[top], unit,
+                                     &columns_[wanted]);
+        if (isOnDiagonal) diagonal.step(D0 >> diagonal.row() % kBlockRows);
         ++column;
         return !diagonal.isAbove() && !(isAnswerEnough && diagonal.isSettled());
     });
@@ -262,6 +284,13 @@ unsigned long BandedDistance::upTo(unsigned long limit, bool isAnswerEnough, Pie
 
 bool BandedDistance::isWithin(unsigned long limit, Pieces first, Pieces second) {
     return upTo(limit, true, first, second) <= limit;
+}
+
+bool BandedDistance::isWithinOfSame(unsigned long limit, Pieces pattern, Pieces text) {
+    if (auto const answer = isWithinByLengths(limit, pattern.units, text.units)) return *answer;
+    if (!isOfSame_) fillMatches(pattern);
+    isOfSame_ = true;
+    return upToOfFilled(limit, true, pattern.units, text) <= limit;
 }
 
 unsigned long BandedDistance::between(Utf16View first, Utf16View second) {

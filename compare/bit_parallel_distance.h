@@ -67,7 +67,7 @@ public:
     void add(unsigned short unit, unsigned long row) {
         assert(row < kRows);
         unsigned const slot = slotOf(unit);
-        // Written whether the unit is new or not: nobody could guess it.
+        // Written whether the unit is new or not: branch-free.
         used_[usedCount_] = static_cast<std::uint8_t>(slot);
         usedCount_ += keys_[slot] == kFree ? 1U : 0U;
         keys_[slot] = unit;
@@ -132,8 +132,12 @@ bool isWithin(unsigned long limit, MatchVector<Rows> const& pattern, unsigned lo
 // each unit of the pattern.
 class BandedDistance {
 public:
-    // True when the distance is at most `limit`. The shorter text becomes the pattern.
+    // True when the distance is at most `limit`.
     bool isWithin(unsigned long limit, Pieces first, Pieces second);
+
+    // The same for a pattern that is the same in all such calls, and is made ready no more often
+    // than texts of isWithin come between.
+    bool isWithinOfSame(unsigned long limit, Pieces pattern, Pieces text);
 
     unsigned long between(Utf16View first, Utf16View second);
 
@@ -141,12 +145,16 @@ private:
     // The distance when it is at most `limit`, else a greater number than `limit`. Where only the
     // answer counts, any number on the same side of the limit.
     unsigned long upTo(unsigned long limit, bool isAnswerEnough, Pieces first, Pieces second);
+    // The same for the pattern that fills `matches_`, with `rows` units.
+    unsigned long upToOfFilled(unsigned long limit, bool isAnswerEnough, unsigned long rows,
+                               Pieces text);
 
     void fillMatches(Pieces pattern);
 
     // By block of 64 rows.
     std::vector<MatchVector<Rows64>> matches_;
     std::vector<BlockColumn> columns_;
+    bool isOfSame_ = false;  // what fills `matches_`
 };
 
 // True when the distance of two texts of any length is at most `limit`. Allocates when both have

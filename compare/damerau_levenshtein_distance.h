@@ -51,7 +51,7 @@ public:
                                        unsigned long percent,
                                        std::vector<Utf16String> const& exclusions);
 
-    // The same for a known limit, by way of maps: the plain road. It answers what the word list has
+    // The same for a known limit, by way of maps: the plain path. It answers what the word list has
     // no room for, and tests hold the list against it.
     bool compareByMaps(Utf16View first, Utf16View second, unsigned long limit,
                        std::vector<Utf16String> const& exclusions);

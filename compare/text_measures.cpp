@@ -1,11 +1,7 @@
-// 64 units at a time. A run of whitespace starts where the unit before is of another kind. Most
-// short texts are one word, and known after one look.
+// 64 units at a time. A run of whitespace starts where the unit before is of another kind.
 #include "compare/text_measures.h"
 
 #include <bit>
-
-#include "compare/unit_bits.h"
-#include "compare/white_space.h"
 
 namespace {
 
@@ -14,23 +10,13 @@ struct IsNul {
     ByteLanes operator()(ByteLanes units) const { return units == ByteLanes(); }
 };
 
-struct IsNoWord {
-    bool operator()(unsigned short unit) const { return IsNul()(unit) || IsWhiteSpace()(unit); }
-    ByteLanes operator()(ByteLanes units) const { return IsNul()(units) | IsWhiteSpace()(units); }
-};
-
 unsigned long countBits(std::uint64_t bits) {
     return bits == 0 ? 0 : static_cast<unsigned long>(std::popcount(bits));
 }
 
 }  // namespace
 
-TextMeasures::TextMeasures(Utf16View whole) : text(whole), effectiveLength(whole.size()) {
-    if (!whole.empty() && whole.size() <= kBlockUnits && bitsWhere(whole, IsNoWord()) == 0) {
-        wordUnits = whole.size();
-        words = 1;
-        return;
-    }
+void TextMeasures::measure() {
     unsigned long whitespace = 0;
     unsigned long runs = 0;
     std::uint64_t wasWhite = 0;  // 1 when the unit before the block is whitespace
@@ -54,5 +40,5 @@ TextMeasures::TextMeasures(Utf16View whole) : text(whole), effectiveLength(whole
     }
     collapsedWhitespace = whitespace - runs;
     wordUnits = text.size() - whitespace;
-    effectiveLength = whole.size() - collapsedWhitespace;
+    effectiveLength -= collapsedWhitespace;
 }

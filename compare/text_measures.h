@@ -1,7 +1,20 @@
 // What can be known of a text without copying its words.
 #pragma once
 
+#include <concepts>
+
+#include "compare/unit_bits.h"
 #include "compare/utf16_string.h"
+#include "compare/white_space.h"
+
+// As a test for `bitsWhere`.
+struct IsNoWord {
+    bool operator()(unsigned short unit) const { return unit == 0 || isWhiteSpaceUnit(unit); }
+    template <class Lanes>
+    requires std::invocable<IsWhiteSpace, Lanes> Lanes operator()(Lanes units) const {
+        return (units == Lanes()) | IsWhiteSpace()(units);
+    }
+};
 
 struct TextMeasures {
     Utf16View text;                         // up to the first NUL: what lies behind holds no words
@@ -10,5 +23,16 @@ struct TextMeasures {
     unsigned long wordUnits = 0;            // units that are not whitespace
     unsigned long words = 0;
 
-    explicit TextMeasures(Utf16View whole);
+    // Most short texts are one word, and known after one look.
+    explicit TextMeasures(Utf16View whole) : text(whole), effectiveLength(whole.size()) {
+        if (!whole.empty() && whole.size() <= kBlockUnits && bitsWhere(whole, IsNoWord()) == 0) {
+            wordUnits = whole.size();
+            words = 1;
+        } else {
+            measure();
+        }
+    }
+
+private:
+    void measure();
 };

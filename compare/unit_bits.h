@@ -16,8 +16,8 @@ constexpr std::uint64_t lowBits(unsigned long count) {
 }
 
 // `test` takes one unit, and says whether it passes, or UnitLanes, and gives all ones in the lanes
-// that pass; or, which is quicker, ByteLanes of units that may be clamped, where no unit from 127
-// on passes. Of a longer text the first 64 units are read.
+// that pass. One that passes no unit from kClamped on may take ByteLanes of clamped units as well,
+// which is quicker. Of a longer text the first 64 units are read.
 template <class Test>
 std::uint64_t bitsWhere(Utf16View text, Test const& test) {
     unsigned short const* const units = text.data();

@@ -1,5 +1,9 @@
-// The one answer to which units separate words, for one unit and for sixteen at once.
+// The one answer to which units separate words, for one unit and for many at once.
 #pragma once
+
+#include <algorithm>
+#include <concepts>
+#include <iterator>
 
 #include "compare/unit_lanes.h"
 
@@ -8,26 +12,28 @@
 inline constexpr unsigned short kWhiteSpaceUnits[] = {9, 10, 13, 32};
 
 constexpr bool isWhiteSpaceUnit(unsigned short unit) {
-    constexpr unsigned kFirst = kWhiteSpaceUnits[0];
-    constexpr unsigned kLast = kWhiteSpaceUnits[3];
-    constexpr unsigned kMask = [] {
-        unsigned mask = 0;
+    constexpr unsigned kBits = 64;
+    constexpr std::uint64_t kMask = [] {
+        std::uint64_t mask = 0;
         for (unsigned const white : kWhiteSpaceUnits)
-            mask |= 1U << (white - kFirst);
+            mask |= white < kBits ? std::uint64_t{1} << white : 0;
         return mask;
     }();
-    unsigned const place = unit - kFirst;
-    return place <= kLast - kFirst && ((kMask >> place) & 1U) != 0;
+    if (unit < kBits) return (kMask >> unit & 1U) != 0;
+    return std::ranges::any_of(
+        kWhiteSpaceUnits, [unit](unsigned short white) { return white >= kBits && white == unit; });
 }
 
-// As a test for `bitsWhere`.
+// As a test for `bitsWhere`, which clamps units where bytes will do.
 struct IsWhiteSpace {
     constexpr bool operator()(unsigned short unit) const { return isWhiteSpaceUnit(unit); }
 
-    ByteLanes operator()(ByteLanes units) const {
-        ByteLanes white{};
+    template <class Lanes>
+    requires std::same_as<Lanes, UnitLanes> ||(std::ranges::max(kWhiteSpaceUnits) < kClamped) Lanes
+    operator()(Lanes units) const {
+        Lanes white{};
         for (unsigned short const unit : kWhiteSpaceUnits)
-            white = white | (units == ByteLanes::filledWith(static_cast<std::uint8_t>(unit)));
+            white = white | (units == Lanes::filledWith(static_cast<typename Lanes::Lane>(unit)));
         return white;
     }
 };

@@ -79,7 +79,9 @@ bool areSurelyFurther(TextMeasures const& first, TextMeasures const& second, uns
         return !beginOrEndAlike<2>(first.text, second.text) &&
                exceedsBucketDifference(first, second, limit);
     }
-    return !beginOrEndAlike<8>(first.text, second.text) && exceedsBagDistance(first, second, limit);
+    // With a great limit few texts lack so many units.
+    return fewer > 3 * limit && !beginOrEndAlike<8>(first.text, second.text) &&
+           exceedsBagDistance(first, second, limit);
 }
 
 // Of a text with one word.
@@ -104,23 +106,16 @@ public:
             forEachWord(text->text, [&word](Utf16View found) { *word++ = found; });
         assert(word == words_.data() + count_);
         std::fill_n(balance_.data(), count_, 0);
-    }
-
-    // Finds the balances. False when there is no room.
-    bool find() {
         for (unsigned long i = 0; i < count_; ++i) {
-            std::uint32_t const place = list_.findOrAdd(words_[i]);
-            if (place == WordList::kNoRoom) return false;
-            balance_[place] += i < firstCount_ ? 1 : -1;
-            places_[i] = place;
+            places_[i] = list_.findOrAdd(words_[i]);
+            balance_[places_[i]] += i < firstCount_ ? 1 : -1;
         }
-        return true;
     }
 
     void exclude(Utf16View word) {
         if (word.empty()) return;
         std::uint32_t const place = list_.find(word);
-        if (place != WordList::kNoRoom) balance_[place] = 0;
+        if (place != WordList::kNotFound) balance_[place] = 0;
     }
 
     // What is left of each text. Each to be asked once: the words move together.
@@ -132,7 +127,7 @@ private:
         Utf16View* out = words_.data() + begin;
         unsigned long units = 0;
         for (unsigned long i = begin; i < end; ++i) {
-            // No jump, as nobody could guess it.
+            // Branch-free.
             int& balance = balance_[places_[i]];
             unsigned const stays = balance * sign > 0 ? 1 : 0;
             *out = words_[i];
@@ -156,7 +151,6 @@ private:
 std::optional<bool> compareByWordList(TextMeasures const& first, TextMeasures const& second,
                                       unsigned long limit,
                                       std::span<Utf16String const> exclusions) {
-    if (std::max(first.wordUnits, second.wordUnits) <= limit) return true;
     bool const areSingleWords = first.words == 1 && second.words == 1 && exclusions.empty();
     if (exclusions.empty() && areSurelyFurther(first, second, limit, areSingleWords)) return false;
     if (areSingleWords) {
@@ -166,7 +160,6 @@ std::optional<bool> compareByWordList(TextMeasures const& first, TextMeasures co
     }
     if (first.words + second.words > WordList::kMaxCapacity) return {};
     WordBalance words(first, second);
-    if (!words.find()) return {};
     for (Utf16String const& word : exclusions)
         words.exclude(word);
     return isWithin(limit, words.firstLeft(), words.secondLeft());

@@ -1,4 +1,4 @@
-// The fast road of the comparison of two texts: their words in one list, looked up by a hash, each
+// The fast path of the comparison of two texts: their words in one list, looked up by a hash, each
 // with a balance.
 #pragma once
 
@@ -9,7 +9,7 @@
 #include "compare/utf16_string.h"
 
 // True when what is left of the two texts is within `limit` edits. Words of `exclusions` count on
-// neither side. Nothing when a list has no room: more words than a list can take, or too many that
-// share their place in its table. Allocates for more than a few words.
+// neither side. Nothing when there are more words than a list can take. Allocates for more than a
+// few words.
 std::optional<bool> compareByWordList(TextMeasures const& first, TextMeasures const& second,
                                       unsigned long limit, std::span<Utf16String const> exclusions);

@@ -3,11 +3,12 @@
 // may differ.
 //
 // Most comparisons are answered by way of one word list (compare/word_comparison.h). The plain
-// road:
+// path:
 //
 //   text -> words, in order -> counted in a map -> the two maps cancel -> exclusions go
 //        -> what is left, joined in text order -> distance, against the limit
 #include <algorithm>
+#include <cstring>
 #include <iterator>
 
 #include "compare/damerau_levenshtein_distance.h"
@@ -17,14 +18,27 @@
 #include "compare/word_comparison.h"
 #include "compare/words.h"
 
+namespace {
+
+// Most texts that differ do so in the first unit.
+bool areEqual(Utf16View first, Utf16View second) {
+    if (first.size() != second.size()) return false;
+    return first.empty() ||
+           (first[0] == second[0] &&
+            std::memcmp(first.data(), second.data(), first.size() * sizeof first[0]) == 0);
+}
+
+}  // namespace
+
 bool DamerauLevenshteinDistance::wordInsansitiveCompareStrings(
     unsigned short const* first, unsigned long firstLength, unsigned short const* second,
     unsigned long secondLength, unsigned long percent, std::vector<Utf16String> const& exclusions) {
-    if (std::equal(first, first + firstLength, second, second + secondLength)) return true;
+    if (areEqual({first, firstLength}, {second, secondLength})) return true;
     TextMeasures const firstMeasures({first, firstLength});
     TextMeasures const secondMeasures({second, secondLength});
     unsigned long const limit = Tolerance(percent).limit(
         std::max(firstMeasures.effectiveLength, secondMeasures.effectiveLength));
+    if (std::max(firstMeasures.wordUnits, secondMeasures.wordUnits) <= limit) return true;
     auto const answer = compareByWordList(firstMeasures, secondMeasures, limit, exclusions);
     return answer ? *answer
                   : compareByMaps({first, firstLength}, {second, secondLength}, limit, exclusions);

@@ -1,8 +1,12 @@
-// A list of distinct words, looked up by a hash. It has room for so many words and no more, copies
-// no text, and can be cut back to what it held before.
+// A list of distinct words, looked up by a hash. It copies no text, and can be cut back to what it
+// held before.
 //
 // An open table with linear probing, at most half full. Words leave it only from the end of the
 // list, the last one first; so no word ever stands behind a slot that was freed.
+//
+// Whoever chooses the words can choose them so that they all share their place in the table. A word
+// whose hash another one has, or that finds no slot near its place, therefore lies in a search
+// tree, and costs itself a few comparisons more and others nothing.
 #pragma once
 
 #include <algorithm>
@@ -10,7 +14,10 @@
 #include <cassert>
 #include <cstdint>
 #include <cstring>
+#include <map>
+#include <memory>
 #include <span>
+#include <vector>
 
 #include "compare/fixed_buffer.h"
 #include "compare/utf16_string.h"
@@ -68,35 +75,40 @@ inline std::uint64_t hashOf(Utf16View word) {
 
 class WordList {
 public:
-    // What `findOrAdd` gives when the list is full, or when too many words share their place in the
-    // table: whoever asked takes another road.
-    static constexpr std::uint32_t kNoRoom = ~std::uint32_t{0};
+    static constexpr std::uint32_t kNotFound = ~std::uint32_t{0};
 
     // So many need no memory of the heap.
     static constexpr unsigned long kFewWords = 32;
 
-    // The most words that a list may be made for: every word has a slot and another one free.
+    // The most words that it can hold: every word has a slot and another one free.
     static constexpr unsigned long kMaxCapacity = 1UL << 30;
 
     // Allocates, unless the words are few. `capacity` is at most kMaxCapacity.
     explicit WordList(unsigned long capacity);
 
     std::uint32_t size() const { return size_; }
-    bool isFull() const { return size_ == capacity_; }
+
+    // Makes room for so many words, unless there is: for twice as many as now at least, and for
+    // kMaxCapacity at most.
+    void reserve(unsigned long capacity);
 
     // The place of `word`, from 0, in the order in which words were added; the size before the call
-    // when it is a new one. `word` is not empty, and its text outlives its stay in the list.
+    // when it is a new one. `word` is not empty, and its text outlives its stay in the list. Makes
+    // room where there is none; beyond kMaxCapacity it throws std::bad_alloc.
     std::uint32_t findOrAdd(Utf16View word);
 
-    // Adds a word that nobody looks up before it is cut off again, behind all others. The list is
-    // not full.
+    // Adds a word that nobody looks up before it is cut off again, behind all others. Makes room
+    // where there is none.
     void append(Utf16View word);
 
-    // The place, or kNoRoom when the list does not hold the word.
+    // The place, or kNotFound.
     std::uint32_t find(Utf16View word);
 
     // All words, in the order in which they were added.
     std::span<Utf16View const> words() const { return {words_.data(), size_}; }
+
+    // Of these, the words that lie in the tree.
+    unsigned long wordsInTree() const { return tree_ ? tree_->byText.size() : 0; }
 
     // Takes out the words from `size` on.
     void cutBackTo(std::uint32_t size);
@@ -109,27 +121,51 @@ private:
     // Words that are not made to collide need fewer, a quarter of a million of them included.
     static constexpr unsigned kMaxProbes = 64;
 
-    // The word's slot or the free one that it would take; null after too many probes.
-    Slot* probe(Utf16View word, std::uint32_t mark);
+    struct ShorterFirst {
+        bool operator()(Utf16View a, Utf16View b) const {
+            if (a.size() != b.size()) return a.size() < b.size();
+            return std::memcmp(a.data(), b.data(), a.size() * sizeof(unsigned short)) < 0;
+        }
+    };
+    struct Tree {
+        using Places = std::map<Utf16View, std::uint32_t, ShorterFirst>;
 
-    std::uint32_t const capacity_;
+        Places byText;
+        std::vector<Places::iterator> inOrder;
+    };
+
+    // Slots behind the table, which are written and never read: what is in them takes no slot.
+    std::uint32_t slotOfAppended() const { return slotMask_ + 1; }
+    std::uint32_t slotOfTree() const { return slotMask_ + 2; }
+    static std::uint32_t maskFor(unsigned long capacity) {
+        return static_cast<std::uint32_t>(std::bit_ceil(2 * std::max(capacity, 1UL)) - 1);
+    }
+
+    void grow();
+    void clearSlots() { std::fill_n(slots_.data(), slotMask_ + 1UL, Slot{0, 0}); }
+    // The word's slot or the free one that it would take; null when only the tree can have it.
+    Slot* probe(Utf16View word, std::uint32_t mark);
+    std::uint32_t findOrAddInTree(Utf16View word);
+
+    std::uint32_t capacity_;
     std::uint32_t size_ = 0;
-    std::uint32_t const slotMask_;  // the number of slots, a power of two, less 1
+    std::uint32_t slotMask_;  // the number of slots, a power of two, less 1
     FixedBuffer<Utf16View, kFewWords> words_;
     FixedBuffer<std::uint32_t, kFewWords> slotOf_;  // by place in the list
-    FixedBuffer<Slot, 2 * kFewWords + 1> slots_;    // and one for words that were appended
+    FixedBuffer<Slot, 2 * kFewWords + 2> slots_;
+    std::unique_ptr<Tree> tree_;
 };
 
 // Here, since they run for every word of every entry.
 
 inline WordList::WordList(unsigned long capacity)
     : capacity_(static_cast<std::uint32_t>(capacity)),
-      slotMask_(static_cast<std::uint32_t>(std::bit_ceil(2 * std::max(capacity, 1UL)) - 1)),
+      slotMask_(maskFor(capacity)),
       words_(capacity),
       slotOf_(capacity),
-      slots_(slotMask_ + 2UL) {
+      slots_(slotMask_ + 3UL) {
     assert(capacity <= kMaxCapacity);
-    std::fill_n(slots_.data(), slotMask_ + 1UL, Slot{0, 0});
+    clearSlots();
 }
 
 inline WordList::Slot* WordList::probe(Utf16View word, std::uint32_t mark) {
@@ -139,7 +175,7 @@ inline WordList::Slot* WordList::probe(Utf16View word, std::uint32_t mark) {
         if (at->place == 0) return at;
         if (at->mark == mark) {
             Utf16View const held = words_[at->place - 1];
-            if (held.size() == word.size() && hasUnits(held.data(), word)) return at;
+            return held.size() == word.size() && hasUnits(held.data(), word) ? at : nullptr;
         }
         slot = (slot + 1) & slotMask_;
     }
@@ -148,10 +184,10 @@ inline WordList::Slot* WordList::probe(Utf16View word, std::uint32_t mark) {
 
 inline std::uint32_t WordList::findOrAdd(Utf16View word) {
     auto const mark = static_cast<std::uint32_t>(hashOf(word));
+    if (size_ == capacity_) grow();
     Slot* const slot = probe(word, mark);
-    if (slot == nullptr) return kNoRoom;
+    if (slot == nullptr) return findOrAddInTree(word);
     if (slot->place != 0) return slot->place - 1;
-    if (isFull()) return kNoRoom;
     std::uint32_t const place = size_++;
     words_[place] = word;
     slotOf_[place] = static_cast<std::uint32_t>(slot - slots_.data());
@@ -160,18 +196,18 @@ inline std::uint32_t WordList::findOrAdd(Utf16View word) {
 }
 
 inline void WordList::append(Utf16View word) {
-    assert(!isFull());
+    if (size_ == capacity_) grow();
     words_[size_] = word;
-    slotOf_[size_++] = slotMask_ + 1;
-}
-
-inline std::uint32_t WordList::find(Utf16View word) {
-    Slot const* const slot = probe(word, static_cast<std::uint32_t>(hashOf(word)));
-    return slot != nullptr && slot->place != 0 ? slot->place - 1 : kNoRoom;
+    slotOf_[size_++] = slotOfAppended();
 }
 
 inline void WordList::cutBackTo(std::uint32_t size) {
     assert(size <= size_);
+    if (tree_) {
+        auto& inOrder = tree_->inOrder;
+        for (; !inOrder.empty() && inOrder.back()->second >= size; inOrder.pop_back())
+            tree_->byText.erase(inOrder.back());
+    }
     while (size_ > size)
         slots_[slotOf_[--size_]].place = 0;
 }

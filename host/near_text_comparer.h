@@ -76,6 +76,8 @@ public:
 private:
     bool compareString(_tVariant const* params, _tVariant* ret);
     bool searchString(_tVariant const* params, _tVariant* ret);
+    // The indices ascend. A list of more units than a record can tell is an internal error, as is a
+    // block that the host does not lend.
     bool createReturnString(_tVariant* ret, std::vector<unsigned long> const& indices);
 
     wchar_t const* getErrorDescr(Error error) const;

@@ -1,8 +1,8 @@
 // The result of a search as text: decimal numbers joined by commas, in a block that the host owns.
 //
-// The block is sized by counting digits, and filled by way of the number stream, some numbers at a
-// time. The stream is written from its beginning each time: it would pile up every digit that it
-// ever held, and digits left unread by a call that ran out of memory would come before the next
+// The block is sized before it is asked for, and filled by way of the number stream, some numbers
+// at a time. The stream is written from its beginning each time: it would pile up every digit that
+// it ever held, and digits left unread by a call that ran out of memory would come before the next
 // one's.
 #include <algorithm>
 #include <array>
@@ -12,19 +12,13 @@
 
 #include "host/near_text_comparer.h"
 #include "host/text_width.h"
+#include "search/index_list.h"
 
 namespace {
 
 constexpr wchar_t kComma = L',';
 constexpr unsigned long kNumbersHeld = 64;  // at a time, by the stream
 constexpr unsigned long kMaxDigits = std::numeric_limits<unsigned long>::digits10 + 1;
-
-unsigned long countDigits(unsigned long number) {
-    unsigned long digits = 1;
-    for (; number >= 10; number /= 10)
-        ++digits;
-    return digits;
-}
 
 // Writes the numbers, a comma behind each, over what the stream last held, and gives the number of
 // characters. Emptying the stream would, where a compiler inlines it, refer to a newer symbol than
@@ -57,10 +51,9 @@ bool allocateResult(HostMemoryManager* manager, _tVariant::Value& out, unsigned 
 
 bool NearTextComparer::createReturnString(_tVariant* ret,
                                           std::vector<unsigned long> const& indices) {
-    unsigned long total = 0;  // units, the comma or the terminator behind each number included
-    for (unsigned long const index : indices)
-        total += countDigits(index) + 1;
-    if (!allocateResult(memManager, ret->value, total * sizeof(unsigned short))) {
+    unsigned long const total = unitsOfList(indices);
+    if (total - 1 > std::numeric_limits<decltype(ret->length)>::max() ||
+        !allocateResult(memManager, ret->value, total * sizeof(unsigned short))) {
         reportFailure(InternalError);
         return false;
     }

@@ -17,7 +17,7 @@ inline Fingerprint fingerprintOf(Utf16View word) {
 class FingerprintSet {
 public:
     bool has(Fingerprint one) const { return (bits_[one / 64] >> one % 64 & 1U) != 0; }
-    // Adds it when `isWanted`. No jump, as nobody could guess it.
+    // Adds it when `isWanted`, branch-free.
     void addIf(bool isWanted, Fingerprint one) {
         bits_[one / 64] |= std::uint64_t{isWanted ? 1U : 0U} << one % 64;
     }

@@ -1,7 +1,5 @@
-// The search as sets of words: the plain road, short, exact and allocating.
-//
-// It answers what the word list of the fast one cannot hold, so that looking up words takes n log n
-// at worst, and tests hold the fast one against it.
+// The search as sets of words: the plain path, short, exact and allocating. Tests hold the fast one
+// against it.
 #pragma once
 
 #include "compare/utf16_string.h"

@@ -11,8 +11,7 @@
 // Takes the words of `others` out of `words`.
 template <class Word>
 void removeBy(std::set<Word>& words, std::set<Word> const& others) {
-    for (Word const& word : others)
-        words.erase(word);
+    std::erase_if(words, [&others](Word const& word) { return others.contains(word); });
 }
 
 // Takes out of both sets the words that they have in common.

@@ -7,12 +7,14 @@
 #include <functional>
 #include <new>
 
+#include "tests/random_text.h"
 #include "tests/test_support.h"
 
 namespace {
 
 long failAt = -1;  // how many allocations are still to succeed before one fails; below 0 none does
 long liveBlocks = 0;
+unsigned long allocations = 0;
 unsigned long liveBytes = 0;
 unsigned long peakBytes = 0;
 
@@ -28,6 +30,7 @@ void* operator new(std::size_t size) {
     void* const block = failAt >= 0 && failAt-- == 0 ? nullptr : std::malloc(size);
     if (block == nullptr) throw std::bad_alloc();
     ++liveBlocks;
+    ++allocations;
     liveBytes += malloc_usable_size(block);
     peakBytes = std::max(peakBytes, liveBytes);
     return block;
@@ -187,6 +190,23 @@ TEST(Memory, OfASearchIsSmallWhateverTheTextsAre) {
             component->CallAsFunc(1, &result, params.data(), std::ssize(params));
             EXPECT_LE(peakBytes - before, 64 * 1024) << percent;
         }
+    }
+}
+
+// What one entry needs is kept for the next, whatever words the lists are made of.
+TEST(Memory, IsNotTakenForEachEntry) {
+    std::u16string exclusions;
+    for (auto const& word : collidingWords())
+        exclusions += word + u';';
+    std::u16string dictionary;
+    for (int i = 0; i < 100; ++i)
+        dictionary += u"red ball;" + exclusions.substr(0, 400);
+    Component component(addIn());
+    for (auto const& text : {std::u16string(u"red ball"), exclusions.substr(2, 700)}) {
+        std::replace(exclusions.begin(), exclusions.end(), u' ', u';');
+        allocations = 0;
+        component.search({text, dictionary, u';', 0, 90, 90, exclusions});
+        EXPECT_LE(allocations, 1500U);
     }
 }
 

@@ -90,8 +90,9 @@ TEST(TableDistance, AnswersWorkedOutByHand) {
                distance->compareStrings(b.data(), b.size(), 0, a.data(), a.size(), size, percent);
     };
     std::tuple<Text, Text, unsigned long, unsigned long> const cases[] = {
-        {u"ab", u"ba", 2, 50}, {u"ca", u"abc", 3, 0},    {u"abcd", u"abxy", 100, 98},
-        {u"", u"abc", 3, 0},   {u"abc", u"abc", 3, 100}, {u"abcdefghij", u"abcdefghix", 10, 90}};
+        {u"ab", u"ba", 2, 50},     {u"ca", u"abc", 3, 0},    {u"abcd", u"abxy", 100, 98},
+        {u"", u"abc", 3, 0},       {u"abc", u"abc", 3, 100}, {u"abcdefghij", u"abcdefghix", 10, 90},
+        {u"xabc", u"abc", 10, 90}, {u"abcx", u"abc", 10, 90}};
     for (auto const& [first, second, size, percent] : cases) {
         EXPECT_TRUE(answer(units(first), units(second), size, percent));
         EXPECT_FALSE(answer(units(first), units(second), size, percent + 1));

@@ -2,10 +2,8 @@
 // that do not match must be. With an index or without, a search answers the same.
 #include "near_text/matching/index/entry_index.h"
 
-#include <bit>
 
 #include "near_text/matching/entry_search.h"
-#include "near_text/matching/index/byte_lanes.h"
 #include "near_text/matching/index/shortlist.h"
 #include "reference/whitespace.h"
 #include "tests/random_text.h"
@@ -128,28 +126,6 @@ TEST(EntryIndex, LeavesOutMostThatDoNotMatch) {
     for (std::size_t i = 0; i < 100; ++i)
         left += index.candidates(list.units(i), SearchLimits(0, 80, 80)).size();
     EXPECT_LT(left, 110U) << "100 of them find themselves";
-}
-
-TEST(ByteLanes, AreThePlainOnes) {
-    using near_text::ByteLanes;
-    using near_text::PlainByteLanes;
-    RandomText random(16);
-    auto const computed = [](auto const& a, auto const& b) {
-        auto const bytes = [](auto const& lanes) {
-            return std::bit_cast<std::array<std::uint8_t, near_text::kByteLanes>>(lanes);
-        };
-        return std::tuple(bytes(a.plus(b)), bytes(a.minus(b)), a.minus(b).zeros(), a.sum());
-    };
-    for (int round = 0; round < 2000; ++round) {
-        std::uint8_t all[2 * near_text::kByteLanes];
-        for (std::uint8_t& byte : all)
-            byte = static_cast<std::uint8_t>(random.oneIn(3) ? 255 * random.below(2)
-                                                             : random.below(256));
-        ASSERT_EQ(computed(ByteLanes::load(all), ByteLanes::load(all + 16)),
-                  computed(PlainByteLanes::load(all), PlainByteLanes::load(all + 16)));
-        ASSERT_EQ(computed(ByteLanes::load(all), ByteLanes::all(all[20])),
-                  computed(PlainByteLanes::load(all), PlainByteLanes::all(all[20])));
-    }
 }
 
 TEST(ShortenedSearch, AnswersAsAWholeOneAtEveryPercentage) {

@@ -1,13 +1,10 @@
-// What the fast roads are made of, each part held against a form that is plain to see.
-#include <bit>
-#include <cmath>
+// What the fast paths are made of, each part held against a form that is plain to see.
 #include <map>
 #include <numeric>
 #include <unordered_map>
 
 #include "compare/bag_distance.h"
 #include "compare/bit_parallel_distance.h"
-#include "compare/limit.h"
 #include "compare/weighted_distance.h"
 #include "compare/word_list.h"
 #include "search/section_scanner.h"
@@ -16,49 +13,6 @@
 #include "tests/test_support.h"
 
 namespace {
-
-#if defined(__SSE2__)
-// All that lanes can do, with these numbers in them.
-template <class Units, class Bytes, class Four>
-auto computed(std::array<unsigned short, 16> const& units,
-              std::array<std::uint8_t, 64> const& bytes,
-              std::array<std::uint32_t, 8> const& numbers) {
-    Units const a = Units::load(units.data());
-    Units const b = Units::load(units.data() + kUnitLanes);
-    Units const low = Units::filledWith(0xFF);
-    std::array<Bytes, 4> some;
-    for (unsigned long i = 0; i < 4; ++i)
-        some[i] = Bytes::load(bytes.data() + i * kByteLanes);
-    Bytes const both = packed(a & low, b & low);
-    auto const lanes = [](auto const&... made) {
-        return std::vector{std::bit_cast<std::array<std::uint8_t, 16>>(made)...};
-    };
-    return std::tuple(lanes(a == b, a | b, a ^ b, shiftedDown<3>(a), low, both, both == some[0],
-                            both & some[0], both | some[0], both - some[0],
-                            Bytes::filledWith(bytes[0]), clamped(a, b), Four::sumsOf(some)),
-                      bitsOf(a == b, b == low), bitsOf(both == some[0]),
-                      excess(Four::load(numbers.data()), Four::load(numbers.data() + 4)));
-}
-
-TEST(Lanes, AreTheSameInBothForms) {
-    RandomText random(16);
-    for (int round = 0; round < 2000; ++round) {
-        auto const fill = [&random](auto numbers, std::size_t end) {
-            for (auto& number : numbers)
-                number = static_cast<std::remove_reference_t<decltype(number)>>(
-                    random.oneIn(2) ? 255 : random.below(end));
-            return numbers;
-        };
-        auto const units = fill(std::array<unsigned short, 16>(), 1 << 16);
-        auto const bytes = fill(std::array<std::uint8_t, 64>(), 256);
-        auto const numbers = fill(std::array<std::uint32_t, 8>(), 1 << 15);
-        EXPECT_EQ((computed<sse_lanes::UnitLanes, sse_lanes::ByteLanes, sse_lanes::Four>(
-                      units, bytes, numbers)),
-                  (computed<plain_lanes::UnitLanes, plain_lanes::ByteLanes, plain_lanes::Four>(
-                      units, bytes, numbers)));
-    }
-}
-#endif
 
 // In a block of exactly its size, so that a unit read too far is one too many.
 std::vector<unsigned short> exactly(std::u16string_view text) {
@@ -70,8 +24,8 @@ TEST(Blocks, FindWhatAScanFinds) {
     IsSectionEnd const isEnd{u';'};
     for (unsigned long length = 0; length <= 130; ++length) {
         for (int round = 0; round < 8; ++round) {
-            auto const text =
-                exactly(random.run(round < 4 ? whole(u"a\t\n\r ;\0\x0120\xFFFF") : u"ab ", length));
+            auto const text = exactly(random.run(
+                round < 4 ? whole(u"a\t\n\r ;\0\x0120\xA0\xFFA0\xFFFF") : u"ab ", length));
             std::uint64_t white = 0;
             std::uint64_t ends = 0;
             for (unsigned long i = 0; i < std::min(length, kBlockUnits); ++i) {
@@ -82,20 +36,6 @@ TEST(Blocks, FindWhatAScanFinds) {
             EXPECT_EQ(bitsWhere({text.data(), length}, isEnd), ends);
         }
     }
-}
-
-TEST(Tolerance, RoundsAsTheLibraryDoes) {
-    for (unsigned long percent = 0; percent <= 100; ++percent) {
-        for (unsigned long i = 0; i < 3000; ++i) {
-            unsigned long const maximum = i < 2000 ? i : 0xFFFF'FFFF / (i - 1999);
-            double const part =
-                (1.0 - static_cast<double>(percent) / 100.0) * static_cast<double>(maximum);
-            ASSERT_EQ(Tolerance(percent).limit(maximum),
-                      static_cast<unsigned long>(std::round(part)))
-                << percent << " " << maximum;
-        }
-    }
-    EXPECT_EQ(Tolerance(101).limit(~0U) + Tolerance(~0UL).limit(1) + Tolerance(200).limit(0), 0U);
 }
 
 // The same text in pieces, some of them empty.
@@ -238,9 +178,58 @@ TEST(WordList, TellsWordsApartThatHaveOneHash) {
          {alikeInHash(u"", 3, u""), alikeInHash(u"lead", 3, u""), alikeInHash(u"", 4, u"tail")}) {
         WordList list(2);
         EXPECT_EQ(list.findOrAdd(one), 0U);
-        EXPECT_EQ(list.find(other), WordList::kNoRoom);
-        EXPECT_EQ(list.findOrAdd(other), 1U);
+        EXPECT_EQ(list.find(other), WordList::kNotFound);
+        for (int round = 0; round < 2; ++round) {
+            EXPECT_EQ(list.findOrAdd(other), 1U);
+            EXPECT_EQ(list.find(other), 1U);
+            EXPECT_EQ(list.find(one), 0U);
+            list.cutBackTo(1);
+            EXPECT_EQ(list.find(other), WordList::kNotFound);
+        }
     }
+}
+
+// A list that grows and is cut back, with words that collide, others, and some that are only
+// appended.
+TEST(WordList, HoldsWhatAMapHolds) {
+    RandomText random(77);
+    auto const colliding = collidingWords();
+    std::vector<Utf16String> words;
+    for (std::size_t i = 0; i < 300; ++i)
+        words.push_back(units(i < colliding.size() ? colliding[i] : numbered(i, 2)));
+    for (int round = 0; round < 40; ++round) {
+        WordList list(random.below(3));
+        std::map<Utf16String, std::uint32_t> map;
+        std::vector<Utf16String> order;
+        for (std::size_t i = 0; i < 600; ++i) {
+            Utf16String const& word = words[random.below(round % 2 == 0 ? 300 : 100)];
+            auto const [found, isNew] =
+                map.try_emplace(word, static_cast<std::uint32_t>(order.size()));
+            if (isNew) order.push_back(word);
+            ASSERT_EQ(list.findOrAdd(word), found->second);
+            if (random.oneIn(150)) {
+                list.append(units(u"appended"));
+                order.push_back(units(u"appended"));
+            }
+            if (!random.oneIn(90)) continue;
+            std::size_t const size = random.below(order.size() + 1);
+            list.cutBackTo(static_cast<std::uint32_t>(size));
+            for (; order.size() > size; order.pop_back())
+                map.erase(order.back());
+        }
+        for (Utf16String const& word : words)
+            ASSERT_EQ(list.find(word), map.contains(word) ? map[word] : WordList::kNotFound);
+    }
+}
+
+TEST(WordList, KeepsOrdinaryWordsInItsTable) {
+    WordList list(1);
+    std::vector<Utf16String> words;
+    for (std::size_t i = 0; i < 60'000; ++i)
+        words.push_back(units(numbered(i, 3)));
+    for (Utf16String const& word : words)
+        list.findOrAdd(word);
+    EXPECT_LE(list.wordsInTree(), 10U);
 }
 
 }  // namespace

@@ -27,6 +27,11 @@ TEST(Preparation, DoesWhatItIsAskedFor) {
          u"a.b,\u00ABc\u2014d\u00BB_#C+$\u2116<\u20AC>",
          u"a b  c d   C+$\u2116<\u20AC>"},
         {{.blanksPunctuation = true}, u"a\U00010100b", u"a  b"},
+        // Blanks that the add-in takes for parts of words, and what has no width.
+        {{.blanksPunctuation = true},
+         u"a\u00A0b\u2003c\u3000d\u202Fe\vf\u200Bg\uFEFFh\u00ADi",
+         u"a b c d e fghi"},
+        {kAll, u"e\u200D\u0301", u"\u00E9"},
         // The dotted capital I is the same in one unit and in two.
         {kAll, u"I\u0307,\u0130", u"\u0130 \u0130"},
         // Folding leaves an s, which the accent joins.

@@ -7,13 +7,15 @@
 #include <string_view>
 #include <vector>
 
+#include "compare/word_list.h"
 #include "reference/explanation.h"
 #include "tests/test_support.h"
 
-// Latin and Cyrillic, tiny and large; units with the same low bits; halves of surrogate pairs.
+// Latin and Cyrillic, tiny and large; units with the same low bits; halves of surrogate pairs, and
+// what looks like a space to some.
 inline constexpr std::u16string_view kAlphabets[] = {
     u"ab", u"abcdefghijklmnopqrstuvwxyz", u"абвгдежзийклмнопрстуфхцчшщъыьэюя",
-    u"a\u00E1\u0161\u0461\u0861\uFF61", u"aé\u0431\u2603\xD83D\xDE00\xFFFF;,"};
+    u"a\u00E1\u0161\u0461\u0861\uFF61", u"aé\u00A0\u0431\u2603\xD83D\xDE00\uFFA0\xFFFF;,"};
 
 // Texts in which words repeat, cancel and nearly cancel.
 struct RandomText {
@@ -77,6 +79,15 @@ inline std::u16string numbered(std::size_t number, std::size_t length) {
     for (std::size_t i = 0; i < length; ++i)
         word += static_cast<char16_t>(0x410 + (number >> 6 * i) % 64);
     return word;
+}
+
+// Words that have the same place in a table of usual size, more than a list looks through.
+inline std::vector<std::u16string> collidingWords() {
+    std::vector<std::u16string> words;
+    for (std::size_t i = 0; words.size() < 140; ++i) {
+        if (hashOf(units(numbered(i, 4))) % (1 << 13) == 77) words.push_back(numbered(i, 4));
+    }
+    return words;
 }
 
 // Percentages around the one at which the distance equals the limit.

@@ -1,6 +1,8 @@
 // StringSearch and what it is made of.
 #include <locale>
+#include <ranges>
 
+#include "search/index_list.h"
 #include "search/mark_input.h"
 #include "search/word_sets.h"
 #include "tests/test_support.h"
@@ -86,6 +88,19 @@ TEST_F(StringSearch, AnswersWorkedOutByHand) {
             << near_text::toUtf8(in.text) << " | " << near_text::toUtf8(in.dictionary);
     }
     EXPECT_TRUE(component.connection.reports.empty());
+}
+
+TEST(IndexList, IsMeasuredWithoutBeingWritten) {
+    using Numbers = std::vector<unsigned long>;
+    std::pair<Numbers, unsigned long> const cases[] = {
+        {{0}, 2},
+        {{0, 9, 10, 99, 100}, 2 + 2 + 3 + 3 + 4},
+        {{999'999'999, 1'000'000'000}, 10 + 11},
+        {{9'999'999'999'999'999'999U, 10'000'000'000'000'000'000U, ~0UL}, 20 + 21 + 21}};
+    for (auto const& [numbers, size] : cases)
+        EXPECT_EQ(unitsOfList(numbers), size);
+    // More than 32 bits can tell.
+    EXPECT_EQ(unitsOfList(std::views::iota(0UL, 442'000'000UL)), 4'308'888'890UL);
 }
 
 // The numbers are plain decimal whatever the process makes of numbers elsewhere.

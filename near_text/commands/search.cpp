@@ -7,6 +7,7 @@
 #include "near_text/output/explanation_text.h"
 #include "near_text/output/output.h"
 #include "near_text/output/text_format.h"
+#include "reference/whitespace.h"
 
 namespace near_text {
 
@@ -119,6 +120,9 @@ Status execute(TextSearchSettings const& settings) {
     Output output(settings.output.encoding);
     std::vector<Match> const matches = matcher.matches(text);
     Indices const asked = askedIndices(settings, entries.list);
+    if (!asked.empty() && !reference::holdsWord(text)) {
+        throw std::runtime_error("TEXT contains no word, so there is nothing to explain");
+    }
     if (!settings.isExplained && settings.explainedPlaces.empty()) {
         writeMatches(output, settings, entries, matches);
     } else if (!matches.empty() || !asked.empty()) {

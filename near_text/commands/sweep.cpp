@@ -1,12 +1,12 @@
 // A higher percentage finds nothing that a lower one does not find, so each text is searched for in
 // the whole list at the lowest percentage, and then, from one to the next, among what is left.
 #include <algorithm>
-#include <charconv>
 #include <map>
 #include <mutex>
 #include <set>
 
 #include "near_text/commands/commands.h"
+#include "near_text/input/number.h"
 #include "near_text/matching/read_entries.h"
 #include "near_text/messages/interrupt.h"
 #include "near_text/output/output.h"
@@ -19,14 +19,6 @@ using Pair = std::pair<std::size_t, std::size_t>;  // lines of the text and of t
 
 // With the line in which the file has each.
 using Pairs = std::map<Pair, std::size_t>;
-
-std::optional<std::size_t> lineNumber(std::string const& cell) {
-    std::size_t number = 0;
-    char const* const end = cell.data() + cell.size();
-    auto const read = std::from_chars(cell.data(), end, number);
-    bool const isNumber = read.ec == std::errc() && read.ptr == end && number > 0;
-    return isNumber ? std::optional(number) : std::nullopt;
-}
 
 bool hasEntryAt(EntryList const& list, std::size_t place) {
     return std::binary_search(list.entries.begin(), list.entries.end(), Entry{place, {}, {}, 0, 0},
@@ -44,8 +36,8 @@ Pairs readPairs(TextFile const& file, EntryList const& list) {
             return std::runtime_error(table.place(row) + reason);
         };
         if (!row.fault.empty()) throw refusal(row.fault);
-        auto const text = lineNumber(row.fields[0]);
-        auto const entry = lineNumber(row.fields[1]);
+        auto const text = parseNumber<std::size_t>(row.fields[0], 1);
+        auto const entry = parseNumber<std::size_t>(row.fields[1], 1);
         if (isFirst && !text && !entry) continue;
         if (!text || !entry) {
             throw refusal('\'' + row.fields[text ? 1 : 0] + "' is not a line number");

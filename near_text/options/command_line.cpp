@@ -70,7 +70,7 @@ CommandLine::CommandLine(std::filesystem::path const& defaultLibrary) : library_
 Settings CommandLine::read(int argc, char const* const* argv) {
     try {
         app_.parse(argc, argv);
-        refuseEmptyValues(app_);
+        refuseMisleading(app_, argc, argv);
         return readers_.at(app_.get_subcommands().front())(addIn());
     } catch (CLI::CallForVersion const&) {
         return VersionSettings{addIn()};

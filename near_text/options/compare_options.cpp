@@ -25,7 +25,7 @@ ReadSettings define(CLI::App& command) {
                     "How alike they must be, 0 to 100: once shared words have cancelled, 100 "
                     "allows no difference and 0 any")
         ->type_name("PERCENT")
-        ->check(percentCheck())
+        ->transform(percentCheck())
         ->required();
     command.add_flag("--explain", given->isExplained,
                      "Show the words that cancelled, what was left, the limit, the distance, and "

@@ -27,7 +27,11 @@ OutputSettings OutputOptions::settings(FileOptions const& files) const {
     files.validate(format_ == "csv");
     Format const& format = formatNamed(format_);
     if (files.hasKept() && !format.carriesColumns) {
-        refuse("--format", format_ + " does not show kept columns");
+        std::string others;
+        for (std::string const& name : formatNames()) {
+            if (formatNamed(name).carriesColumns) others += (others.empty() ? "" : ", ") + name;
+        }
+        refuse("--format", format_ + " does not show kept columns; these do: " + others);
     }
     return {&format, files.delimiter(), encoding_};
 }
@@ -40,7 +44,7 @@ void RunOptions::addTo(CLI::App& command) {
         .add_option("-j,--jobs", jobs_,
                     "Threads to search with, 1 to 256. Default: one for each processor")
         ->type_name("N")
-        ->check(CLI::Range(1U, 256U).description(""))
+        ->transform(numberCheck(1, 256))
         ->group(kGroup);
     command
         .add_flag("--strict", isStrict_,

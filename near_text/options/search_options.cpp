@@ -1,5 +1,3 @@
-#include <limits>
-
 #include "near_text/options/definition.h"
 #include "near_text/options/output_options.h"
 #include "near_text/options/terms_options.h"
@@ -55,7 +53,7 @@ void addOutput(CLI::App& command, Given& given) {
                     "not; may be given several times")
         ->type_name("N")
         ->expected(1)
-        ->check(CLI::Range(1, std::numeric_limits<int>::max()).description(""))
+        ->transform(numberCheck(1))
         ->take_all()
         ->group(kOutputGroup);
 }

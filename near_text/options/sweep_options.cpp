@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "near_text/input/number.h"
 #include "near_text/options/definition.h"
 #include "near_text/options/output_options.h"
 #include "near_text/options/terms_options.h"
@@ -23,9 +24,9 @@ std::vector<int> percentsOf(std::vector<std::string> const& values) {
     if (values.empty()) return {50, 55, 60, 65, 70, 75, 80, 85, 90, 95};
     std::vector<int> percents;
     for (std::string const& value : values) {
-        std::string const fault = percentCheck()(value);
-        if (!fault.empty()) refuse("--percent", fault);
-        percents.push_back(std::stoi(value));
+        auto const percent = parseNumber<int>(value, 0, 100);
+        if (!percent) refuse("--percent", '\'' + value + "' is not a whole number from 0 to 100");
+        percents.push_back(*percent);
     }
     std::sort(percents.begin(), percents.end());
     auto const twice = std::adjacent_find(percents.begin(), percents.end());

@@ -1,7 +1,5 @@
 #include "near_text/options/terms_options.h"
 
-#include <limits>
-
 #include "near_text/options/values.h"
 
 namespace near_text {
@@ -49,7 +47,7 @@ void TermsOptions::addPercentages(CLI::App& command) {
     auto const add = [&](char const* name, std::optional<int>& value, std::string const& text) {
         command.add_option(name, value, text)
             ->type_name("PERCENT")
-            ->check(percentCheck())
+            ->transform(percentCheck())
             ->group(kGroup);
     };
     add("-p,--percent", percent_,
@@ -61,7 +59,7 @@ void TermsOptions::addPercentages(CLI::App& command) {
                     "Entries longer than this are long, the others short. UTF-16 units count, "
                     "blanks included, and one more in every entry but the first")
         ->type_name("UNITS")
-        ->check(CLI::Range(0, std::numeric_limits<int>::max()).description(""))
+        ->transform(numberCheck(0))
         ->group(kGroup);
     add("--short-percent", percentShort_, "How alike a short entry must be");
     add("--long-percent", percentLong_, "How alike a long entry must be");
@@ -100,7 +98,7 @@ void addWanted(CLI::App& command, Wanted& wanted) {
             ->group(kGroup);
     command.add_option("-n,--top", wanted.most, "Keep only the N nearest entries")
         ->type_name("N")
-        ->check(CLI::Range(1, std::numeric_limits<int>::max()).description(""))
+        ->transform(numberCheck(1))
         ->excludes(best)
         ->group(kGroup);
 }

@@ -70,7 +70,12 @@ std::string unknownCommand(CLI::App const& app, std::string const& name) {
     std::vector<Candidate> commands;
     for (CLI::App const* command : app.get_subcommands({}))
         commands.push_back({command->get_name(), command->get_name()});
-    std::string const meant = nearest(commands, name, kNear);
+    auto const isBegun = [&](Candidate const& command) {
+        return !name.empty() && command.name.starts_with(name);
+    };
+    auto const begun = std::find_if(commands.begin(), commands.end(), isBegun);
+    std::string const meant =
+        begun != commands.end() ? begun->name : nearest(commands, name, kNear);
     return "there is no command '" + name + "'; " +
            (meant.empty() ? "near_text --help lists them" : "did you mean " + meant + '?');
 }
@@ -97,13 +102,22 @@ std::string usageError(CLI::App const& app, CLI::ParseError const& error) {
     return name.starts_with('-') ? name + ": needs a value" : "--" + name + ": takes no value";
 }
 
-void refuseEmptyValues(CLI::App const& app) {
-    for (CLI::Option const* option : chosen(app).get_options()) {
+void refuseMisleading(CLI::App const& app, int argc, char const* const* argv) {
+    CLI::App const& command = chosen(app);
+    for (CLI::Option const* option : command.get_options()) {
         // There may be no words to exclude.
         if (option->get_positional() || option->check_lname("exclude")) continue;
         auto const& values = option->results();
         if (std::find(values.begin(), values.end(), "") != values.end())
             refuse(option->get_name(), "is given without a value");
+    }
+    for (int i = 1; i < argc && std::string_view(argv[i]) != "--"; ++i) {
+        std::string const given = argv[i];
+        std::string const name = given.substr(0, given.find('='));
+        if (!name.starts_with("--") || name == given) continue;
+        CLI::Option const* const option = command.get_option_no_throw(name);
+        if (option != nullptr && option->get_items_expected_max() == 0)
+            refuse(name, "takes no value");
     }
 }
 

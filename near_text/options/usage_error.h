@@ -12,8 +12,9 @@ std::string unknownCommand(CLI::App const& app, std::string const& name);
 // The message for what the parser of `app` threw.
 std::string usageError(CLI::App const& app, CLI::ParseError const& error);
 
-// An option that is given with nothing, as by a variable of a script that is not set, would do as
-// if it were not given. Throws std::runtime_error.
-void refuseEmptyValues(CLI::App const& app);
+// What the parser takes in silence. An option that is given with nothing, as by a variable of a
+// script that is not set, would do as if it were not given; a flag that is given a value, as if it
+// were given without. Throws std::runtime_error.
+void refuseMisleading(CLI::App const& app, int argc, char const* const* argv);
 
 }  // namespace near_text

@@ -1,8 +1,8 @@
 #include "near_text/options/values.h"
 
-#include <charconv>
 #include <sstream>
 
+#include "near_text/input/number.h"
 #include "near_text/input/table.h"
 #include "near_text/input/text_codec.h"
 
@@ -12,18 +12,19 @@ void refuse(std::string const& option, std::string const& reason) {
     throw std::runtime_error(option + ": " + reason);
 }
 
-CLI::Validator percentCheck() {
-    return CLI::Validator(
-        [](std::string const& text) {
-            int percent = -1;
-            char const* const end = text.data() + text.size();
-            auto const read = std::from_chars(text.data(), end, percent);
-            bool const isPercentage =
-                read.ec == std::errc() && read.ptr == end && percent >= 0 && percent <= 100;
-            return isPercentage ? std::string()
-                                : '\'' + text + "' is not a whole number from 0 to 100";
-        },
-        "");
+// The parser reads a number that begins with a zero as an octal one.
+CLI::Validator numberCheck(int least, int most) {
+    bool const isOpen = most == std::numeric_limits<int>::max();
+    return {[=](std::string& text) {
+                auto const number = parseNumber<int>(text, least, most);
+                if (!number) {
+                    return '\'' + text + "' is not a whole number from " + std::to_string(least) +
+                           (isOpen ? " on" : " to " + std::to_string(most));
+                }
+                text = std::to_string(*number);
+                return std::string();
+            },
+            ""};
 }
 
 CLI::Validator delimiterCheck() {

@@ -2,7 +2,7 @@
 #pragma once
 
 #include <CLI/App.hpp>
-#include <functional>
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -12,8 +12,11 @@ namespace near_text {
 // std::runtime_error.
 [[noreturn]] void refuse(std::string const& option, std::string const& reason);
 
-// For options that take a percentage.
-CLI::Validator percentCheck();
+// For options that take a whole number in this range; what passes has no leading zeros.
+CLI::Validator numberCheck(int least, int most = std::numeric_limits<int>::max());
+inline CLI::Validator percentCheck() {
+    return numberCheck(0, 100);
+}
 
 // What separates columns: the name of a character.
 CLI::Validator delimiterCheck();

@@ -30,9 +30,22 @@ bool isSettled(CodePoint point) {
            u_getCombiningClass(point) == 0;
 }
 
+bool isBlank(CodePoint point) {
+    return u_isUWhiteSpace(point) != 0;
+}
+
+// Nobody sees these: what joins or parts what stands beside it, and a byte order mark in the text.
+bool hasNoWidth(CodePoint point) {
+    return (point >= 0x200B && point <= 0x200D) || point == 0x2060 || point == 0xFEFF ||
+           point == 0xAD || point == 0x180E;
+}
+
+constexpr CodePoint kNothing = -1;
+
 // What becomes of a code point by itself.
 CodePoint mapped(Preparation const& how, CodePoint point) {
-    if (how.blanksPunctuation && isPunctuation(point)) return u' ';
+    if (how.blanksPunctuation && (isPunctuation(point) || isBlank(point))) return u' ';
+    if (how.blanksPunctuation && hasNoWidth(point)) return kNothing;
     return how.foldsCase ? folded(point) : point;
 }
 
@@ -62,6 +75,7 @@ Preparer::Preparer(Preparation preparation) : how_(preparation), tabled_{} {
 
 Preparer::Unit Preparer::unitOf(char16_t unit) const {
     CodePoint const to = mapped(how_, unit);
+    if (to == kNothing) return {0, false};
     bool const isComposed = !how_.composes || (isSettled(unit) && isSettled(to));
     return {static_cast<char16_t>(to), isComposed && U_IS_BMP(to) && !isHalfPair(unit)};
 }
@@ -85,7 +99,7 @@ std::u16string Preparer::prepareCodePoints(std::u16string_view units) const {
         CodePoint const to = mapped(how_, nextCodePoint(units, i));
         if (to == u' ') {
             result.append(i - start, u' ');
-        } else {
+        } else if (to != kNothing) {
             append(result, to);
         }
     }

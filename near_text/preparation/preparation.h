@@ -6,7 +6,9 @@
 //   compose   canonical composition (NFC): a letter and its accent become one unit where Unicode
 //             has one, so that they count as one
 //   fold      Unicode's simple case folding, a code point for a code point
-//   blank     each unit of a punctuation character becomes a blank; so words part at it
+//   blank     each unit of a punctuation character becomes a blank, so words part at it; so does
+//             every other blank of Unicode (no-break, em, ideographic ...), which the add-in takes
+//             for part of a word; characters without a width become nothing
 //
 // Composing is first because folding knows composed letters, and what is canonically the same is
 // the same afterwards only so. Where folding leaves something to compose, it is composed again. To
@@ -16,8 +18,7 @@
 // # % & * @ / \ and _. Symbols distinguish things and stay: + < = > | ~ ^ ` $ and other currencies,
 // signs of units and numbers (C++, 5 $, the numero sign).
 //
-// Half a surrogate pair and a NUL pass as they are. Composing and folding may change the number of
-// units; the other steps do not.
+// Half a surrogate pair and a NUL pass as they are. Any step may change the number of units.
 #pragma once
 
 #include <array>
@@ -47,7 +48,7 @@ inline constexpr PreparationStep kPreparationSteps[] = {
     {"-i,--fold-case", &Preparation::foldsCase,
      "Ignore the difference between capital and small letters"},
     {"--blank-punctuation", &Preparation::blanksPunctuation,
-     "Treat punctuation characters as blanks"},
+     "Treat punctuation characters, and every blank of Unicode, as blanks"},
     {"--compose", &Preparation::composes,
      "Treat a letter and its accents as the one character that they make (NFC)"},
 };

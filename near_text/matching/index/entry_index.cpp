@@ -144,7 +144,7 @@ EntryIndex::Query EntryIndex::queryFor(std::u16string_view text) const {
     distinctWords(query.section.units, excluded, words);
     query.units = unitCounters.count(words);
     auto const sums = coarse(query.units.counters);
-    std::transform(sums.begin(), sums.end(), query.coarse.begin(), ByteLanes::all);
+    std::transform(sums.begin(), sums.end(), query.coarse.begin(), ByteLanes::filledWith);
     return query;
 }
 
@@ -177,14 +177,16 @@ void EntryIndex::scan(std::size_t number, SearchLimits const& limits, Query& que
     std::int64_t const room = query.room(block.leastUnits, block.mostUnits, limit);
     if (room < 0) return;
     auto const roomInLane =
-        ByteLanes::all(static_cast<std::uint8_t>(std::min<std::int64_t>(room, 255)));
+        ByteLanes::filledWith(static_cast<std::uint8_t>(std::min<std::int64_t>(room, 255)));
     std::size_t const end = std::min((number + 1) * kBlock, places.size());
     for (std::size_t position = number * kBlock; position < end; position += kByteLanes) {
         CoarseCounters const& entries = coarseLanes[position / kByteLanes];
-        ByteLanes missing = ByteLanes::all(0);
+        ByteLanes missing{};
         for (std::size_t i = 0; i < kCoarseCounters; ++i)
-            missing = missing.plus(query.coarse[i].minus(ByteLanes::load(entries[i].data())));
-        for (unsigned left = missing.minus(roomInLane).zeros(); left != 0; left &= left - 1) {
+            missing = saturatingSum(
+                missing, saturatingDifference(query.coarse[i], ByteLanes::load(entries[i].data())));
+        ByteLanes const isWithin = saturatingDifference(missing, roomInLane) == ByteLanes();
+        for (unsigned left = bitsOf(isWithin); left != 0; left &= left - 1) {
             std::size_t const entry = position + static_cast<std::size_t>(std::countr_zero(left));
             if (entry >= end) break;
             // Without a branch, which at a low percentage could go either way.
@@ -199,12 +201,13 @@ bool EntryIndex::mayMatch(std::size_t position, SearchLimits const& limits,
                           Query const& query) const {
     Place const& entry = places[position];
     unsigned long const limit = limits.limit(entry.length, query.section.length);
-    ByteLanes missing = ByteLanes::all(0);
+    ByteLanes missing{};
     for (std::size_t i = 0; i < kUnitCounters; i += kByteLanes) {
         auto const wanted = ByteLanes::load(&query.units.counters[i]);
-        missing = missing.plus(wanted.minus(ByteLanes::load(&fine[position][i])));
+        auto const found = ByteLanes::load(&fine[position][i]);
+        missing = saturatingSum(missing, saturatingDifference(wanted, found));
     }
-    return missing.sum() <= query.room(entry.units, entry.units, limit);
+    return sumOf(missing) <= query.room(entry.units, entry.units, limit);
 }
 
 Indices EntryIndex::listed(std::vector<std::uint64_t> const& found) {

@@ -26,8 +26,8 @@
 #include <utility>
 #include <vector>
 
+#include "compare/unit_lanes.h"
 #include "near_text/matching/entry_list.h"
-#include "near_text/matching/index/byte_lanes.h"
 #include "near_text/matching/index/search_limits.h"
 #include "near_text/matching/index/unit_counters.h"
 #include "reference/explanation.h"

@@ -1,10 +1,11 @@
-// The fast roads answer as the plain ones do, with the limit where the plain answer turns, one
+// The fast paths answer as the plain ones do, with the limit where the plain answer turns, one
 // below and one above.
 #include <optional>
 
 #include "compare/damerau_levenshtein_distance.h"
 #include "compare/word_comparison.h"
 #include "search/entry_matcher.h"
+#include "search/plain_search.h"
 #include "tests/random_text.h"
 #include "tests/test_support.h"
 
@@ -69,7 +70,7 @@ struct Searches {
     EntryMatcher matcher;
 };
 
-TEST(Roads, AgreeOnRandomSearches) {
+TEST(FastPaths, AgreeOnRandomSearches) {
     RandomText random(256);
     for (int round = 0; round < 240 / kShare; ++round) {
         if (round % 5 == 0) random.stock.clear();
@@ -96,16 +97,7 @@ TEST(Roads, AgreeOnRandomSearches) {
     }
 }
 
-// Words that have the same place in a table of any size, more than a list looks through.
-std::vector<std::u16string> collidingWords() {
-    std::vector<std::u16string> words;
-    for (std::size_t i = 0; words.size() < 140; ++i) {
-        if (hashOf(units(numbered(i, 4))) % (1 << 13) == 77) words.push_back(numbered(i, 4));
-    }
-    return words;
-}
-
-TEST(Roads, AgreeWhereTheListGivesUp) {
+TEST(FastPaths, AgreeOnCollidingWords) {
     auto const words = collidingWords();
     std::u16string const all = joined(words, u" ");
     std::u16string const half = joined({words.begin(), words.begin() + 90}, u" ");
@@ -124,7 +116,7 @@ TEST(Roads, AgreeWhereTheListGivesUp) {
 }
 
 // Most of them is whitespace, repeated or excluded.
-TEST(Roads, AgreeOnLongEntries) {
+TEST(FastPaths, AgreeOnLongEntries) {
     RandomText random(1000);
     for (std::size_t const spaces : {0U, 1U, 6U}) {
         auto const text = random.run(kAlphabets[2].data() + std::u16string(spaces, u' '), 1000);
@@ -159,7 +151,7 @@ void expectSameComparison(std::u16string_view first, std::u16string_view second,
     }
 }
 
-TEST(Roads, AgreeOnComparisons) {
+TEST(FastPaths, AgreeOnComparisons) {
     RandomText random(17);
     for (int round = 0; round < 6000 / kShare; ++round) {
         if (round % 20 == 0) random.stock.clear();
@@ -176,7 +168,7 @@ TEST(Roads, AgreeOnComparisons) {
 }
 
 // A scan of a list takes texts of any length, words that collide, and whitespace without end.
-TEST(Roads, AgreeOnLongComparisons) {
+TEST(FastPaths, AgreeOnLongComparisons) {
     RandomText random(40);
     auto const colliding = joined(collidingWords(), u" ");
     std::u16string const wide =
@@ -193,10 +185,6 @@ TEST(Roads, AgreeOnLongComparisons) {
             expectSameComparison(first, second, {units(u"ab")});
         }
     }
-    // The list does give up, and maps answer.
-    Utf16String const all = units(colliding);
-    Utf16String const backwards(all.rbegin(), all.rend());
-    EXPECT_FALSE(compareByWordList(TextMeasures(all), TextMeasures(backwards), 10, {}));
     auto words = collidingWords();
     std::reverse(words.begin(), words.end());
     Component component(addIn());

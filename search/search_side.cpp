@@ -1,0 +1,82 @@
+#include "search/search_side.h"
+
+#include <algorithm>
+
+SearchSide::SearchSide(WordList const& list, std::uint32_t begin,
+                       std::span<Utf16View const> samples)
+    : list_(list), begin_(begin), samples_(samples), cancelledBy_(list.size() - begin) {
+    for (Utf16View const word : words())
+        histogram_.add(word);
+}
+
+std::optional<unsigned short> SearchSide::rarestUnit() {
+    if (samples_.empty()) return {};
+    return orderedHistogram().rarest();
+}
+
+UnitHistogram const& SearchSide::orderedHistogram() {
+    if (!isOrdered_) histogram_.orderBy(samples_);
+    isOrdered_ = true;
+    return histogram_;
+}
+
+// With a great limit few entries lack so many units, and a much longer entry is likely to lack
+// none.
+unsigned long SearchSide::missingIn(Utf16View entry, unsigned long limit) {
+    bool const isUseful = 3 * units() > 4 * limit && entry.size() <= 4 * (units() + limit) &&
+                          entry.size() <= UnitHistogram::kMaxUnits;
+    return isUseful ? orderedHistogram().missingIn(entry, limit) : 0;
+}
+
+void SearchSide::restore() {
+    ++entry_;
+    cancelledUnits_ = 0;
+}
+
+bool SearchSide::isLeftWithin(unsigned long limit, Pieces const& entryLeft) {
+    unsigned long const rows = units() - cancelledUnits_;
+    if (auto const answer = isWithinByLengths(limit, rows, entryLeft.units)) return *answer;
+    if (units() <= MatchVector<Rows64>::kRows) return isWithinRows(fewRows_, limit, entryLeft);
+    if (units() <= MatchVector<Rows128>::kRows) return isWithinRows(moreRows_, limit, entryLeft);
+    if (cancelledUnits_ == 0) return banded_.isWithinOfSame(limit, {words(), rows}, entryLeft);
+    left_.clear();
+    left_.reserve(words().size());
+    for (unsigned long i = 0; i < words().size(); ++i) {
+        if (cancelledBy_[i] != entry_) left_.push_back(words()[i]);
+    }
+    Pieces const left(left_, rows);
+    // Leaves the rows of all words in place.
+    bool const isShort = std::min(rows, entryLeft.units) <= MatchVector<Rows64>::kRows;
+    return isShort ? isWithin(limit, left, entryLeft) : banded_.isWithin(limit, left, entryLeft);
+}
+
+template <class Rows>
+SearchSide::RowsOfWords<Rows>::RowsOfWords(std::span<Utf16View const> words) {
+    unsigned long row = 0;
+    for (Utf16View const word : words) {
+        for (unsigned short const unit : word)
+            all.add(unit, row++);
+    }
+    left = all;
+}
+
+template <class Rows>
+bool SearchSide::isWithinRows(std::optional<RowsOfWords<Rows>>& rows, unsigned long limit,
+                              Pieces const& entryLeft) {
+    if (!rows) rows.emplace(words());
+    return isWithin(limit, leftOf(*rows), units() - cancelledUnits_, entryLeft);
+}
+
+template <class Rows>
+MatchVector<Rows> const& SearchSide::leftOf(RowsOfWords<Rows>& rows) const {
+    if (cancelledUnits_ == 0) return rows.all;
+    rows.left.copyRows(rows.all);
+    // From the last word on, since the rows above move down.
+    auto const all = words();
+    unsigned long row = units();
+    for (unsigned long i = all.size(); i-- > 0;) {
+        row -= all[i].size();
+        if (cancelledBy_[i] == entry_) rows.left.removeRows(row, all[i].size());
+    }
+    return rows.left;
+}

@@ -1,0 +1,83 @@
+// The search text, made ready to be held against many entries: its words, the units that they have,
+// and the rows of the matrix in which these stand.
+//
+// What is left of the text changes with each entry: its words cancel against the entry's.
+#pragma once
+
+#include <optional>
+#include <span>
+#include <vector>
+
+#include "compare/bag_distance.h"
+#include "compare/bit_parallel_distance.h"
+#include "compare/utf16_string.h"
+#include "compare/word_list.h"
+
+class SearchSide {
+public:
+    // Its words are those of `list` from `begin` on, of 1000 units in all at most. `samples` are
+    // texts that entries are like, or empty, and make no difference to an answer. All outlive this.
+    SearchSide(WordList const& list, std::uint32_t begin, std::span<Utf16View const> samples);
+
+    // Of all words.
+    unsigned long units() const { return histogram_.size(); }
+
+    // A unit of the words that few entries hold, as far as the samples tell; nothing where there is
+    // none, or no sample.
+    std::optional<unsigned short> rarestUnit();
+
+    // Of the units of the words, those that `entry` lacks: at least so many. Counted where they are
+    // likely to be more than `limit`; else 0.
+    unsigned long missingIn(Utf16View entry, unsigned long limit);
+
+    // Before another entry cancels words.
+    void restore();
+    // The entry has the word. False when it had it already.
+    bool cancel(unsigned long word) {
+        if (cancelledBy_[word] == entry_) return false;
+        cancelledBy_[word] = entry_;
+        cancelledUnits_ += words()[word].size();
+        return true;
+    }
+    unsigned long cancelledUnits() const { return cancelledUnits_; }
+
+    // True when what is left is within `limit` edits of what is left of the entry.
+    bool isLeftWithin(unsigned long limit, Pieces const& entryLeft);
+
+private:
+    // The rows of all words, and of those that are left.
+    template <class Rows>
+    struct RowsOfWords {
+        explicit RowsOfWords(std::span<Utf16View const> words);
+
+        MatchVector<Rows> all;
+        MatchVector<Rows> left;
+    };
+
+    UnitHistogram const& orderedHistogram();
+    template <class Rows>
+    bool isWithinRows(std::optional<RowsOfWords<Rows>>& rows, unsigned long limit,
+                      Pieces const& entryLeft);
+    template <class Rows>
+    MatchVector<Rows> const& leftOf(RowsOfWords<Rows>& rows) const;
+
+    // The list grows, and what it holds behind them changes.
+    std::span<Utf16View const> words() const {
+        return list_.words().subspan(begin_, cancelledBy_.size());
+    }
+
+    WordList const& list_;
+    std::uint32_t const begin_;
+    std::span<Utf16View const> const samples_;
+    UnitHistogram histogram_;
+    bool isOrdered_ = false;  // the histogram is, from its first use on
+
+    std::uint32_t entry_ = 0;                 // the number of the one at hand
+    std::vector<std::uint32_t> cancelledBy_;  // by word: the last entry that has it
+    unsigned long cancelledUnits_ = 0;
+
+    std::optional<RowsOfWords<Rows64>> fewRows_;    // of up to 64 units
+    std::optional<RowsOfWords<Rows128>> moreRows_;  // of up to 128
+    BandedDistance banded_;                         // of more
+    std::vector<Utf16View> left_;
+};
