@@ -2,7 +2,9 @@
 // the high half into the low one. Each step can be undone: for any b and any result there is one a.
 #include "bench/colliding_words.h"
 
+#include <cstring>
 #include <random>
+#include <set>
 #include <stdexcept>
 
 #include "compare/word_list.h"
@@ -28,28 +30,66 @@ std::uint64_t undo(std::uint64_t hash) {
     return (hash ^ hash >> 32U) * inverseOf(kMultiplier);
 }
 
-}  // namespace
+std::uint64_t hashOfWord(std::u16string const& word) {
+    return hashOf({host_client::hostUnits(word.data()), word.size()});
+}
 
-std::u16string collidingWords(std::size_t count) {
-    std::mt19937_64 engine(1);
-    std::u16string words;
-    words.reserve(count * 9);
-    for (std::uint64_t high = 0; count > 0; ++high) {
-        std::uint64_t const b = engine();
-        std::uint64_t const a = undo(undo(high << 32U | kSharedHalf) ^ b) ^ kSeed;
-        std::u16string word(2 * kStride, u'\0');
-        std::memcpy(word.data(), &a, sizeof a);
-        std::memcpy(word.data() + kStride, &b, sizeof b);
-        if (word.find_first_of(u" \t\n\r;") != word.npos || word.find(u'\0') != word.npos) continue;
-        if (static_cast<std::uint32_t>(
-                hashOf({host_client::hostUnits(word.data()), word.size()})) != kSharedHalf) {
-            throw std::logic_error("the hash is another one: no words that collide");
-        }
-        if (!words.empty()) words += u' ';
-        words += word;
-        --count;
+bool isWord(std::u16string const& word) {
+    return word.find_first_of(std::u16string_view(u" \t\n\r;\0", 6)) == word.npos;
+}
+
+// Calls `make` until there are so many different words for which `isWanted`.
+template <class Make, class IsWanted>
+std::vector<std::u16string> collect(std::size_t count, Make const& make, IsWanted const& isWanted) {
+    std::set<std::u16string> seen;
+    std::vector<std::u16string> words;
+    while (words.size() < count) {
+        auto const word = make();
+        if (isWord(word) && isWanted(word) && seen.insert(word).second) words.push_back(word);
     }
     return words;
+}
+
+auto randomWord(std::size_t units) {
+    return [units, engine = std::mt19937_64(1)]() mutable {
+        std::u16string word;
+        while (word.size() < units)
+            word += static_cast<char16_t>(engine());
+        return word;
+    };
+}
+
+std::u16string hashedTo(std::uint64_t hash, std::uint64_t b) {
+    std::uint64_t const a = undo(undo(hash) ^ b) ^ kSeed;
+    std::u16string word(2 * kStride, u'\0');
+    std::memcpy(word.data(), &a, sizeof a);
+    std::memcpy(word.data() + kStride, &b, sizeof b);
+    return word;
+}
+
+}  // namespace
+
+std::vector<std::u16string> randomWords(std::size_t count, std::size_t units) {
+    auto make = randomWord(units);
+    return collect(
+        count, [&] { return make(); }, [](auto const&) { return true; });
+}
+
+std::vector<std::u16string> collidingWords(std::size_t count, std::size_t units) {
+    if (units != 2 * kStride) {
+        auto make = randomWord(units);
+        return collect(
+            count, [&] { return make(); },
+            [](auto const& word) { return hashOfWord(word) % 4096 == 77; });
+    }
+    std::mt19937_64 engine(1);
+    std::uint64_t high = 0;
+    return collect(
+        count, [&] { return hashedTo(++high << 32U | kSharedHalf, engine()); },
+        [](auto const& word) {
+            if (static_cast<std::uint32_t>(hashOfWord(word)) == kSharedHalf) return true;
+            throw std::logic_error("the hash is another one: no words that collide");
+        });
 }
 
 }  // namespace bench

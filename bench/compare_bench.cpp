@@ -4,7 +4,8 @@
 
 #include "bench/bench_texts.h"
 #include "bench/cases.h"
-#include "bench/contenders.h"
+#include "bench/colliding_words.h"
+#include "bench/subjects.h"
 
 namespace bench {
 
@@ -19,7 +20,7 @@ void addPairs(std::string const& name, int percent, MakePair const& makePair) {
         Pairs pairs;
         for (unsigned i = 0; i < kPairs; ++i)
             pairs.push_back(makePair(i));
-        race(state, {compareHeat(pairs, percent)}, kPairs);
+        race(state, {compareCase(pairs, percent)}, kPairs);
     });
 }
 
@@ -41,6 +42,14 @@ std::u16string oneWord(std::size_t length, unsigned seed) {
     std::erase(word, u' ');
     word.resize(length);
     return word;
+}
+
+// One half of the words against the other.
+Pairs pairOf(std::vector<std::u16string> const& words) {
+    std::u16string texts[2];
+    for (std::size_t i = 0; i < words.size(); ++i)
+        texts[i % 2] += words[i] + u' ';
+    return {{texts[0], texts[1]}};
 }
 
 }  // namespace
@@ -72,7 +81,12 @@ void addCompareCases() {
             });
         }
     }
-    addCase("component", [](auto& state) { race(state, {componentHeat()}, 1); });
+    addCase("compare/attack", [](auto& state) {
+        Pairs const colliding = pairOf(collidingWords(400, 4));
+        Pairs const ordinary = pairOf(randomWords(400, 4));
+        race(state, {attackCase(colliding, ordinary, 40)}, 1);
+    });
+    addCase("component", [](auto& state) { race(state, {componentCase()}, 1); });
 }
 
 }  // namespace bench

@@ -18,9 +18,9 @@ namespace bench {
 namespace {
 
 template <class Distance>
-void addDistance(Heat& heat, char const* name, Distance const& distance) {
+void addDistance(Case& measured, char const* name, Distance const& distance) {
     auto const last = std::make_shared<unsigned long>();
-    heat.push_back(
+    measured.push_back(
         {name, [last, distance] { *last = distance(); }, [last] { return Answer{*last}; }});
 }
 
@@ -40,18 +40,19 @@ void raceDistance(benchmark::State& state, std::size_t length, bool isNear, bool
     auto const second = isNear ? mistyped(first, 20, 5) : text(length, isCyrillic, 4);
     Utf16String const a(first.begin(), first.end());
     Utf16String const b(second.begin(), second.end());
-    Heat heat;
-    addDistance(heat, "ours", [&] { return GeneralizedLevensteinDistance(a, b, 1, 1, 1); });
-    addDistance(heat, "plain", [&] { return weightedDistance(a, b, 1, 1, 1); });
+    Case measured;
+    addDistance(measured, "ours", [&] { return GeneralizedLevensteinDistance(a, b, 1, 1, 1); });
+    addDistance(measured, "plain", [&] { return weightedDistance(a, b, 1, 1, 1); });
 #ifdef NEAR_TEXT_EDLIB
     std::string const narrowA(a.begin(), a.end());
     std::string const narrowB(b.begin(), b.end());
-    if (!isCyrillic) addDistance(heat, "edlib", [&] { return distanceOfEdlib(narrowA, narrowB); });
+    if (!isCyrillic)
+        addDistance(measured, "edlib", [&] { return distanceOfEdlib(narrowA, narrowB); });
 #endif
 #ifdef NEAR_TEXT_RAPIDFUZZ
-    addDistance(heat, "levenshtein", [&] { return rapidfuzz::levenshtein_distance(a, b); });
+    addDistance(measured, "levenshtein", [&] { return rapidfuzz::levenshtein_distance(a, b); });
 #endif
-    race(state, {heat}, 1);
+    race(state, {measured}, 1);
 }
 
 }  // namespace

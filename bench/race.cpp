@@ -12,7 +12,7 @@ namespace bench {
 namespace {
 
 constexpr double kTurn = 3e6;      // in nanoseconds
-constexpr double kBudget = 250e6;  // a contender's, for all heats
+constexpr double kBudget = 250e6;  // a subject's, for all cases
 constexpr int kFewestTurns = 3;    // where one call takes longer than the budget
 
 double processorTime() {
@@ -30,17 +30,15 @@ double timeOf(std::function<void()> const& run, long calls) {
 
 class Runner {
 public:
-    explicit Runner(Contender const& contender, double budget)
-        : contender_(contender), budget_(budget), spent_(timeOf(contender.run, 1)), best_(spent_) {}
+    explicit Runner(Subject const& subject, double budget)
+        : subject_(subject), budget_(budget), spent_(timeOf(subject.run, 1)), best_(spent_) {}
 
-    bool isDone() const {
-        return spent_ >= budget_ && (contender_.isSlow || turns_ >= kFewestTurns);
-    }
+    bool isDone() const { return spent_ >= budget_ && (subject_.isSlow || turns_ >= kFewestTurns); }
 
     void takeTurn() {
-        double const unmeasured = timeOf(contender_.run, 1);
+        double const unmeasured = timeOf(subject_.run, 1);
         long const calls = std::max(1L, static_cast<long>(kTurn / best_));
-        double const time = timeOf(contender_.run, calls);
+        double const time = timeOf(subject_.run, calls);
         double const mean = time / static_cast<double>(calls);
         // The very first call may have met cold caches.
         best_ = turns_ == 0 ? mean : std::min(best_, mean);
@@ -51,23 +49,23 @@ public:
     double best() const { return best_; }
 
 private:
-    Contender const& contender_;
+    Subject const& subject_;
     double const budget_;
     double spent_;
     double best_;  // nanoseconds of a call
     int turns_ = 0;
 };
 
-void checkAnswer(Answer const& expected, Contender const& contender) {
-    if (contender.answer() == expected) return;
-    throw std::logic_error("the answers of " + contender.name + " differ");
+void checkAnswer(Answer const& expected, Subject const& subject) {
+    if (subject.answer() == expected) return;
+    throw std::logic_error("the answers of " + subject.name + " differ");
 }
 
-std::vector<double> timesOf(Heat const& heat, double budget) {
+std::vector<double> timesOf(Case const& measured, double budget) {
     std::vector<Runner> runners;
-    for (auto const& contender : heat) {
-        runners.emplace_back(contender, budget);
-        if (contender.answer) checkAnswer(heat.front().answer(), contender);
+    for (auto const& subject : measured) {
+        runners.emplace_back(subject, budget);
+        if (subject.answer) checkAnswer(measured.front().answer(), subject);
     }
     for (bool isAnyLeft = true; isAnyLeft;) {
         isAnyLeft = false;
@@ -85,24 +83,24 @@ std::vector<double> timesOf(Heat const& heat, double budget) {
 
 }  // namespace
 
-void race(benchmark::State& state, std::vector<Heat> const& heats, double items) {
+void race(benchmark::State& state, std::vector<Case> const& cases, double items) {
     std::map<std::string, double> totals;
-    for (auto const& heat : heats) {
-        auto const times = timesOf(heat, kBudget / static_cast<double>(heats.size()));
-        for (std::size_t i = 0; i < heat.size(); ++i)
-            totals[heat[i].name] += times[i];
+    for (auto const& measured : cases) {
+        auto const times = timesOf(measured, kBudget / static_cast<double>(cases.size()));
+        for (std::size_t i = 0; i < measured.size(); ++i)
+            totals[measured[i].name] += times[i];
     }
     for (auto const& [name, nanoseconds] : totals)
         state.counters[name + "_ns"] = nanoseconds / items;
     for (auto _ : state)
-        state.SetIterationTime(totals[heats.front().front().name] / items * 1e-9);
+        state.SetIterationTime(totals[cases.front().front().name] / items * 1e-9);
 }
 
-void weigh(benchmark::State& state, Heat const& heat) {
-    for (auto const& contender : heat) {
-        contender.run();  // so that what is kept from call to call is there
-        state.counters[contender.name + "_bytes"] = static_cast<double>(peakBytesOf(contender.run));
-        checkAnswer(heat.front().answer(), contender);
+void weigh(benchmark::State& state, Case const& measured) {
+    for (auto const& subject : measured) {
+        subject.run();  // so that what is kept from call to call is there
+        state.counters[subject.name + "_bytes"] = static_cast<double>(peakBytesOf(subject.run));
+        checkAnswer(measured.front().answer(), subject);
     }
     for (auto _ : state)
         state.SetIterationTime(1e-9);  // nothing was timed

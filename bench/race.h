@@ -16,22 +16,22 @@ namespace bench {
 // Indices of matches, or a 1 for each pair that is alike.
 using Answer = std::vector<unsigned long>;
 
-struct Contender {
+struct Subject {
     std::string name;
     std::function<void()> run;
     std::function<Answer()> answer;  // of the last run; none where an answer means something else
     bool isSlow = false;             // its very first call counts where it takes long
 };
 
-// Contenders at the same thing. What they work on outlives them.
-using Heat = std::vector<Contender>;
+// Subjects at the same thing. What they work on outlives them.
+using Case = std::vector<Subject>;
 
-// Times the heats and counts `NAME_ns`, a contender's time for all of them divided by `items`.
+// Times the cases and counts `NAME_ns`, a subject's time for all of them divided by `items`.
 // Throws std::logic_error when the answers differ.
-void race(benchmark::State& state, std::vector<Heat> const& heats, double items);
+void race(benchmark::State& state, std::vector<Case> const& cases, double items);
 
-// Counts `NAME_bytes`, what a contender's call holds in blocks at its peak.
-void weigh(benchmark::State& state, Heat const& heat);
+// Counts `NAME_bytes`, what a subject's call holds in blocks at its peak.
+void weigh(benchmark::State& state, Case const& measured);
 
 // Registers a benchmark that runs once.
 void addCase(std::string const& name, std::function<void(benchmark::State&)> const& run);

@@ -2,7 +2,7 @@
 #include <algorithm>
 #include <memory>
 
-#include "bench/contenders.h"
+#include "bench/subjects.h"
 #include "compare/limit.h"
 #ifdef NEAR_TEXT_RAPIDFUZZ
 #include <rapidfuzz/distance/Levenshtein.hpp>
@@ -28,41 +28,42 @@ Entries cut(SearchArguments const& arguments) {
 }
 
 template <class IsMatch>
-void addScorer(Heat& heat, char const* name, std::shared_ptr<Entries const> const& entries,
+void addScorer(Case& measured, char const* name, std::shared_ptr<Entries const> const& entries,
                IsMatch const& isMatch) {
-    heat.push_back({name,
-                    [entries, isMatch] {
-                        auto const matches =
-                            std::count_if(entries->begin(), entries->end(), isMatch);
-                        benchmark::DoNotOptimize(matches);
-                    },
-                    nullptr, true});
+    measured.push_back({name,
+                        [entries, isMatch] {
+                            auto const matches =
+                                std::count_if(entries->begin(), entries->end(), isMatch);
+                            benchmark::DoNotOptimize(matches);
+                        },
+                        nullptr, true});
 }
 
 template <class Ratio>
-void addRatio(Heat& heat, char const* name, std::shared_ptr<Entries const> const& entries,
+void addRatio(Case& measured, char const* name, std::shared_ptr<Entries const> const& entries,
               SearchArguments const& arguments) {
-    // Shared, since a contender is copied.
+    // Shared, since a subject is copied.
     auto const scorer = std::make_shared<Ratio>(arguments.text);
     double const percent = arguments.percentLong;
-    addScorer(heat, name, entries, [scorer, percent](std::u16string_view entry) {
+    addScorer(measured, name, entries, [scorer, percent](std::u16string_view entry) {
         return scorer->similarity(entry, percent) >= percent;
     });
 }
 
 }  // namespace
 
-void addScorers(Heat& heat, SearchArguments const& arguments) {
+void addScorers(Case& measured, SearchArguments const& arguments) {
     namespace fuzz = rapidfuzz::fuzz;
     auto const entries = std::make_shared<Entries const>(cut(arguments));
-    addRatio<fuzz::CachedTokenSortRatio<char16_t>>(heat, "token_sort_ratio", entries, arguments);
-    addRatio<fuzz::CachedTokenSetRatio<char16_t>>(heat, "token_set_ratio", entries, arguments);
-    addRatio<fuzz::CachedRatio<char16_t>>(heat, "ratio", entries, arguments);
+    addRatio<fuzz::CachedTokenSortRatio<char16_t>>(measured, "token_sort_ratio", entries,
+                                                   arguments);
+    addRatio<fuzz::CachedTokenSetRatio<char16_t>>(measured, "token_set_ratio", entries, arguments);
+    addRatio<fuzz::CachedRatio<char16_t>>(measured, "ratio", entries, arguments);
 
     using Levenshtein = rapidfuzz::CachedLevenshtein<char16_t>;
     auto const scorer = std::make_shared<Levenshtein>(arguments.text);
     Tolerance const tolerance(static_cast<unsigned long>(arguments.percentLong));
-    addScorer(heat, "levenshtein", entries,
+    addScorer(measured, "levenshtein", entries,
               [scorer, tolerance, length = arguments.text.size()](std::u16string_view entry) {
                   unsigned long const limit = tolerance.limit(std::max(entry.size(), length));
                   return scorer->distance(entry, limit) <= limit;
@@ -71,7 +72,7 @@ void addScorers(Heat& heat, SearchArguments const& arguments) {
 
 #else
 
-void addScorers(Heat&, SearchArguments const&) {}
+void addScorers(Case&, SearchArguments const&) {}
 
 #endif
 

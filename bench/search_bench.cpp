@@ -4,7 +4,7 @@
 #include "bench/bench_texts.h"
 #include "bench/cases.h"
 #include "bench/colliding_words.h"
-#include "bench/contenders.h"
+#include "bench/subjects.h"
 
 namespace bench {
 
@@ -50,11 +50,11 @@ struct Search {
 };
 
 void raceSearch(benchmark::State& state, Search const& search, int percent) {
-    race(state, {searchHeat(search.arguments(percent))}, 1);
+    race(state, {searchCase(search.arguments(percent))}, 1);
 }
 
 void weighSearch(benchmark::State& state, Search const& search, int percent) {
-    weigh(state, searchHeat(search.arguments(percent)));
+    weigh(state, searchCase(search.arguments(percent)));
 }
 
 void addPercents() {
@@ -62,13 +62,13 @@ void addPercents() {
         addCase("search_by_percent/" + std::to_string(percent), [percent](auto& state) {
             auto const dictionary = join(entries(kEntries));
             auto const texts = searchTexts();
-            std::vector<Heat> heats;
+            std::vector<Case> cases;
             for (auto const& text : texts) {
                 SearchArguments const search{text, dictionary, u';', 50, percent, percent, {}};
-                heats.push_back(searchHeat(search));
-                addScorers(heats.back(), search);
+                cases.push_back(searchCase(search));
+                addScorers(cases.back(), search);
             }
-            race(state, heats, kSearchTexts * kEntries);
+            race(state, cases, kSearchTexts * kEntries);
         });
     }
 }
@@ -121,8 +121,90 @@ Search inWords() {
     return {text(1000, false, 22), text(1'000'000, false, 21), {}};
 }
 
+std::u16string joined(std::vector<std::u16string> const& words, char16_t with) {
+    std::u16string text;
+    for (auto const& word : words)
+        (text += word) += with;
+    return text;
+}
+
 Search inCollidingWords() {
-    return {u"bad cat", collidingWords(250'000), {}};
+    return {u"bad cat", joined(collidingWords(110'000, 8), u' '), {}};
+}
+
+// A list that was made to be slow, and one of the same size and form that was not.
+struct Attack {
+    char const* name;
+    int percent;
+    Search (*make)(bool isAttack);
+};
+
+std::vector<std::u16string> eightUnits(std::size_t count, bool doCollide) {
+    return doCollide ? collidingWords(count, 8) : randomWords(count, 8);
+}
+
+// Seventy of the exclusions collide.
+Search withExclusions(bool isAttack) {
+    auto exclusions = randomWords(30'000, 8);
+    auto const few = eightUnits(70, isAttack);
+    std::copy(few.begin(), few.end(), exclusions.begin());
+    return {searchText(), join(entries(5'000)).substr(0, 300'000), joined(exclusions, u';')};
+}
+
+// All exclusions and all entries do.
+Search withOnlyExclusions(bool isAttack) {
+    auto const words = eightUnits(60'000, isAttack);
+    return {searchText(), joined({words.begin() + 20'000, words.end()}, u';'),
+            joined({words.begin(), words.begin() + 30'000}, u';')};
+}
+
+Search forManyWords(bool isAttack) {
+    auto const words = isAttack ? collidingWords(66, 2) : randomWords(66, 2);
+    std::u16string searched = joined(words, u' ');
+    for (char16_t unit = 0x4E00; searched.size() < 937; ++unit)
+        searched += {unit, u' '};
+    return {searched, join(entries(5'000)).substr(0, 300'000), {}};
+}
+
+Search inOneEntry(bool isAttack) {
+    return {u"bad cat", joined(eightUnits(110'000, isAttack), u' '), {}};
+}
+
+// Blanks let the limit rise to one less than the units of the long word, where lengths do not
+// settle the distance of a short entry. Ordinary are the entries of a real list.
+Search forLongWord(bool isAttack, std::size_t length, std::u16string const& shared,
+                   std::u16string const& entry) {
+    std::u16string searched = longText(1200);
+    std::erase(searched, u' ');
+    searched.resize(length);
+    searched += shared;
+    searched.resize(length + 9, u' ');
+    std::u16string dictionary;
+    while (dictionary.size() < 60'000)
+        dictionary += entry;
+    if (!isAttack) dictionary = join(entries(2'000)).substr(0, dictionary.size());
+    return {searched, dictionary, {}};
+}
+
+constexpr Attack kAttacks[] = {
+    {"exclusions", 85, withExclusions},
+    {"exclusions_alone", 85, withOnlyExclusions},
+    {"search_words", 60, forManyWords},
+    {"one_entry", 60, inOneEntry},
+    {"one_unit_entries", 1, [](bool isAttack) { return forLongWord(isAttack, 980, u"", u"e;"); }},
+    {"shared_words", 1, [](bool isAttack) { return forLongWord(isAttack, 981, u" x", u"x e;"); }},
+};
+
+void addAttacks() {
+    for (auto const& attack : kAttacks) {
+        addCase(std::string("search_corner/attack/") + attack.name, [&attack](auto& state) {
+            Search const slow = attack.make(true);
+            Search const ordinary = attack.make(false);
+            race(state,
+                 {attackCase(slow.arguments(attack.percent), ordinary.arguments(attack.percent))},
+                 1);
+        });
+    }
 }
 
 std::vector<Corner> const& corners() {
@@ -170,6 +252,7 @@ void addSearchCases() {
     addPercents();
     addSizes();
     addCorners();
+    addAttacks();
     addMemory();
 }
 

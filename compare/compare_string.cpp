@@ -17,7 +17,7 @@ bool NearTextComparer::compareString(_tVariant const* params, _tVariant* ret) {
         return false;
     }
     std::vector<Utf16String> const exclusions;
-    bool const isAlike = distance.wordInsansitiveCompareStrings(
+    bool const isAlike = distance_.wordInsansitiveCompareStrings(
         first.value.wideString, first.length, second.value.wideString, second.length, percent,
         exclusions);
     ret->value.boolean = isAlike ? 1 : 0;

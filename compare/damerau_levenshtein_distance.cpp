@@ -7,8 +7,8 @@
 
 DamerauLevenshteinDistance::DamerauLevenshteinDistance() {
     for (unsigned long k = 0; k <= kMaxLength; ++k) {
-        table[k][0] = k;
-        table[0][k] = k;
+        table_[k][0] = k;
+        table_[0][k] = k;
     }
 }
 
@@ -36,17 +36,17 @@ bool DamerauLevenshteinDistance::compareStrings(unsigned short const* first,
         for (unsigned long j = 1; j <= secondLength; ++j) {
             unsigned long const cost = first[i - 1] == second[j - 1] ? 0 : 1;
             unsigned long cell =
-                std::min({table[i - 1][j] + 1, table[i][j - 1] + 1, table[i - 1][j - 1] + cost});
+                std::min({table_[i - 1][j] + 1, table_[i][j - 1] + 1, table_[i - 1][j - 1] + cost});
             bool const isTransposed =
                 i > 1 && j > 1 && first[i - 1] == second[j - 2] && first[i - 2] == second[j - 1];
-            if (isTransposed) cell = std::min(cell, table[i - 2][j - 2] + cost);
-            table[i][j] = cell;
+            if (isTransposed) cell = std::min(cell, table_[i - 2][j - 2] + cost);
+            table_[i][j] = cell;
             isAlive = isAlive || isWithin(cell);
         }
         // No later row holds less than the least of this one.
         if (!isAlive) return false;
     }
-    return isWithin(table[firstLength][secondLength]);
+    return isWithin(table_[firstLength][secondLength]);
 }
 
 void DamerauLevenshteinDistance::serchDuplicates(

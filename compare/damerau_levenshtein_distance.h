@@ -79,5 +79,5 @@ private:
 
     // Cell [i][j] is the distance of the first i units of one text and the first j of the other.
     // Row 0 and column 0 never change; every other cell is written before it is read.
-    unsigned long table[kMaxLength + 1][kMaxLength + 1];
+    unsigned long table_[kMaxLength + 1][kMaxLength + 1];
 };

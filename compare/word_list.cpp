@@ -5,7 +5,9 @@
 
 void WordList::reserve(unsigned long capacity) {
     if (capacity <= capacity_) return;
-    capacity = std::min(std::max(capacity, 2UL * capacity_), kMaxCapacity);
+    // A tree takes longer to build anew.
+    unsigned long const factor = tree_ ? 8 : 2;
+    capacity = std::min(std::max(capacity, factor * capacity_), kMaxCapacity);
     std::uint32_t const formerlyAppended = slotOfAppended();
     words_.enlarge(capacity, size_);
     slotOf_.enlarge(capacity, size_);

@@ -45,16 +45,16 @@ void giveOut(HostMemoryManager& manager, void** block, wchar_t const* text) {
 }  // namespace
 
 bool NearTextComparer::RegisterExtensionAs(unsigned short** out) {
-    if (memManager == nullptr) return false;
+    if (memManager_ == nullptr) return false;
     // A refusal leaves the host without the name, yet the extension is registered.
-    giveOut(*memManager, reinterpret_cast<void**>(out), kExtensionName);
+    giveOut(*memManager_, reinterpret_cast<void**>(out), kExtensionName);
     return true;
 }
 
 unsigned short const* NearTextComparer::nameForHost(wchar_t const* name) {
-    if (name == nullptr || memManager == nullptr) return nullptr;
+    if (name == nullptr || memManager_ == nullptr) return nullptr;
     void* block = nullptr;
-    giveOut(*memManager, &block, name);
+    giveOut(*memManager_, &block, name);
     return static_cast<unsigned short const*>(block);
 }
 

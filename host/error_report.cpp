@@ -11,16 +11,16 @@ wchar_t const NearTextComparer::kErrorMessages[3][2][500] = {
 };
 
 wchar_t const* NearTextComparer::getErrorDescr(Error error) const {
-    return kErrorMessages[error][russianLocale ? 1 : 0];
+    return kErrorMessages[error][russianLocale_ ? 1 : 0];
 }
 
 void NearTextComparer::addError(unsigned int code, wchar_t const* source,
                                 wchar_t const* description, long scode) {
-    if (connection == nullptr) return;
+    if (connection_ == nullptr) return;
     auto const narrowSource = narrow(source);
     auto const narrowDescription = narrow(description);
-    connection->reportError(static_cast<unsigned short>(code), narrowSource.get(),
-                            narrowDescription.get(), scode);
+    connection_->reportError(static_cast<unsigned short>(code), narrowSource.get(),
+                             narrowDescription.get(), scode);
 }
 
 void NearTextComparer::reportFailure(Error error) {

@@ -17,24 +17,24 @@ constexpr wchar_t const* kLocaleNames[] = {L"ru",  L"ru_ru",   L"ru_RU",
 // The constructor of a stream that names no mode is a newer symbol than any other here, where a
 // compiler does not inline it.
 NearTextComparer::NearTextComparer()
-    : connection(nullptr),
-      memManager(nullptr),
-      russianLocale(false),
-      numberStream(std::ios_base::in | std::ios_base::out) {
+    : connection_(nullptr),
+      memManager_(nullptr),
+      russianLocale_(false),
+      numberStream_(std::ios_base::in | std::ios_base::out) {
     // The host's process may have set a global locale that groups digits.
-    numberStream.imbue(std::locale::classic());
+    numberStream_.imbue(std::locale::classic());
     // Stream operators swallow what is thrown inside them unless told to pass it on.
-    numberStream.exceptions(std::ios_base::badbit | std::ios_base::failbit);
+    numberStream_.exceptions(std::ios_base::badbit | std::ios_base::failbit);
 }
 
 bool NearTextComparer::Init(void* hostConnection) {
-    connection = static_cast<HostConnection*>(hostConnection);
-    return connection != nullptr;
+    connection_ = static_cast<HostConnection*>(hostConnection);
+    return connection_ != nullptr;
 }
 
 bool NearTextComparer::setMemManager(void* hostMemoryManager) {
-    memManager = static_cast<HostMemoryManager*>(hostMemoryManager);
-    return memManager != nullptr;
+    memManager_ = static_cast<HostMemoryManager*>(hostMemoryManager);
+    return memManager_ != nullptr;
 }
 
 long NearTextComparer::GetInfo() {
@@ -67,7 +67,7 @@ void NearTextComparer::setRussianLocaleFlag(unsigned short const* locale) {
     auto const name = widen(locale);
     for (wchar_t const* russian : kLocaleNames) {
         if (std::wcscmp(name.get(), russian) == 0) {
-            russianLocale = true;
+            russianLocale_ = true;
             return;
         }
     }

@@ -91,12 +91,12 @@ private:
                            unsigned short const* name, unsigned int count) const;
     unsigned short const* nameForHost(wchar_t const* name);
 
-    // Rows are the values 0 to 2 of Error, columns the values of `russianLocale`.
+    // Rows are the values 0 to 2 of Error, columns the values of `russianLocale_`.
     static wchar_t const kErrorMessages[3][2][500];
 
-    HostConnection* connection;
-    HostMemoryManager* memManager;
-    bool russianLocale;
-    DamerauLevenshteinDistance distance;
-    std::basic_stringstream<wchar_t> numberStream;  // turns numbers into text
+    HostConnection* connection_;
+    HostMemoryManager* memManager_;
+    bool russianLocale_;
+    DamerauLevenshteinDistance distance_;
+    std::basic_stringstream<wchar_t> numberStream_;  // turns numbers into text
 };

@@ -3,23 +3,48 @@
 #include <exception>
 #include <new>
 
+#include "near_text/messages/interrupt.h"
 #include "near_text/messages/messages.h"
 #include "near_text/output/output.h"
 #include "near_text/program.h"
 
-int main(int argc, char** argv) {
-    using near_text::Status;
-    Status status = Status::Error;
-    std::signal(SIGPIPE, SIG_IGN);  // a failed write is reported instead
-    near_text::holdStandardStreams();
+namespace near_text {
+
+namespace {
+
+// Throws std::bad_alloc alone.
+Status runAndComplain(int argc, char** argv) {
     try {
-        status = near_text::runProgram(argc, argv);
-    } catch (near_text::NobodyReads const&) {
-        status = near_text::endedBy(SIGPIPE);
+        catchSignals();
+        Status const status = runProgram(argc, argv);
+        return signalCaught() == 0 ? status : endedBy(signalCaught());
+    } catch (BrokenPipe const&) {
+        return endedBy(SIGPIPE);
+    } catch (Interrupted const& interrupted) {
+        complain(interrupted.what());
+        return endedBy(signalCaught());
     } catch (std::bad_alloc const&) {
-        near_text::complain("out of memory");
+        throw;
     } catch (std::exception const& error) {
-        near_text::complain(error.what());
+        complain(error.what());
+        return Status::Error;
+    }
+}
+
+}  // namespace
+
+}  // namespace near_text
+
+int main(int argc, char** argv) {
+    // A write that fails is reported instead.
+    std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
+    near_text::holdStandardStreams();
+    auto status = near_text::Status::Error;
+    try {
+        status = near_text::runAndComplain(argc, argv);
+    } catch (std::bad_alloc const&) {
+        near_text::complainOfMemory();
     }
     return static_cast<int>(status);
 }

@@ -51,9 +51,12 @@ bool allocateResult(HostMemoryManager* manager, _tVariant::Value& out, unsigned 
 
 bool NearTextComparer::createReturnString(_tVariant* ret,
                                           std::vector<unsigned long> const& indices) {
-    unsigned long const total = unitsOfList(indices);
+    unsigned long const total = unitsOfList(indices.size(), [&indices](unsigned long number) {
+        auto const from = std::lower_bound(indices.begin(), indices.end(), number);
+        return static_cast<unsigned long>(indices.end() - from);
+    });
     if (total - 1 > std::numeric_limits<decltype(ret->length)>::max() ||
-        !allocateResult(memManager, ret->value, total * sizeof(unsigned short))) {
+        !allocateResult(memManager_, ret->value, total * sizeof(unsigned short))) {
         reportFailure(InternalError);
         return false;
     }
@@ -62,8 +65,8 @@ bool NearTextComparer::createReturnString(_tVariant* ret,
     unsigned long end = 0;
     for (unsigned long i = 0; i < indices.size(); i += kNumbersHeld) {
         auto const some = std::span(indices).subspan(i, std::min(kNumbersHeld, indices.size() - i));
-        std::streamoff const held = hold(numberStream, some);
-        numberStream.read(wide.data(), held);
+        std::streamoff const held = hold(numberStream_, some);
+        numberStream_.read(wide.data(), held);
         auto const units = static_cast<unsigned long>(held);
         narrowInto(text + end, wide.data(), units);
         end += units;

@@ -28,6 +28,19 @@ unsigned long firstCapacity(Utf16View searchText, Utf16View exclusions, unsigned
     return TextMeasures(searchText).words + entryWords + std::min(exclusions.size() / 2 + 1, kMost);
 }
 
+// Which of 2^kBits places a word has. Not the hash of the word list, so that words chosen to
+// collide there are still told apart here.
+template <unsigned kBits>
+unsigned long placeOf(Utf16View word) {
+    constexpr std::uint64_t kOfBegin = 0xD1342543DE82EF95;
+    constexpr std::uint64_t kOfEnd = 0xF1357AEA2E62A9C5;
+    unsigned long const size = word.size();
+    std::uint64_t const begin =
+        size < kStride ? loadFew(word.data(), size) : loadStride(word.data());
+    std::uint64_t const end = size < kStride ? size : loadStride(word.data() + size - kStride);
+    return (begin * kOfBegin + (end ^ size) * kOfEnd) >> (64 - kBits);
+}
+
 }  // namespace
 
 EntryMatcher::EntryMatcher(Utf16View searchText, Utf16View exclusions, unsigned short separator,
@@ -129,18 +142,18 @@ unsigned long EntryMatcher::take(Utf16View word) {
     return isSearched && search_->cancel(place - exclusionsEnd_) ? word.size() : 0;
 }
 
-// A hash that is new belongs to a word that is new, so this never counts a repeat, and an excluded
+// A place that is new belongs to a word that is new, so this never counts a repeat, and an excluded
 // word neither.
 bool EntryMatcher::hasMoreUnits(Utf16View entry, unsigned long mostUnits) {
     // They have to be marked anew for each entry.
     if (exclusionsEnd_ > kEntryWords) return false;
-    if (!hashes_) hashes_ = std::make_unique<Hashes>();
-    hashes_->reset();
+    if (!seen_) seen_ = std::make_unique<Seen>();
+    seen_->reset();
     auto const isNew = [this](Utf16View word) {
-        auto hash = (*hashes_)[hashOf(word) % hashes_->size()];
-        bool const wasSet = hash;
-        hash = true;
-        return !wasSet;
+        auto place = (*seen_)[placeOf<kSeenBits>(word)];
+        bool const wasSeen = place;
+        place = true;
+        return !wasSeen;
     };
     for (Utf16View const word : words_.words().first(exclusionsEnd_))
         isNew(word);

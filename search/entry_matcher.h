@@ -41,8 +41,9 @@ public:
     bool isMatch(Utf16View entry, unsigned short const* textEnd, unsigned long limit);
 
 private:
-    // Which of 2^17 hashes came up.
-    using Hashes = std::bitset<1UL << 17>;
+    // Which places came up.
+    static constexpr unsigned kSeenBits = 17;
+    using Seen = std::bitset<1UL << kSeenBits>;
 
     // Cancels the entry's words against the search side's, and gives those that are left; nothing
     // when more than `mostUnits` units count.
@@ -61,5 +62,5 @@ private:
     std::uint32_t searchEnd_;
     EntryCutter cutter_;
     std::optional<SearchSide> search_;  // made when its words are listed
-    std::unique_ptr<Hashes> hashes_;
+    std::unique_ptr<Seen> seen_;
 };

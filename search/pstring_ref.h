@@ -30,13 +30,13 @@ class PStringRef {
 public:
     using Length = unsigned long;
 
-    PStringRef() : record(std::make_shared<Record>()) {}
+    PStringRef() : record_(std::make_shared<Record>()) {}
     PStringRef(Unit const* text, Length length, int ordinal = -1)
-        : record(std::make_shared<Record>(Record{text, length, ordinal})) {}
+        : record_(std::make_shared<Record>(Record{text, length, ordinal})) {}
 
-    Unit const* text() const { return record->text; }
-    Length length() const { return record->length; }
-    int ordinal() const { return record->ordinal; }
+    Unit const* text() const { return record_->text; }
+    Length length() const { return record_->length; }
+    int ordinal() const { return record_->ordinal; }
 
     // Shorter before longer, then by units; the ordinal takes no part. Two references of which
     // neither stands before the other are the same word, wherever they lie.
@@ -49,7 +49,7 @@ public:
 private:
     using Record = PStringRefPrivate<Unit, Length>;
 
-    std::shared_ptr<Record const> record;
+    std::shared_ptr<Record const> record_;
 };
 
 // The distinct words of a text, shortest first. Every member has a text, a length of at least 1, an
@@ -64,16 +64,16 @@ struct PStringRefSectionPrivate {
 // One section of an input: its reference and its words.
 class PStringRefSection {
 public:
-    PStringRefSection() : record(std::make_shared<PStringRefSectionPrivate>()) {}
+    PStringRefSection() : record_(std::make_shared<PStringRefSectionPrivate>()) {}
 
     void setReference(PStringRef<unsigned short> reference) {
-        record->reference = std::move(reference);
+        record_->reference = std::move(reference);
     }
-    void setWords(WordSet words) { record->words = std::move(words); }
+    void setWords(WordSet words) { record_->words = std::move(words); }
 
-    PStringRef<unsigned short> const& reference() const { return record->reference; }
-    WordSet const& words() const { return record->words; }
+    PStringRef<unsigned short> const& reference() const { return record_->reference; }
+    WordSet const& words() const { return record_->words; }
 
 private:
-    std::shared_ptr<PStringRefSectionPrivate> record;
+    std::shared_ptr<PStringRefSectionPrivate> record_;
 };

@@ -34,7 +34,7 @@ TEST(OrderedWork, DeliversInOrderAndRethrows) {
                 if (isFailing && line.text == "30") throw std::runtime_error("no");
                 return {line.text + ' ', {}, false};
             },
-            [&](LineResult const& result) {
+            [&](LineResult const& result, bool) {
                 delivered += result.output;
                 return true;
             });
@@ -66,7 +66,7 @@ TEST(OrderedWork, DeliversNothingAfterItFailedToDeliver) {
             (isFirst ? isSecondBegun : isThrown).wait(false);
             return {};
         },
-        [&](LineResult const&) -> bool {
+        [&](LineResult const&, bool) -> bool {
             ++deliveries;
             isThrown = true;
             isThrown.notify_all();
@@ -95,7 +95,7 @@ TEST(OrderedWork, HoldsBoundedLinesAndResults) {
                 }
                 return {std::string(line.text == "1" ? size : 0, 'x'), {}, false};
             },
-            [&](LineResult const&) { return ++delivered > 0; });
+            [&](LineResult const&, bool) { return ++delivered > 0; });
         for (std::size_t i = 0; i < lines; ++i)
             work.add(lineOf(i));
         work.finish();

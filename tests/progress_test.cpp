@@ -37,9 +37,9 @@ TEST(Progress, StaysWithinTheTerminal) {
         {15, " of 1000"}, {12, " of 1000"}, {8, "%"},      {3, ""}};
     auto const progress = [] {
         near_text::Progress line(fileOf("lines", std::string(1000, '\n')));
-        for (int i = 0; i < 1000; ++i) {
+        for (std::size_t i = 0; i < 1000; ++i) {
             if (i == 1) std::this_thread::sleep_for(std::chrono::milliseconds(210));
-            line.step();
+            line.show(i + 1);
         }
     };
     for (auto const& [columns, part] : cases) {
@@ -59,11 +59,10 @@ TEST(Progress, StaysWithinTheTerminal) {
 TEST(MatchWriter, EndsWithASummary) {
     std::string const output = drawn(80, [] {
         near_text::Output unused;
-        near_text::Interrupt const interrupt;
-        near_text::MatchWriter writer(unused, fileOf("lines", "\n\n\n"), false, interrupt);
-        writer.write({.isFound = true, .line = 1});
-        writer.write({.failure = "no", .line = 2});
-        writer.write({.line = 3});
+        near_text::MatchWriter writer(unused, fileOf("lines", "\n\n\n"), false);
+        writer.write({.isFound = true, .line = 1}, false);
+        writer.write({.failure = "no", .line = 2}, false);
+        writer.write({.line = 3}, false);
         EXPECT_EQ(writer.close(), near_text::Status::Error);
     });
     std::size_t const last = output.rfind("\r\033[K");

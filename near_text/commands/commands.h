@@ -1,5 +1,5 @@
 // What the program does: each command by its settings. All throw what ends the program:
-// std::exception with a message for the user, or NobodyReads.
+// std::exception with a message for the user, or BrokenPipe.
 #pragma once
 
 #include "near_text/messages/status.h"

@@ -3,11 +3,12 @@
 // that finds the later, else under the later. For that the add-in is asked again about the earlier
 // ones that were found, and nothing need be remembered, however many pairs there are.
 #include <algorithm>
-#include <mutex>
+#include <optional>
 
 #include "near_text/commands/commands.h"
-#include "near_text/matching/groups.h"
+#include "near_text/matching/entry_groups.h"
 #include "near_text/matching/read_entries.h"
+#include "near_text/messages/interrupt.h"
 #include "near_text/messages/messages.h"
 #include "near_text/output/output.h"
 
@@ -15,22 +16,12 @@ namespace near_text {
 
 namespace {
 
-// Whether the entry at `text`, taken as a text, finds the one at `entry`.
-bool finds(Matcher& matcher, EntryList const& list, Percentages percentages, unsigned long text,
-           unsigned long entry) {
-    try {
-        return !matcher.search.findAmong(list.units(text), percentages, {entry}).empty();
-    } catch (Refused const&) {
-        return false;  // it is too long for a text, which is reported with its own line
-    }
-}
-
 // The pairs to print under the entry at `index`, as its matches.
 std::vector<Match> pairs(Matcher& matcher, EntryList const& list, Percentages percentages,
                          unsigned long index) {
     Indices others = matcher.search.find(list.units(index), percentages);
     std::erase_if(others, [&](unsigned long other) {
-        return other == index || (other < index && finds(matcher, list, percentages, other, index));
+        return other == index || (other < index && matcher.finds(percentages, other, index));
     });
     std::vector<Match> matches = matcher.measured(list.units(index), others);
     for (Match& match : matches) {
@@ -39,36 +30,33 @@ std::vector<Match> pairs(Matcher& matcher, EntryList const& list, Percentages pe
     return matches;
 }
 
-Json groupRow(std::size_t group, Entry const& entry, Shape const& shape) {
-    Json row = {{"group", group}, {"line", entry.place}, {"text", entry.text}};
-    for (std::size_t i = 0; i < shape.textColumns.size(); ++i)
-        row[shape.textColumns[i]] = entry.kept[i];
-    return row;
-}
-
 // What cannot be encoded is left empty, and `complainOf` is told.
-std::vector<Json> groupRows(
-    Groups& groups, EntryList const& list, Shape const& shape, Output const& output,
+Table groupTable(
+    EntryGroups& groups, EntryList const& list, Cells const& keptColumns, Output const& output,
     std::function<void(Entry const& entry, std::string const& error)> const& complainOf) {
-    std::vector<Json> rows;
+    Table table = {{{"group", true}, {"line", true}, {"text", false}}, {}};
+    for (std::string const& name : keptColumns)
+        table.columns.push_back({name, false});
     std::size_t number = 0;
     for (auto const& group : groups.joined()) {
         ++number;
         for (std::size_t const index : group) {
             Entry const& entry = list.entries[index];
-            Json row = groupRow(number, entry, shape);
+            Cells texts = entry.kept;
+            texts.insert(texts.begin(), entry.text);
             try {
-                output.requireEncodable(row.dump());
+                for (std::string const& text : texts)
+                    output.requireEncodable(text);
             } catch (NotText const& error) {
                 complainOf(entry, error.what());
-                for (Json& cell : row) {
-                    if (cell.is_string()) cell = "";
-                }
+                texts.assign(texts.size(), {});
             }
-            rows.push_back(std::move(row));
+            Cells& row =
+                table.rows.emplace_back(Cells{std::to_string(number), std::to_string(entry.place)});
+            row.insert(row.end(), texts.begin(), texts.end());
         }
     }
-    return rows;
+    return table;
 }
 
 }  // namespace
@@ -78,35 +66,32 @@ Status execute(DuplicatesSettings const& settings) {
     auto const file = readEntries(settings.texts, settings.search.preparer,
                                   /*beginsWithSeparator=*/true);
     EntryList const& list = file.list;
-    Matchers matchers(settings.addIn, settings.run, list, terms, {});
-    Interrupt const interrupt;
+    std::optional<EntryGroups> groups;
+    if (settings.isGrouped) groups.emplace(list);
+    Matchers matchers(settings.addIn, settings.run, groups ? groups->distinct() : list, terms, {});
     Output output(settings.output.encoding);
     Format const& format = *settings.output.format;
     char const delimiter = settings.output.delimiter;
-    Shape const shape = settings.isGrouped
-                            ? Shape(true, delimiter, file.keptNames, {}, {"group", "line", "text"})
-                            : Shape(true, delimiter, file.keptNames, file.keptNames);
-    if (!settings.isGrouped) output.write(format.heading(shape));
-    MatchWriter writer(output, settings.texts.file, settings.run.isStrict, interrupt);
+    RowLayout const layout =
+        settings.isGrouped
+            ? RowLayout(true, delimiter, file.keptNames, {}, {"group", "line", "text"})
+            : RowLayout(true, delimiter, file.keptNames, file.keptNames);
+    if (!settings.isGrouped) output.write(format.heading(layout));
+    MatchWriter writer(output, settings.texts.file, settings.run.isStrict);
 
-    Groups groups(settings.isGrouped ? list.entries.size() : 0);
-    std::mutex groupsMutex;
     auto const work = [&](Matcher& matcher, TextRow const& row,
                           std::u16string const&) -> LineResult {
         auto const entry =
             std::lower_bound(list.entries.begin(), list.entries.end(), row.number,
                              [](Entry const& e, std::size_t place) { return e.place < place; });
         auto const index = static_cast<unsigned long>(entry - list.entries.begin());
+        if (groups) return {{}, {}, groups->join(matcher, terms.percentages, index)};
         std::vector<Match> const matches = pairs(matcher, list, terms.percentages, index);
         if (matches.empty()) return {};
-        if (!settings.isGrouped) return {format.matches(shape, row, list, matches), {}, true};
-        std::lock_guard const lock(groupsMutex);
-        for (Match const& match : matches)
-            groups.join(index, match.index);
-        return {{}, {}, true};
+        return {format.matches(layout, row, list, matches), {}, true};
     };
     auto const failureText = [&](TextRow const& row, std::string const& error) {
-        return settings.isGrouped ? std::string() : format.failure(shape, row, error);
+        return settings.isGrouped ? std::string() : format.failure(layout, row, error);
     };
     auto next = [&, at = list.entries.begin()](TextRow& row) mutable {
         if (at == list.entries.end()) return false;
@@ -116,15 +101,14 @@ Status execute(DuplicatesSettings const& settings) {
         ++at;
         return true;
     };
-    Status status =
-        run(matchers, settings.search.preparer, next, work, failureText, writer, interrupt);
-    if (settings.isGrouped && interrupt.signal() == 0) {
+    Status status = run(matchers, settings.search.preparer, next, work, failureText, writer);
+    if (groups && signalCaught() == 0) {
         auto const complainOf = [&](Entry const& entry, std::string const& error) {
             complain(placeOf(shownName(settings.texts.file.name), entry.place) + error);
             status = Status::Error;
         };
-        output.write(format.table(shape, groupRow(0, list.entries[0], shape),
-                                  groupRows(groups, list, shape, output, complainOf)));
+        output.write(format.table(
+            delimiter, groupTable(*groups, list, layout.textColumns, output, complainOf)));
     }
     output.flush();
     return status;

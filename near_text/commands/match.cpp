@@ -8,27 +8,26 @@ Status execute(MatchSettings const& settings) {
     SearchTerms const terms = readTerms(settings.search);
     auto const [list, entryColumns] = readEntries(settings.entries, settings.search.preparer);
     Matchers matchers(settings.addIn, settings.run, list, terms, settings.wanted);
-    Interrupt const interrupt;
-    RowReader reader(settings.texts, kLongestText, interrupt.descriptor());
+    RowReader reader(settings.texts, kLongestText);
     Output output(settings.output.encoding);
     Format const& format = *settings.output.format;
-    Shape const shape(settings.isNumbered, settings.output.delimiter, reader.keptNames(),
-                      entryColumns);
-    if (settings.hasHeading) output.write(format.heading(shape));
-    MatchWriter writer(output, settings.texts.file, settings.run.isStrict, interrupt);
+    RowLayout const layout(settings.isNumbered, settings.output.delimiter, reader.keptNames(),
+                           entryColumns);
+    if (settings.hasHeading) output.write(format.heading(layout));
+    MatchWriter writer(output, settings.texts.file, settings.run.isStrict);
     auto const work = [&, &entries = list](Matcher& matcher, TextRow const& row,
                                            std::u16string const& units) -> LineResult {
         std::vector<Match> const matches = matcher.matches(units);
         bool const isWritten = matches.empty() || !settings.isUnmatched;
         return {
-            isWritten ? format.matches(shape, row, entries, matches) : "", {}, !matches.empty()};
+            isWritten ? format.matches(layout, row, entries, matches) : "", {}, !matches.empty()};
     };
     Status const status = run(
         matchers, settings.search.preparer, [&](TextRow& row) { return reader.next(row); }, work,
         [&](TextRow const& row, std::string const& error) {
-            return format.failure(shape, row, error);
+            return format.failure(layout, row, error);
         },
-        writer, interrupt);
+        writer);
     output.flush();
     return status;
 }

@@ -6,6 +6,7 @@
 #include "near_text/messages/messages.h"
 #include "near_text/output/explanation_text.h"
 #include "near_text/output/output.h"
+#include "near_text/output/text_format.h"
 #include "reference/whitespace.h"
 
 namespace near_text {
@@ -81,10 +82,10 @@ void writeMatches(Output& output, TextSearchSettings const& settings, EntryFile 
             output.write(shownMatch(match, entries.list.entries[match.index]) + '\n');
         return;
     }
-    Shape const shape(false, settings.output.delimiter, {}, entries.keptNames);
+    RowLayout const layout(false, settings.output.delimiter, {}, entries.keptNames);
     TextRow row;
     row.text = settings.text;
-    output.write(format.heading(shape) + format.matches(shape, row, entries.list, matches));
+    output.write(format.heading(layout) + format.matches(layout, row, entries.list, matches));
 }
 
 void writeExplained(Output& output, TextSearchSettings const& settings, EntryList const& list,

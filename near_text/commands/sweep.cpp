@@ -8,6 +8,7 @@
 #include "near_text/commands/commands.h"
 #include "near_text/input/number.h"
 #include "near_text/matching/read_entries.h"
+#include "near_text/messages/interrupt.h"
 #include "near_text/output/output.h"
 
 namespace near_text {
@@ -102,20 +103,17 @@ public:
     // Where the file of the pairs has the text in this line.
     std::size_t lineOfText(std::size_t text) const { return pairs.lower_bound({text, 0})->second; }
 
-    std::vector<Json> rows() const {
-        std::vector<Json> rows;
+    Table table() const {
+        Table table;
         for (std::size_t i = percents.size(); i-- > 0;) {
-            PercentCount const& count = counts[i];
-            Json row = {{"percent", percents[i]},
-                        {"none", count.none},
-                        {"one", count.one},
-                        {"several", count.several},
-                        {"matches", count.all.matches},
-                        {"best_matches", count.best.matches}};
-            if (!pairs.empty()) addPairs(row, count);
-            rows.push_back(std::move(row));
+            table.columns.clear();
+            Cells& row = table.rows.emplace_back();
+            for (auto const& [name, value] : figures(percents[i], counts[i])) {
+                table.columns.push_back({name, /*isNumber=*/true});
+                row.push_back(std::to_string(value));
+            }
         }
-        return rows;
+        return table;
     }
 
 private:
@@ -139,14 +137,24 @@ private:
         count.best.add(best, list, line, pairs);
     }
 
-    void addPairs(Json& row, PercentCount const& count) const {
-        row.update({{"pairs", pairs.size()},
-                    {"found", count.all.known},
-                    {"others", count.all.matches - count.all.known},
-                    {"best_found", count.best.known},
-                    {"best_others", count.best.matches - count.best.known},
-                    {"texts", textsOfPairs().size()},
-                    {"best_texts", count.best.textsRight}});
+    using Figures = std::vector<std::pair<char const*, std::size_t>>;  // with their names
+
+    Figures figures(int percent, PercentCount const& count) const {
+        Figures figures = {{"percent", static_cast<std::size_t>(percent)},
+                           {"none", count.none},
+                           {"one", count.one},
+                           {"several", count.several},
+                           {"matches", count.all.matches},
+                           {"best_matches", count.best.matches}};
+        if (pairs.empty()) return figures;
+        figures.insert(figures.end(), {{"pairs", pairs.size()},
+                                       {"found", count.all.known},
+                                       {"others", count.all.matches - count.all.known},
+                                       {"best_found", count.best.known},
+                                       {"best_others", count.best.matches - count.best.known},
+                                       {"texts", textsOfPairs().size()},
+                                       {"best_texts", count.best.textsRight}});
+        return figures;
     }
 
     EntryList const& list;
@@ -163,10 +171,9 @@ Status execute(SweepSettings const& settings) {
     auto const file = readEntries(settings.entries, settings.search.preparer);
     Sweep counts(settings, file.list);
     Matchers matchers(settings.addIn, settings.run, file.list, terms, {});
-    Interrupt const interrupt;
-    RowReader reader(settings.texts, kLongestText, interrupt.descriptor());
+    RowReader reader(settings.texts, kLongestText);
     Output output(settings.output.encoding);
-    MatchWriter writer(output, settings.texts.file, settings.run.isStrict, interrupt);
+    MatchWriter writer(output, settings.texts.file, settings.run.isStrict);
     std::set<std::size_t> missing = counts.textsOfPairs();
     bool isWhole = false;
     auto const next = [&](TextRow& row) {
@@ -179,11 +186,9 @@ Status execute(SweepSettings const& settings) {
         [&](Matcher& matcher, TextRow const& row, std::u16string const& units) -> LineResult {
             return {{}, {}, counts.add(matcher, row.number, units)};
         },
-        [](TextRow const&, std::string const&) { return std::string(); }, writer, interrupt);
-    if (interrupt.signal() == 0) {
-        Shape const shape(true, settings.output.delimiter, {}, {});
-        std::vector<Json> const rows = counts.rows();
-        output.write(settings.output.format->table(shape, rows[0], rows));
+        [](TextRow const&, std::string const&) { return std::string(); }, writer);
+    if (signalCaught() == 0) {
+        output.write(settings.output.format->table(settings.output.delimiter, counts.table()));
         if (isWhole && !missing.empty()) {
             output.flush();
             std::size_t const text = *missing.begin();

@@ -9,6 +9,8 @@
 #include <cstring>
 #include <stdexcept>
 
+#include "near_text/messages/interrupt.h"
+
 namespace near_text {
 
 namespace {
@@ -27,6 +29,12 @@ std::optional<std::uintmax_t> bytesLeft(int descriptor) {
     return static_cast<std::uintmax_t>(left);
 }
 
+bool isOutput(int descriptor) {
+    struct stat input = {}, output = {};
+    return fstat(descriptor, &input) == 0 && fstat(STDOUT_FILENO, &output) == 0 &&
+           S_ISREG(input.st_mode) && input.st_dev == output.st_dev && input.st_ino == output.st_ino;
+}
+
 }  // namespace
 
 std::string shownName(std::string const& file) {
@@ -37,16 +45,17 @@ std::string placeOf(std::string const& name, std::size_t line) {
     return name + ':' + std::to_string(line) + ": ";
 }
 
-ByteInput::ByteInput(std::string const& file, int wake)
-    : descriptor_(STDIN_FILENO), wakeDescriptor_(wake), name_(shownName(file)) {
+ByteInput::ByteInput(std::string const& file) : descriptor_(STDIN_FILENO), name_(shownName(file)) {
     static bool isStandardInputTaken = false;
     if (file == kStandardInput) {
         if (isStandardInputTaken) throw std::runtime_error("standard input can only be read once");
         isStandardInputTaken = true;
     } else {
-        descriptor_ = open(file.c_str(), O_RDONLY | O_CLOEXEC);
+        // Or else it would wait here for the writer of a pipe, where no signal could end that.
+        descriptor_ = open(file.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
         if (descriptor_ < 0) fail(name_);
     }
+    if (isOutput(descriptor_)) throw std::runtime_error(name_ + ": is also the output");
     size_ = bytesLeft(descriptor_);
 }
 
@@ -57,10 +66,9 @@ ByteInput::~ByteInput() {
 std::size_t ByteInput::read(char* buffer, std::size_t size) {
     while (true) {
         // A negative descriptor is never ready.
-        pollfd watched[] = {{descriptor_, POLLIN, 0}, {wakeDescriptor_, POLLIN, 0}};
+        pollfd watched[] = {{descriptor_, POLLIN, 0}, {signalDescriptor(), POLLIN, 0}};
         int const ready = poll(watched, std::size(watched), -1);
-        isWoken_ = ready > 0 && watched[1].revents != 0;
-        if (isWoken_) return 0;
+        if (ready > 0 && watched[1].revents != 0) throw Interrupted();
         ssize_t const count = ready > 0 ? ::read(descriptor_, buffer, size) : -1;
         if (count >= 0) return static_cast<std::size_t>(count);
         if (errno != EINTR && errno != EAGAIN) fail(name_);

@@ -20,17 +20,16 @@ std::string placeOf(std::string const& name, std::size_t line);
 // Bytes as they come.
 class ByteInput {
 public:
-    // Readiness of `wakeDescriptor`, when one is given, ends the input. Throws std::runtime_error
-    // when the file cannot be opened.
-    explicit ByteInput(std::string const& file, int wakeDescriptor = -1);
+    // Throws std::runtime_error when the file cannot be opened, and when it is the output, which
+    // would feed itself.
+    explicit ByteInput(std::string const& file);
     ~ByteInput();
     ByteInput(ByteInput const&) = delete;
     ByteInput& operator=(ByteInput const&) = delete;
 
-    // Waits for at least one byte; 0 is the end. Throws std::runtime_error.
+    // Waits for at least one byte; 0 is the end. Throws std::runtime_error, and Interrupted when a
+    // signal came.
     std::size_t read(char* buffer, std::size_t size);
-
-    bool isWoken() const { return isWoken_; }
 
     std::string const& name() const { return name_; }  // for messages
 
@@ -39,8 +38,6 @@ public:
 
 private:
     int descriptor_;
-    int wakeDescriptor_;
-    bool isWoken_ = false;
     std::string name_;
     std::optional<std::uintmax_t> size_;
 };

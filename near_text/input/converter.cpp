@@ -3,6 +3,7 @@
 #include <unicode/ucnv.h>
 #include <unicode/ucnv_err.h>
 
+#include <new>
 #include <stdexcept>
 
 namespace near_text {
@@ -15,6 +16,7 @@ Converter openConverter(std::string const& encoding) {
     UErrorCode status = U_ZERO_ERROR;
     // To ICU the empty name is one that depends on the machine.
     Converter converter(encoding.empty() ? nullptr : ucnv_open(encoding.c_str(), &status));
+    if (status == U_MEMORY_ALLOCATION_ERROR) throw std::bad_alloc();
     if (converter == nullptr || U_FAILURE(status)) {
         throw std::runtime_error(
             "there is no encoding '" + encoding +

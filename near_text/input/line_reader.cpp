@@ -19,8 +19,8 @@ bool continuesCharacter(char byte) {
 
 }  // namespace
 
-LineReader::LineReader(TextFile const& file, std::size_t longest, int wakeDescriptor)
-    : input_(file, wakeDescriptor), longest_(longest) {}
+LineReader::LineReader(TextFile const& file, std::size_t longest)
+    : input_(file), longest_(longest) {}
 
 void LineReader::chooseLineEnd() {
     constexpr std::size_t kEnough = 1 << 16;
@@ -72,7 +72,7 @@ bool LineReader::next(Line& line) {
         append(line.text, std::string_view(buffer_).substr(position_, end - position_));
         position_ = isEnded ? end + 1 : buffer_.size();
     }
-    if (!isEnded && (line.text.empty() || input_.isWoken())) return false;
+    if (!isEnded && line.text.empty()) return false;
     line.number = ++number_;
     line.hadReturn = line.text.ends_with('\r');
     if (line.hadReturn) line.text.pop_back();

@@ -27,13 +27,11 @@ struct Line {
 class LineReader {
 public:
     // Of a line above `longest` bytes only so much is kept, cut between two characters.
-    explicit LineReader(TextFile const& file, std::size_t longest = std::string::npos,
-                        int wakeDescriptor = -1);
+    explicit LineReader(TextFile const& file, std::size_t longest = std::string::npos);
 
-    // False at the end. A line that is unfinished when the reader is woken is dropped.
+    // False at the end.
     bool next(Line& line);
 
-    bool isWoken() const { return input_.isWoken(); }
     std::string const& name() const { return input_.name(); }
 
     // "FILE:LINE: ", of the line that was read last.

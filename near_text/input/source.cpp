@@ -2,12 +2,12 @@
 
 namespace near_text {
 
-RowReader::RowReader(Source const& source, std::size_t longest, int wakeDescriptor) {
+RowReader::RowReader(Source const& source, std::size_t longest) {
     if (!source.isTable()) {
-        lines_ = std::make_unique<LineReader>(source.file, longest, wakeDescriptor);
+        lines_ = std::make_unique<LineReader>(source.file, longest);
         return;
     }
-    table_ = std::make_unique<TableReader>(source.file, source.shape, wakeDescriptor);
+    table_ = std::make_unique<TableReader>(source.file, source.shape);
     textColumn_ = table_->column(source.column);
     for (std::string const& column : source.keep) {
         keptColumns_.push_back(table_->column(column));

@@ -23,10 +23,9 @@ struct Source {
 // The texts of a source, one at a time, each as soon as it is complete.
 class RowReader {
 public:
-    // Of a text above `longest` bytes only so much is kept. Readiness of `wakeDescriptor` ends the
-    // input. Throws std::runtime_error.
-    explicit RowReader(Source const& source, std::size_t longest = std::string::npos,
-                       int wakeDescriptor = -1);
+    // Of a text above `longest` bytes only so much is kept. Throws as LineReader and
+    // TableReader.
+    explicit RowReader(Source const& source, std::size_t longest = std::string::npos);
 
     // False at the end.
     bool next(TextRow& row);

@@ -48,10 +48,10 @@ char delimiterOf(std::string const& name) {
     return name[0];
 }
 
-TableReader::TableReader(TextFile const& file, TableShape shape, int wakeDescriptor)
-    : shape_(shape), reader_(file, kLongestRow, wakeDescriptor) {
+TableReader::TableReader(TextFile const& file, TableShape shape)
+    : shape_(shape), reader_(file, kLongestRow) {
     hasFirst_ = read(first_);
-    if (!shape.hasHeader || reader_.isWoken()) return;
+    if (!shape.hasHeader) return;
     if (!hasFirst_) throw std::runtime_error(shownName(file.name) + ": has no header");
     if (!first_.fault.empty()) throw std::runtime_error(place(first_) + first_.fault);
     names_ = std::move(first_.fields);
@@ -150,7 +150,7 @@ bool TableReader::read(Row& row) {
         }
         if (take(line, row)) return true;
     }
-    if (row.line == 0 || isOver_ || reader_.isWoken()) return false;
+    if (row.line == 0 || isOver_) return false;
     leaveOpen(row);
     return true;
 }

@@ -34,7 +34,7 @@ class TableReader {
 public:
     // Waits for the first row. Throws as LineReader, and std::runtime_error when the header is
     // missing or has a fault.
-    TableReader(TextFile const& file, TableShape tableShape, int wakeDescriptor = -1);
+    TableReader(TextFile const& file, TableShape tableShape);
     TableReader(TableReader const&) = delete;
     TableReader& operator=(TableReader const&) = delete;
 
@@ -47,8 +47,7 @@ public:
     // there are several.
     std::size_t column(std::string const& nameOrNumber);
 
-    // False at the end. Behind a row in which a quote is left open nothing is read. A row that is
-    // unfinished when the reader is woken is dropped.
+    // False at the end. Behind a row in which a quote is left open nothing is read.
     bool next(Row& row);
 
     // "FILE:LINE: ", of a row.

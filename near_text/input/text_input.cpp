@@ -9,8 +9,8 @@
 
 namespace near_text {
 
-TextInput::TextInput(TextFile const& file, int wakeDescriptor)
-    : input_(file.name, wakeDescriptor), decoder_(file.encoding, file.encodingOption) {}
+TextInput::TextInput(TextFile const& file)
+    : input_(file.name), decoder_(file.encoding, file.encodingOption) {}
 
 bool TextInput::read(std::string& utf8) {
     constexpr std::size_t kBlock = 1 << 16;
@@ -27,7 +27,7 @@ bool TextInput::read(std::string& utf8) {
         try {
             if (!isEnded_) {
                 decoder_.decode(block_, utf8);
-            } else if (!isWoken()) {
+            } else {
                 decoder_.finish(utf8);
             }
         } catch (std::runtime_error const& error) {

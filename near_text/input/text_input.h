@@ -27,12 +27,11 @@ struct TextFile {
 // for an unknown encoding.
 class TextInput {
 public:
-    explicit TextInput(TextFile const& file, int wakeDescriptor = -1);
+    explicit TextInput(TextFile const& file);
 
     // Waits and appends at least one character; false at the end, where it appends none.
     bool read(std::string& utf8);
 
-    bool isWoken() const { return input_.isWoken(); }
     std::string const& name() const { return input_.name(); }
     std::string faultOf(std::string_view text) const { return decoder_.faultOf(text); }
 

@@ -8,19 +8,6 @@
 
 namespace near_text {
 
-void sortByNearness(std::vector<Match>& matches) {
-    std::stable_sort(matches.begin(), matches.end(),
-                     [](Match const& a, Match const& b) { return a.percent > b.percent; });
-}
-
-void keepWanted(std::vector<Match>& matches, Wanted wanted) {
-    sortByNearness(matches);
-    if (matches.size() > wanted.most) matches.resize(wanted.most);
-    if (!wanted.isBestAlone || matches.empty()) return;
-    int const best = matches[0].percent;
-    std::erase_if(matches, [&](Match const& match) { return match.percent < best; });
-}
-
 Matcher::Matcher(host_client::Component& component, EntryList const& searchedList,
                  SearchTerms const& searchTerms, reference::ExcludedWords const& excludedWords,
                  Wanted wantedMatches, Shortlist* shortlist)
@@ -65,6 +52,14 @@ std::vector<Match> Matcher::measured(std::u16string_view text, Indices const& in
 
 int Matcher::nearnessOf(std::u16string_view text, unsigned long index) const {
     return reference::nearness(measure(explanation(text), index));
+}
+
+bool Matcher::finds(Percentages percentages, unsigned long text, unsigned long entry) {
+    try {
+        return !search.findAmong(list.units(text), percentages, {entry}).empty();
+    } catch (Refused const&) {
+        return false;
+    }
 }
 
 reference::SearchExplanation Matcher::explanation(std::u16string_view text) const {

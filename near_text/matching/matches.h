@@ -1,5 +1,4 @@
-// What a text finds in a list: the matches that the add-in gives, how near each is, and which of
-// them are wanted.
+// What a text finds in a list: the matches that the add-in gives, and how near each is.
 #pragma once
 
 #include <cstddef>
@@ -7,23 +6,11 @@
 #include <vector>
 
 #include "near_text/matching/entry_search.h"
+#include "near_text/matching/match.h"
 #include "near_text/matching/search_terms.h"
 #include "reference/explanation.h"
 
 namespace near_text {
-
-struct Match {
-    unsigned long index;  // the add-in's, in the whole list
-    // The highest percentage, for short and long entries alike, at which the add-in still finds it.
-    int percent;
-    unsigned long distance;
-    unsigned long limit;  // at the percentage that was asked for
-};
-
-// Nearest first; those equally near in the order of the list.
-void sortByNearness(std::vector<Match>& matches);
-
-void keepWanted(std::vector<Match>& matches, Wanted wanted);
 
 // One object for a thread. What it is given is the caller's and outlives it; threads may share all
 // but the component. `excludedWords` are those of the terms, as the list's separator cuts them.
@@ -43,6 +30,10 @@ public:
 
     // As Match::percent, of the entry at `index`, match or not. The text holds a word.
     int nearnessOf(std::u16string_view text, unsigned long index) const;
+
+    // Whether the entry at `text`, taken as a text, finds the one at `entry`. None does that is
+    // refused.
+    bool finds(Percentages percentages, unsigned long text, unsigned long entry);
 
     EntrySearch search;
 

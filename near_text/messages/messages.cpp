@@ -18,6 +18,11 @@ bool isControl(CodePoint point) {
            u_hasBinaryProperty(point, UCHAR_BIDI_CONTROL) != 0;
 }
 
+// Over a line of progress, if one is drawn.
+char const* beginning() {
+    return isatty(STDERR_FILENO) == 1 ? "\r\033[Knear_text: " : "near_text: ";
+}
+
 std::string code(CodePoint point) {
     char text[16];
     std::snprintf(text, sizeof text, point < 0x80 ? "\\x%02X" : "\\u%04X",
@@ -42,9 +47,12 @@ std::string withControlsAs(std::string (*shown)(CodePoint), std::string_view tex
 }  // namespace
 
 void complain(std::string const& message) {
-    // Over a line of progress, if one is drawn.
-    char const* const begin = isatty(STDERR_FILENO) == 1 ? "\r\033[Knear_text: " : "near_text: ";
-    std::fputs((begin + withControlsAs(code, message) + '\n').c_str(), stderr);
+    std::fputs((beginning() + withControlsAs(code, message) + '\n').c_str(), stderr);
+}
+
+void complainOfMemory() noexcept {
+    for (char const* const part : {beginning(), "out of memory\n"})
+        std::fputs(part, stderr);  // which has no buffer
 }
 
 std::string onOneLine(std::string const& text) {

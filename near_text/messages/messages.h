@@ -11,6 +11,9 @@ namespace near_text {
 // A message on standard error, of one line; control characters are shown by their codes.
 void complain(std::string const& message);
 
+// That it ran out. Takes none.
+void complainOfMemory() noexcept;
+
 // Text for eyes, on one line: each control character becomes a space.
 std::string onOneLine(std::string const& text);
 

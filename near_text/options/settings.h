@@ -11,7 +11,7 @@
 #include "near_text/matching/add_in.h"
 #include "near_text/matching/entry_list.h"
 #include "near_text/matching/search_terms.h"
-#include "near_text/output/match_format.h"
+#include "near_text/output/format.h"
 #include "near_text/run/run.h"
 
 namespace near_text {

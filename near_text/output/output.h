@@ -5,15 +5,16 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "near_text/output/encoder.h"
 
 namespace near_text {
 
 // Whoever read the output has closed it, as head does: no error, but nothing is left to do.
-class NobodyReads : public std::runtime_error {
+class BrokenPipe : public std::runtime_error {
 public:
-    NobodyReads() : std::runtime_error("nobody reads the output") {}
+    BrokenPipe() : std::runtime_error("nobody reads the output") {}
 };
 
 // Files that are opened later do not take the place of a standard stream that was closed from the
@@ -23,19 +24,26 @@ void holdStandardStreams();
 class Output {
 public:
     // In UTF-8 unless an encoding is named. Throws std::runtime_error when there is none so called.
-    explicit Output(std::string const& encodingName = {});
+    explicit Output(std::string encodingName = {});
 
     // From any number of threads. Throws NotText where `text` could not be written.
     void requireEncodable(std::string_view text) const;
 
-    // Both throw std::runtime_error, NobodyReads among them.
+    // Text that ends with a line feed. Throws NotText, and as `flush`.
     void write(std::string_view text);
+    // Throws std::runtime_error, BrokenPipe among them, and Interrupted when a signal came and
+    // nobody takes the output. No line is cut that could be left whole.
     void flush();
 
 private:
-    std::string waiting;
-    std::string encoding;  // empty for UTF-8
-    std::optional<Encoder> encoder;
+    void writeOut(std::size_t begin, std::size_t end);
+    std::size_t cutBytes(std::size_t end) const;
+
+    std::string waiting_;
+    std::vector<std::size_t> lineEnds_;  // in `waiting_`
+    std::string encoding_;               // empty for UTF-8
+    std::optional<Encoder> encoder_;
+    std::size_t mostAtOnce_;
 };
 
 }  // namespace near_text

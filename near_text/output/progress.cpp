@@ -50,32 +50,31 @@ std::string progressText(std::size_t done, std::optional<std::size_t> total, dou
 }
 
 Progress::Progress(TextFile const& file)
-    : isShown(isatty(STDERR_FILENO) == 1),
-      isOutputShown(isatty(STDOUT_FILENO) == 1),
-      nextDraw(start + kPause) {
-    if (isShown) total = countLines(file);
+    : isShown_(isatty(STDERR_FILENO) == 1),
+      isOutputShown_(isatty(STDOUT_FILENO) == 1),
+      nextDraw_(start_ + kPause) {
+    if (isShown_) total_ = countLines(file);
 }
 
-void Progress::step() {
-    ++done;
+void Progress::show(std::size_t done) {
     Clock::time_point const now = Clock::now();
-    if (!isShown || now < nextDraw) return;
-    double const seconds = std::chrono::duration<double>(now - start).count();
-    std::string const text = progressText(done, total, seconds, lineColumns());
+    if (!isShown_ || now < nextDraw_) return;
+    double const seconds = std::chrono::duration<double>(now - start_).count();
+    std::string const text = progressText(done, total_, seconds, lineColumns());
     std::fprintf(stderr, "\r%s\033[K", text.c_str());
-    isDrawn = true;
-    nextDraw = now + kPause;
+    isDrawn_ = true;
+    nextDraw_ = now + kPause;
 }
 
 void Progress::clear() {
-    if (!isDrawn) return;
+    if (!isDrawn_) return;
     std::fputs("\r\033[K", stderr);
-    isDrawn = false;
-    nextDraw = {};
+    isDrawn_ = false;
+    nextDraw_ = {};
 }
 
 void Progress::clearForOutput() {
-    if (isOutputShown) clear();
+    if (isOutputShown_) clear();
 }
 
 }  // namespace near_text

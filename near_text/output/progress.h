@@ -22,23 +22,22 @@ public:
     Progress(Progress const&) = delete;
     Progress& operator=(Progress const&) = delete;
 
-    // One more line is done. Draws, a few times a second.
-    void step();
-    // Take the line away until the next step, so that a message, or output if it goes to a terminal
-    // too, can take its place.
+    // So many lines are done. Draws, a few times a second.
+    void show(std::size_t done);
+    // Take the line away until it is drawn next, so that a message, or output if it goes to a
+    // terminal too, can take its place.
     void clear();
     void clearForOutput();
 
 private:
     using Clock = std::chrono::steady_clock;
 
-    bool isShown;
-    bool isOutputShown;
-    bool isDrawn = false;
-    std::optional<std::size_t> total;
-    std::size_t done = 0;
-    Clock::time_point start = Clock::now();
-    Clock::time_point nextDraw;
+    bool isShown_;
+    bool isOutputShown_;
+    bool isDrawn_ = false;
+    std::optional<std::size_t> total_;
+    Clock::time_point start_ = Clock::now();
+    Clock::time_point nextDraw_;
 };
 
 }  // namespace near_text

@@ -4,58 +4,65 @@
 
 #include <cstdio>
 
+#include "near_text/messages/interrupt.h"
 #include "near_text/messages/messages.h"
 
 namespace near_text {
 
-MatchWriter::MatchWriter(Output& target, TextFile const& textsFile, bool isStrictOne,
-                         Interrupt const& interruptor)
-    : output(target),
-      shownFile(shownName(textsFile.name)),
-      isStrict(isStrictOne),
-      interrupt(interruptor),
-      progress(textsFile) {}
+MatchWriter::MatchWriter(Output& target, TextFile const& textsFile, bool isStrictOne)
+    : output_(target),
+      shownFile_(shownName(textsFile.name)),
+      isStrict_(isStrictOne),
+      progress_(textsFile) {}
 
-bool MatchWriter::write(LineResult const& result) {
-    if (isGivenUp) return false;
-    ++lines;
+bool MatchWriter::write(LineResult const& result, bool isMoreReady) {
+    if (isGivenUp_) return false;
+    ++lines_;
     if (!result.failure.empty()) report(result);
-    if (isGivenUp) return false;
-    if (result.isFound) ++found;
-    progress.clearForOutput();
-    output.write(result.output);
-    output.flush();
-    progress.step();
-    return interrupt.signal() == 0;
+    if (isGivenUp_) return false;
+    if (result.isFound) ++found_;
+    output_.write(result.output);
+    if (!isMoreReady) {
+        flush();
+        progress_.show(lines_);
+    }
+    return signalCaught() == 0;
+}
+
+void MatchWriter::flush() {
+    progress_.clearForOutput();
+    output_.flush();
 }
 
 Status MatchWriter::close() {
-    progress.clear();
-    if (failures > 0) complain(std::to_string(failures) + " of " + done() + " failed");
-    if (interrupt.signal() != 0) {
+    progress_.clear();
+    if (failures_ > 0) complain(std::to_string(failures_) + " of " + done() + " failed");
+    if (signalCaught() != 0) {
         complain("interrupted after " + done());
-        return endedBy(interrupt.signal());
+        return endedBy(signalCaught());
     }
     if (isatty(STDERR_FILENO) == 1) {
         double const seconds =
-            std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+            std::chrono::duration<double>(std::chrono::steady_clock::now() - start_).count();
         char summary[128];
         std::snprintf(summary, sizeof summary, "%s: %zu with a match, %zu without, in %.1f s",
-                      done().c_str(), found, lines - found - failures, seconds);
+                      done().c_str(), found_, lines_ - found_ - failures_, seconds);
         complain(summary);
     }
-    return failures > 0 ? Status::Error : foundIf(found > 0);
+    return failures_ > 0 ? Status::Error : foundIf(found_ > 0);
 }
 
+// Behind the output of the lines before.
 void MatchWriter::report(LineResult const& result) {
-    progress.clear();
-    complain(shownFile + ':' + std::to_string(result.line) + ": " + result.failure);
-    ++failures;
-    isGivenUp = isStrict;
+    if (lines_ > 1) flush();
+    progress_.clear();
+    complain(shownFile_ + ':' + std::to_string(result.line) + ": " + result.failure);
+    ++failures_;
+    isGivenUp_ = isStrict_;
 }
 
 std::string MatchWriter::done() const {
-    return std::to_string(lines) + (lines == 1 ? " line" : " lines");
+    return std::to_string(lines_) + (lines_ == 1 ? " line" : " lines");
 }
 
 }  // namespace near_text

@@ -8,7 +8,6 @@
 #include "near_text/messages/status.h"
 #include "near_text/output/output.h"
 #include "near_text/output/progress.h"
-#include "near_text/run/interrupt.h"
 #include "near_text/run/ordered_work.h"
 
 namespace near_text {
@@ -16,15 +15,14 @@ namespace near_text {
 class MatchWriter {
 public:
     // `textsFile` is what is run through. A strict writer gives up at the first line that failed.
-    MatchWriter(Output& target, TextFile const& textsFile, bool isStrictOne,
-                Interrupt const& interruptor);
+    MatchWriter(Output& target, TextFile const& textsFile, bool isStrictOne);
 
-    // False when the run is to stop: the writer has given up or the run is interrupted. Throws
-    // std::runtime_error when the result cannot be written.
-    bool write(LineResult const& result);
+    // Flushes unless more is ready. False when the run is to stop: the writer has given up or the
+    // run is interrupted. Throws as Output.
+    bool write(LineResult const& result, bool isMoreReady);
 
     // Throws NotText where `text` could not be written.
-    void requireEncodable(std::string_view text) const { output.requireEncodable(text); }
+    void requireEncodable(std::string_view text) const { output_.requireEncodable(text); }
 
     // Tells how many lines failed, and whether the run was interrupted; on a terminal, what was
     // done.
@@ -32,18 +30,18 @@ public:
 
 private:
     void report(LineResult const& result);
+    void flush();
     std::string done() const;
 
-    Output& output;
-    std::string const shownFile;
-    bool const isStrict;
-    Interrupt const& interrupt;
-    Progress progress;
-    std::chrono::steady_clock::time_point const start = std::chrono::steady_clock::now();
-    std::size_t lines = 0;
-    std::size_t failures = 0;
-    std::size_t found = 0;  // lines that have a match
-    bool isGivenUp = false;
+    Output& output_;
+    std::string const shownFile_;
+    bool const isStrict_;
+    Progress progress_;
+    std::chrono::steady_clock::time_point const start_ = std::chrono::steady_clock::now();
+    std::size_t lines_ = 0;
+    std::size_t failures_ = 0;
+    std::size_t found_ = 0;  // lines that have a match
+    bool isGivenUp_ = false;
 };
 
 }  // namespace near_text

@@ -1,24 +1,43 @@
 #include "near_text/run/ordered_work.h"
 
+#include <chrono>
+#include <stdexcept>
+#include <system_error>
+
 namespace near_text {
 
 namespace {
 
-constexpr std::size_t kLinesPerWorker = 16;
+constexpr std::size_t kLinesPerWorker = 128;
 constexpr std::size_t kMostHeldBytes = std::size_t{64} << 20;
+constexpr std::size_t kEnoughBytes = std::size_t{1} << 16;  // to be delivered
+constexpr std::chrono::milliseconds kLongestGathering(10);
 
 }  // namespace
 
 OrderedWork::OrderedWork(std::size_t workers, Work doWork, Deliver deliverResult)
-    : work(std::move(doWork)),
-      deliver(std::move(deliverResult)),
-      windowSize(workers * kLinesPerWorker) {
+    : work_(std::move(doWork)),
+      deliver_(std::move(deliverResult)),
+      slots_(workers * kLinesPerWorker) {
+    std::size_t const count = workers + 1;
+    threads_.reserve(count);
     try {
+        start(1, count, [this] { receive(); });
         for (std::size_t i = 0; i < workers; ++i)
-            threads.emplace_back([this, i] { run(i); });
+            start(i + 2, count, [this, i] { workAs(i); });
     } catch (...) {
         end(true);
         throw;
+    }
+}
+
+template <class Member>
+void OrderedWork::start(std::size_t number, std::size_t count, Member member) {
+    try {
+        threads_.emplace_back(member);
+    } catch (std::system_error const& error) {
+        throw std::runtime_error("cannot start thread " + std::to_string(number) + " of " +
+                                 std::to_string(count) + ": " + error.code().message());
     }
 }
 
@@ -27,75 +46,127 @@ OrderedWork::~OrderedWork() {
 }
 
 bool OrderedWork::add(TextRow row) {
-    std::unique_lock lock(mutex);
-    forAdd.wait(lock, [&] { return isStopped || window.size() < windowSize; });
-    if (isStopped) return false;
-    window.push_back({std::move(row), {}});
-    forWorkers.notify_one();
+    std::unique_lock lock(mutex_);
+    forCaller_.wait(lock, [&] { return isStopped_ || added_ < delivered_ + slots_.size(); });
+    if (isStopped_) return false;
+    slotOf(added_).row = std::move(row);
+    ++added_;
+    forWorkers_.notify_one();
     return true;
 }
 
 void OrderedWork::finish() {
     end(false);
-    if (failure) std::rethrow_exception(failure);
+    if (failure_) std::rethrow_exception(failure_);
 }
 
 void OrderedWork::stop() {
     end(true);
-    if (failure) std::rethrow_exception(failure);
+    if (failure_) std::rethrow_exception(failure_);
 }
 
 void OrderedWork::end(bool isAtOnce) {
     {
-        std::lock_guard const lock(mutex);
-        isComplete = true;
-        isStopped |= isAtOnce;
+        std::lock_guard const lock(mutex_);
+        isComplete_ = true;
+        isStopped_ |= isAtOnce;
     }
-    forWorkers.notify_all();
-    for (std::thread& thread : threads)
+    notifyAll();
+    for (std::thread& thread : threads_)
         thread.join();
-    threads.clear();
+    threads_.clear();
+}
+
+void OrderedWork::notifyAll() {
+    forWorkers_.notify_all();
+    forCaller_.notify_all();
+    forReceiver_.notify_all();
 }
 
 // Results are held behind a line that is being worked on, so with none of those nothing is held,
 // and the oldest line may always begin.
 bool OrderedWork::mayBegin() const {
-    return begun < delivered + window.size() && heldBytes < kMostHeldBytes;
+    return begun_ < added_ && heldBytes_ < kMostHeldBytes;
 }
 
-void OrderedWork::run(std::size_t worker) {
-    std::unique_lock lock(mutex);
+bool OrderedWork::isEnough() const {
+    return ready_ - delivered_ >= slots_.size() / 2 || heldBytes_ >= kEnoughBytes ||
+           begun_ == added_ || isStopped_;
+}
+
+bool OrderedWork::isOver() const {
+    return delivered_ == begun_ && (isStopped_ || (isComplete_ && begun_ == added_));
+}
+
+void OrderedWork::workAs(std::size_t worker) {
+    std::unique_lock lock(mutex_);
     while (true) {
-        auto const allBegun = [&] { return isComplete && begun == delivered + window.size(); };
-        forWorkers.wait(lock, [&] { return isStopped || mayBegin() || allBegun(); });
-        if (isStopped || !mayBegin()) return;
-        std::size_t const number = begun++;
-        TextRow const row = std::move(window[number - delivered].row);
+        auto const allBegun = [&] { return isComplete_ && begun_ == added_; };
+        forWorkers_.wait(lock, [&] { return isStopped_ || mayBegin() || allBegun(); });
+        if (isStopped_ || !mayBegin()) break;
+        Slot& slot = slotOf(begun_++);
+        lock.unlock();
         try {
-            lock.unlock();
-            LineResult result = work(worker, row);
-            lock.lock();
-            heldBytes += result.output.size();
-            window[number - delivered].result = std::move(result);
-            window[number - delivered].isDone = true;
-            deliverReady();
+            slot.result = work_(worker, slot.row);
         } catch (...) {
-            if (!lock.owns_lock()) lock.lock();
-            if (!failure) failure = std::current_exception();
-            isStopped = isBroken = true;
+            slot.failure = std::current_exception();
         }
-        forWorkers.notify_all();
-        forAdd.notify_one();
+        lock.lock();
+        slot.isDone = true;
+        heldBytes_ += slot.result.output.size();
+        isStopped_ |= slot.failure != nullptr;
+        while (ready_ < begun_ && slotOf(ready_).isDone)
+            ++ready_;
+        bool const isAwaited = isGathering_ ? isEnough() : ready_ > delivered_;
+        if (isAwaited) forReceiver_.notify_one();
+    }
+    forWorkers_.notify_all();
+    forReceiver_.notify_one();
+}
+
+void OrderedWork::receive() {
+    std::unique_lock lock(mutex_);
+    while (true) {
+        forReceiver_.wait(lock, [&] { return ready_ > delivered_ || isOver(); });
+        if (ready_ == delivered_) return;
+        isGathering_ = true;
+        forReceiver_.wait_for(lock, kLongestGathering, [&] { return isEnough(); });
+        isGathering_ = false;
+        std::size_t const begin = delivered_, end = ready_;
+        std::size_t bytes = 0;
+        for (std::size_t line = begin; line < end; ++line)
+            bytes += slotOf(line).result.output.size();
+        lock.unlock();
+        bool isLast = false;
+        std::exception_ptr failure;
+        try {
+            isLast = !deliver(begin, end);
+        } catch (...) {
+            failure = std::current_exception();
+        }
+        lock.lock();
+        delivered_ = end;
+        heldBytes_ -= bytes;
+        isStopped_ |= isLast || failure != nullptr;
+        failure_ = failure;
+        forWorkers_.notify_all();
+        forCaller_.notify_one();
+        if (failure_) return;
     }
 }
 
-void OrderedWork::deliverReady() {
-    while (!isBroken && !window.empty() && window.front().isDone) {
-        if (!deliver(window.front().result)) isStopped = true;
-        heldBytes -= window.front().result.output.size();
-        window.pop_front();
-        ++delivered;
+// False when the run is to stop.
+bool OrderedWork::deliver(std::size_t begin, std::size_t end) {
+    bool isToGoOn = true;
+    for (std::size_t line = begin; line < end; ++line) {
+        Slot& slot = slotOf(line);
+        if (slot.failure) std::rethrow_exception(slot.failure);
+        slot.isDone = false;
+        LineResult const result = std::move(slot.result);
+        bool const isMoreReady = line + 1 < end && !slotOf(line + 1).failure;
+        isToGoOn &= deliver_(result, isMoreReady);
     }
+    return isToGoOn;
 }
 
 }  // namespace near_text

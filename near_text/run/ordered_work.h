@@ -3,12 +3,13 @@
 //   add -> [ delivered next ... being worked on ... waiting ] -> deliver, from the oldest on
 //           '------------- the window, bounded ------------'
 //
-// The window bounds the memory however long the stream is, and a result leaves it as soon as it and
-// all before it are done.
+// The window bounds the memory however long the stream is. One thread, the receiver, delivers. It
+// takes all that is ready in one go, and lets a little gather before: waking it for each result
+// would cost more than most results do. It does not wait where nothing is left to begin, since the
+// next line may come only when this one is answered.
 #pragma once
 
 #include <condition_variable>
-#include <deque>
 #include <exception>
 #include <functional>
 #include <mutex>
@@ -31,9 +32,11 @@ class OrderedWork {
 public:
     // Called on the thread of the worker, which is numbered from 0.
     using Work = std::function<LineResult(std::size_t worker, TextRow const& row)>;
-    // Called by one thread at a time; false stops the run, as `stop` does.
-    using Deliver = std::function<bool(LineResult const& result)>;
+    // Called on the receiver's thread. Where more is ready another call follows at once; otherwise
+    // nothing may be held back. False stops the run, as `stop` does.
+    using Deliver = std::function<bool(LineResult const& result, bool isMoreReady)>;
 
+    // Throws std::runtime_error when a thread cannot be started.
     OrderedWork(std::size_t workers, Work doWork, Deliver deliverResult);
     ~OrderedWork();
     OrderedWork(OrderedWork const&) = delete;
@@ -42,7 +45,8 @@ public:
     // Waits while the window is full. False when the run has ended.
     bool add(TextRow row);
 
-    // Both wait for the threads and rethrow what `Work` or `Deliver` threw.
+    // Both wait for the threads, and rethrow what `Work` or `Deliver` threw, the results of all
+    // lines before being delivered.
     void finish();  // after all lines are delivered
     void stop();    // after those that a worker has begun are delivered
 
@@ -50,30 +54,46 @@ private:
     struct Slot {
         TextRow row;
         LineResult result;
+        std::exception_ptr failure;
         bool isDone = false;
     };
 
-    void run(std::size_t worker);
+    template <class Member>
+    void start(std::size_t number, std::size_t count, Member member);
+    void workAs(std::size_t worker);
+    void receive();
     bool mayBegin() const;
-    void deliverReady();
+    bool isEnough() const;
+    bool isOver() const;
+    bool deliver(std::size_t begin, std::size_t end);
     void end(bool isAtOnce);
+    void notifyAll();
 
-    Work const work;
-    Deliver const deliver;
-    std::size_t const windowSize;
+    Slot& slotOf(std::size_t line) { return slots_[line % slots_.size()]; }
 
-    std::mutex mutex;
-    std::condition_variable forWorkers;
-    std::condition_variable forAdd;
-    std::deque<Slot> window;
-    std::size_t delivered = 0;  // lines so far; the front of the window is the next
-    std::size_t begun = 0;      // lines so far
-    std::size_t heldBytes = 0;  // of results in the window
-    bool isComplete = false;    // no line will be added
-    bool isStopped = false;     // no line will be begun
-    bool isBroken = false;      // no result will be delivered
-    std::exception_ptr failure;
-    std::vector<std::thread> threads;
+    Work const work_;
+    Deliver const deliver_;
+    // The window, a ring. A slot is the caller's until its line is added, the worker's that begins
+    // it until it is done, and the receiver's from when it is ready until it is delivered.
+    std::vector<Slot> slots_;
+
+    std::mutex mutex_;
+    std::condition_variable forCaller_;
+    std::condition_variable forWorkers_;
+    std::condition_variable forReceiver_;
+    // All guarded by mutex_. Lines so far: each of these is at least the one before, and the last
+    // exceeds the first by the size of the window at the most.
+    std::size_t delivered_ = 0;
+    std::size_t ready_ = 0;  // they and all before are done
+    std::size_t begun_ = 0;
+    std::size_t added_ = 0;
+    std::size_t heldBytes_ = 0;  // of results in the window
+    bool isGathering_ = false;   // the receiver, with something ready
+    bool isComplete_ = false;    // no line will be added
+    bool isStopped_ = false;     // no line will be begun
+    std::exception_ptr failure_;
+
+    std::vector<std::thread> threads_;  // the caller's alone
 };
 
 }  // namespace near_text

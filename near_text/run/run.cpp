@@ -1,12 +1,15 @@
 #include "near_text/run/run.h"
 
+#include <exception>
+
 #include "near_text/input/text_codec.h"
+#include "near_text/messages/interrupt.h"
 
 namespace near_text {
 
 Status run(Matchers& matchers, Preparer const& preparer,
            std::function<bool(TextRow& row)> const& next, RowWork const& work,
-           FailureText const& failureText, MatchWriter& writer, Interrupt const& interrupt) {
+           FailureText const& failureText, MatchWriter& writer) {
     auto const failed = [&](TextRow const& row, std::string const& error) -> LineResult {
         std::string text = failureText(row, error);
         try {
@@ -31,12 +34,21 @@ Status run(Matchers& matchers, Preparer const& preparer,
         result.line = row.number;
         return result;
     };
-    OrderedWork ordered(matchers.size(), workOn,
-                        [&](LineResult const& done) { return writer.write(done); });
-    for (TextRow row; interrupt.signal() == 0 && next(row);) {
-        if (!ordered.add(std::move(row))) break;
+    OrderedWork ordered(matchers.size(), workOn, [&](LineResult const& done, bool isMoreReady) {
+        return writer.write(done, isMoreReady);
+    });
+    std::exception_ptr fault;
+    try {
+        for (TextRow row; signalCaught() == 0 && next(row);) {
+            if (!ordered.add(std::move(row))) break;
+        }
+    } catch (Interrupted const&) {
+        // Which `close` tells.
+    } catch (...) {
+        fault = std::current_exception();
     }
-    interrupt.signal() == 0 ? ordered.finish() : ordered.stop();
+    signalCaught() == 0 ? ordered.finish() : ordered.stop();
+    if (fault) std::rethrow_exception(fault);
     return writer.close();
 }
 

@@ -19,9 +19,10 @@ using RowWork =
     std::function<LineResult(Matcher& matcher, TextRow const& row, std::u16string const& units)>;
 using FailureText = std::function<std::string(TextRow const& row, std::string const& error)>;
 
-// Runs the rows that `next` gives through `work`, and their results, in order, to `writer`.
+// Runs the rows that `next` gives through `work`, and their results, in order, to `writer`. What
+// `next` throws comes behind the results of the rows before.
 Status run(Matchers& matchers, Preparer const& preparer,
            std::function<bool(TextRow& row)> const& next, RowWork const& work,
-           FailureText const& failureText, MatchWriter& writer, Interrupt const& interrupt);
+           FailureText const& failureText, MatchWriter& writer);
 
 }  // namespace near_text

@@ -1,8 +1,7 @@
-// Both methods by way of sets and maps alone: the operations that answer what the fast road's word
-// list cannot hold, called for everything.
+// Both methods by way of sets and maps alone: the forms that the fast paths are held against.
 #pragma once
 
-#include "bench/contenders.h"
+#include "bench/subjects.h"
 
 namespace bench {
 

@@ -1,0 +1,53 @@
+// A format of the output: how a text and its matches are written, or any other table. Each has a
+// file of its own; formats.cpp lists them.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "near_text/input/text_row.h"
+#include "near_text/matching/entry_list.h"
+#include "near_text/matching/match.h"
+#include "near_text/output/columns.h"
+#include "near_text/output/row_layout.h"
+
+namespace near_text {
+
+// Any other table.
+struct Table {
+    struct Column {
+        std::string name;
+        bool isNumber;
+    };
+
+    std::vector<Column> columns;
+    std::vector<Cells> rows;  // as many cells as there are columns
+};
+
+// All texts that a format gives end with a line feed. The texts of rows and entries are valid
+// UTF-8. A text that failed has the error in place of its text and its matches.
+class Format {
+public:
+    char const* const name;
+    bool const carriesColumns;  // that are kept
+    bool const hasHeading;
+
+    // Ahead of the first text.
+    virtual std::string heading(RowLayout const& /*layout*/) const { return {}; }
+    virtual std::string matches(RowLayout const& layout, TextRow const& row, EntryList const& list,
+                                std::vector<Match> const& matches) const = 0;
+    virtual std::string failure(RowLayout const& layout, TextRow const& row,
+                                std::string const& error) const = 0;
+    virtual std::string table(char delimiter, Table const& table) const = 0;
+
+protected:
+    constexpr Format(char const* itsName, bool isCarryingColumns, bool isHeaded)
+        : name(itsName), carriesColumns(isCarryingColumns), hasHeading(isHeaded) {}
+    ~Format() = default;
+};
+
+// Throws std::out_of_range.
+Format const& formatNamed(std::string const& name);
+std::vector<std::string> formatNames();
+
+}  // namespace near_text

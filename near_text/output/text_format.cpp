@@ -1,0 +1,69 @@
+// For eyes: the text, and below it a line a match, the nearest first. Of a table, numbers stand to
+// the right and words to the left.
+#include "near_text/output/text_format.h"
+
+#include <cstdio>
+
+#include "near_text/messages/messages.h"
+#include "near_text/output/format.h"
+
+namespace near_text {
+
+namespace {
+
+std::string number(RowLayout const& layout, TextRow const& row) {
+    return layout.isNumbered ? std::to_string(row.number) + "  " : std::string();
+}
+
+class TextFormat final : public Format {
+public:
+    constexpr TextFormat() : Format("text", false, false) {}
+
+    std::string matches(RowLayout const& layout, TextRow const& row, EntryList const& list,
+                        std::vector<Match> const& matches) const override {
+        std::string text = number(layout, row) + onOneLine(row.text) + '\n';
+        std::vector<Match> nearestFirst = matches;
+        sortByNearness(nearestFirst);
+        for (Match const& match : nearestFirst)
+            text += "    " + shownMatch(match, list.entries.at(match.index)) + '\n';
+        if (matches.empty()) text += "       -\n";
+        return text;
+    }
+
+    std::string failure(RowLayout const& layout, TextRow const& row,
+                        std::string const& error) const override {
+        return number(layout, row) + "error: " + error + '\n';
+    }
+
+    std::string table(char /*delimiter*/, Table const& table) const override {
+        if (table.rows.empty()) return {};
+        std::vector<bool> isRight;
+        std::vector<Cells> lines(1);
+        for (Table::Column const& column : table.columns) {
+            isRight.push_back(column.isNumber);
+            lines[0].push_back(column.name);
+        }
+        for (Cells const& row : table.rows) {
+            lines.push_back(row);
+            for (std::string& cell : lines.back())
+                cell = onOneLine(cell);
+        }
+        return inColumns(lines, isRight);
+    }
+};
+
+}  // namespace
+
+std::string shownMatch(Match const& match, Entry const& entry) {
+    char numbers[160];
+    std::snprintf(numbers, sizeof numbers, "%3d%%  %2lu of %-2lu  line %-5zu  index %-5lu  ",
+                  match.percent, match.distance, match.limit, entry.place, match.index);
+    return numbers + onOneLine(entry.text);
+}
+
+Format const& textFormat() {
+    static constexpr TextFormat format;
+    return format;
+}
+
+}  // namespace near_text

@@ -1,0 +1,14 @@
+// The format for eyes.
+#pragma once
+
+#include <string>
+
+#include "near_text/matching/entry_list.h"
+#include "near_text/matching/match.h"
+
+namespace near_text {
+
+// A match on one line.
+std::string shownMatch(Match const& match, Entry const& entry);
+
+}  // namespace near_text
