@@ -78,37 +78,37 @@ struct PercentCount {
 class Sweep {
 public:
     Sweep(SweepSettings const& settings, EntryList const& entryList)
-        : list(entryList), percents(settings.percents), counts(percents.size()) {
-        if (settings.pairs) pairs = readPairs(*settings.pairs, list);
+        : list_(entryList), percents_(settings.percents), counts_(percents_.size()) {
+        if (settings.pairs) pairs_ = readPairs(*settings.pairs, list_);
     }
 
     // Whether it finds anything at the lowest percentage. From any number of threads.
     bool add(Matcher& matcher, std::size_t line, std::u16string_view text) {
         std::vector<Match> matches = matcher.matches(text);
         bool const isFound = !matches.empty();
-        for (std::size_t i = 0; i < percents.size(); ++i) {
-            if (i > 0) narrow(matcher, text, percents[i], matches);
-            std::lock_guard const lock(mutex);
-            tell(counts[i], line, matches);
+        for (std::size_t i = 0; i < percents_.size(); ++i) {
+            if (i > 0) narrow(matcher, text, percents_[i], matches);
+            std::lock_guard const lock(mutex_);
+            tell(counts_[i], line, matches);
         }
         return isFound;
     }
 
     std::set<std::size_t> textsOfPairs() const {
         std::set<std::size_t> texts;
-        for (auto const& [pair, line] : pairs)
+        for (auto const& [pair, line] : pairs_)
             texts.insert(pair.first);
         return texts;
     }
     // Where the file of the pairs has the text in this line.
-    std::size_t lineOfText(std::size_t text) const { return pairs.lower_bound({text, 0})->second; }
+    std::size_t lineOfText(std::size_t text) const { return pairs_.lower_bound({text, 0})->second; }
 
     Table table() const {
         Table table;
-        for (std::size_t i = percents.size(); i-- > 0;) {
+        for (std::size_t i = percents_.size(); i-- > 0;) {
             table.columns.clear();
             Cells& row = table.rows.emplace_back();
-            for (auto const& [name, value] : figures(percents[i], counts[i])) {
+            for (auto const& [name, value] : figures(percents_[i], counts_[i])) {
                 table.columns.push_back({name, /*isNumber=*/true});
                 row.push_back(std::to_string(value));
             }
@@ -131,10 +131,10 @@ private:
 
     void tell(PercentCount& count, std::size_t line, std::vector<Match> const& matches) {
         ++(matches.empty() ? count.none : matches.size() == 1 ? count.one : count.several);
-        count.all.add(matches, list, line, pairs);
+        count.all.add(matches, list_, line, pairs_);
         std::vector<Match> best = matches;
         keepWanted(best, {Wanted::kAll, true});
-        count.best.add(best, list, line, pairs);
+        count.best.add(best, list_, line, pairs_);
     }
 
     using Figures = std::vector<std::pair<char const*, std::size_t>>;  // with their names
@@ -146,8 +146,8 @@ private:
                            {"several", count.several},
                            {"matches", count.all.matches},
                            {"best_matches", count.best.matches}};
-        if (pairs.empty()) return figures;
-        figures.insert(figures.end(), {{"pairs", pairs.size()},
+        if (pairs_.empty()) return figures;
+        figures.insert(figures.end(), {{"pairs", pairs_.size()},
                                        {"found", count.all.known},
                                        {"others", count.all.matches - count.all.known},
                                        {"best_found", count.best.known},
@@ -157,11 +157,11 @@ private:
         return figures;
     }
 
-    EntryList const& list;
-    Pairs pairs;
-    std::vector<int> const percents;  // ascending
-    std::mutex mutex;
-    std::vector<PercentCount> counts;
+    EntryList const& list_;
+    Pairs pairs_;
+    std::vector<int> const percents_;  // ascending
+    std::mutex mutex_;
+    std::vector<PercentCount> counts_;
 };
 
 }  // namespace
