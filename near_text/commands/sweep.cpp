@@ -28,7 +28,7 @@ bool hasEntryAt(EntryList const& list, std::size_t place) {
 // The first row may be a heading.
 Pairs readPairs(TextFile const& file, EntryList const& list) {
     Pairs pairs;
-    TableReader table(file, {.delimiter = TableShape::kGuessed});
+    TableReader table(file, {.delimiter = TableLayout::kGuessed});
     table.column("2");
     bool isFirst = true;
     for (Row row; table.next(row); isFirst = false) {

@@ -15,7 +15,7 @@ struct Source {
     TextFile file;
     std::string column;             // a name, or a number from 1; empty for a file of lines
     std::vector<std::string> keep;  // columns to carry over, likewise
-    TableShape shape;               // of a table
+    TableLayout layout;             // of a table
 
     bool isTable() const { return !column.empty(); }
 };

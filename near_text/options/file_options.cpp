@@ -113,11 +113,11 @@ Source FileOptions::source(GivenSource const& given) const {
                   given.column,
                   given.keep,
                   {}};
-    if (given.file.ends_with(".tsv")) source.shape.delimiter = '\t';
+    if (given.file.ends_with(".tsv")) source.layout.delimiter = '\t';
     std::string const& delimiter = given.delimiter.empty() ? delimiter_ : given.delimiter;
-    if (!delimiter.empty()) source.shape.delimiter = delimiterOf(delimiter);
-    source.shape.hasHeader = hasHeader_ || isName(given.column) ||
-                             std::any_of(given.keep.begin(), given.keep.end(), isName);
+    if (!delimiter.empty()) source.layout.delimiter = delimiterOf(delimiter);
+    source.layout.hasHeader = hasHeader_ || isName(given.column) ||
+                              std::any_of(given.keep.begin(), given.keep.end(), isName);
     return source;
 }
 
