@@ -2,6 +2,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -30,6 +31,8 @@ public:
     bool next(TextRow& row);
     // "FILE:LINE: ", of the row that was read last.
     std::string place() const;
+    // How much of the file the rows so far are, as LineReader::share.
+    std::optional<double> share() const { return lines_ ? lines_->share() : table_->share(); }
     // Those of the header, else numbers.
     std::vector<std::string> const& keptNames() const { return names_; }
 
