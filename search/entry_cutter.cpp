@@ -9,17 +9,15 @@ CutEntry EntryCutter::cut(Utf16View entry, unsigned long mostUnits) {
     FingerprintSet seen = excluded_;
     FingerprintSet toLookUp = known_;
     unsigned long units = 0;
-    bool isComplete = true;
-    forEachWordWhile(entry, [&](Utf16View word) {
-        isComplete = end != roomEnd;
-        if (!isComplete) return false;
+    bool const isWhole = forEachWordWhile(entry, [&](Utf16View word) {
+        if (end == roomEnd) return false;
         Fingerprint const own = fingerprintOf(word);
         *end++ = {word, own};
         bool const wasSeen = seen.has(own);
-        units += wasSeen ? 0 : word.size();
+        units += word.size() & ((wasSeen ? 1UL : 0UL) - 1);  // branch-free
         seen.add(own);
         toLookUp.addIf(wasSeen, own);
         return units <= mostUnits;
     });
-    return {entry, {first, end}, isComplete, units, toLookUp};
+    return {entry, {first, end}, isWhole || units > mostUnits, units, toLookUp};
 }
