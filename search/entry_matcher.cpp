@@ -62,11 +62,9 @@ EntryMatcher::EntryMatcher(Utf16View searchText, Utf16View exclusions, unsigned 
     search_.emplace(words_, exclusionsEnd_, samples);
 }
 
-bool EntryMatcher::isMatch(Utf16View entry, unsigned short const* textEnd, unsigned long limit) {
+bool EntryMatcher::isMatchByWords(Utf16View entry, unsigned short const* textEnd,
+                                  unsigned long limit) {
     unsigned long const searchUnits = search_->units();
-    if (std::max(searchUnits, entry.size()) <= limit) return true;
-    if (searchUnits > entry.size() + limit) return false;
-
     // More units than these that count are too many.
     unsigned long mostUnits = limit + searchUnits;
     // About a quarter may be whitespace and repeats. With a small limit units that are missing tell
