@@ -2,12 +2,13 @@
 
 #include "compare/words.h"
 
-CutEntry EntryCutter::cut(Utf16View entry, unsigned long mostUnits) {
+CutEntry const& EntryCutter::cut(Utf16View entry, unsigned long mostUnits) {
     CutWord* const first = words_.data();
     CutWord* const roomEnd = first + room_;
     CutWord* end = first;
     FingerprintSet seen = excluded_;
-    FingerprintSet toLookUp = known_;
+    FingerprintSet& toLookUp = cut_.toLookUp;
+    toLookUp = known_;
     unsigned long units = 0;
     bool const isWhole = forEachWordWhile(entry, [&](Utf16View word) {
         if (end == roomEnd) return false;
@@ -19,5 +20,9 @@ CutEntry EntryCutter::cut(Utf16View entry, unsigned long mostUnits) {
         toLookUp.addIf(wasSeen, own);
         return units <= mostUnits;
     });
-    return {entry, {first, end}, isWhole || units > mostUnits, units, toLookUp};
+    cut_.text = entry;
+    cut_.words = {first, end};
+    cut_.isComplete = isWhole || units > mostUnits;
+    cut_.units = units;
+    return cut_;
 }

@@ -72,18 +72,15 @@ bool EntryMatcher::isMatchByWords(Utf16View entry, unsigned short const* textEnd
     constexpr unsigned long kSmallLimit = 16;
     bool const isLikelyTooLong =
         entry.size() - entry.size() / 4 > mostUnits && kSmallLimit * limit > searchUnits;
-    CutEntry cut;
-    if (isLikelyTooLong) {
-        cut = cutter_.cut(entry, mostUnits);
-        if (cut.units > mostUnits) return false;
-    }
+    CutEntry const* cut = isLikelyTooLong ? &cutter_.cut(entry, mostUnits) : nullptr;
+    if (cut != nullptr && cut->units > mostUnits) return false;
     unsigned long const missing = search_->missingIn(entry, limit);
     if (missing > limit) return false;
     mostUnits -= missing;
-    if (!isLikelyTooLong) cut = cutter_.cut(entry, mostUnits);
-    if (cut.units > mostUnits) return false;
+    if (cut == nullptr) cut = &cutter_.cut(entry, mostUnits);
+    if (cut->units > mostUnits) return false;
 
-    auto left = leftOf(cut, mostUnits);
+    auto left = leftOf(*cut, mostUnits);
     if (!left) return false;
     left->textEnd = textEnd;
     return search_->isLeftWithin(limit, *left);
