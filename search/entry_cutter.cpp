@@ -15,7 +15,7 @@ CutEntry const& EntryCutter::cut(Utf16View entry, unsigned long mostUnits) {
         Fingerprint const own = fingerprintOf(word);
         *end++ = {word, own};
         bool const wasSeen = seen.has(own);
-        units += word.size() & ((wasSeen ? 1UL : 0UL) - 1);  // branch-free
+        if (!wasSeen) units += word.size();
         seen.add(own);
         toLookUp.addIf(wasSeen, own);
         return units <= mostUnits;
