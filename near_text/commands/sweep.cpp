@@ -1,11 +1,13 @@
 // A higher percentage finds nothing that a lower one does not find, so each text is searched for in
 // the whole list at the lowest percentage, and then, from one to the next, among what is left.
 #include <algorithm>
+#include <cctype>
 #include <map>
 #include <mutex>
 #include <set>
 
 #include "near_text/commands/commands.h"
+#include "near_text/commands/table_note.h"
 #include "near_text/input/number.h"
 #include "near_text/matching/read_entries.h"
 #include "near_text/messages/interrupt.h"
@@ -25,7 +27,18 @@ bool hasEntryAt(EntryList const& list, std::size_t place) {
                               [](Entry const& a, Entry const& b) { return a.place < b.place; });
 }
 
-// The first row may be a heading.
+// "id", or a name with that word in it: text_id, ID 2.
+bool namesIds(std::string const& name) {
+    std::string words = " ";
+    for (char const c : name)
+        words += std::isalnum(static_cast<unsigned char>(c)) != 0
+                     ? static_cast<char>(std::tolower(static_cast<unsigned char>(c)))
+                     : ' ';
+    words += ' ';
+    return words.find(" id ") != std::string::npos || words.find(" ids ") != std::string::npos;
+}
+
+// The first row may be a heading, but not of ids of records, which may be numbers too.
 Pairs readPairs(TextFile const& file, EntryList const& list) {
     Pairs pairs;
     TableReader table(file, {.delimiter = TableLayout::kGuessed});
@@ -38,7 +51,13 @@ Pairs readPairs(TextFile const& file, EntryList const& list) {
         if (!row.fault.empty()) throw refusal(row.fault);
         auto const text = parseNumber<std::size_t>(row.fields[0], 1);
         auto const entry = parseNumber<std::size_t>(row.fields[1], 1);
-        if (isFirst && !text && !entry) continue;
+        if (isFirst && !text && !entry) {
+            for (std::string const& name : {row.fields[0], row.fields[1]}) {
+                if (!namesIds(name)) continue;
+                throw refusal('\'' + name + "' names ids, but line numbers are read");
+            }
+            continue;
+        }
         if (!text || !entry) {
             throw refusal('\'' + row.fields[text ? 1 : 0] + "' is not a line number");
         }
@@ -167,6 +186,7 @@ private:
 }  // namespace
 
 Status execute(SweepSettings const& settings) {
+    noteTables(settings.texts, settings.entries);
     SearchTerms const terms = readTerms(settings.search);
     auto const file = readEntries(settings.entries, settings.search.preparer);
     Sweep counts(settings, file.list);
@@ -187,16 +207,13 @@ Status execute(SweepSettings const& settings) {
             return {{}, {}, counts.add(matcher, row.number, units)};
         },
         [](TextRow const&, std::string const&) { return std::string(); }, writer);
-    if (signalCaught() == 0) {
-        output.write(settings.output.format->table(settings.output.delimiter, counts.table()));
-        if (isWhole && !missing.empty()) {
-            output.flush();
-            std::size_t const text = *missing.begin();
-            throw std::runtime_error(
-                placeOf(shownName(settings.pairs->name), counts.lineOfText(text)) +
-                "there is no text in line " + std::to_string(text));
-        }
+    if (isWhole && !missing.empty()) {
+        std::size_t const text = *missing.begin();
+        throw std::runtime_error(placeOf(shownName(settings.pairs->name), counts.lineOfText(text)) +
+                                 "there is no text in line " + std::to_string(text));
     }
+    if (signalCaught() == 0)
+        output.write(settings.output.format->table(settings.output.delimiter, counts.table()));
     output.flush();
     return status;
 }
