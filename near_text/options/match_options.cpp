@@ -16,7 +16,17 @@ struct Given {
     bool isUnnumbered = false;
     bool isUnheaded = false;
     bool isUnmatched = false;
+    bool isMutual = false;
 };
+
+void addMutual(CLI::App& command, Given& given) {
+    command
+        .add_flag("--mutual", given.isMutual,
+                  "Keep only the matches that are the best of both sides: of the text, as --best "
+                  "keeps them, and of the entry, if it is searched for among the texts. All texts "
+                  "are read before the first is answered")
+        ->group(kMatchesGroup);
+}
 
 void addOutput(CLI::App& command, Given& given) {
     given.output.addTo(command);
@@ -38,6 +48,9 @@ void validate(Given const& given, Format const& format) {
     if (given.isUnheaded && !format.hasHeading) {
         refuse("--no-heading", "has no effect in the format " + given.output.format());
     }
+    if (given.isMutual && !given.wanted.isAll()) {
+        refuse("--mutual", "keeps the best of both sides, so --best and --top have no effect");
+    }
     if (!given.isUnmatched) return;
     if (!given.wanted.isAll()) {
         refuse("--unmatched", "prints no matches, so --best and --top have no effect");
@@ -55,6 +68,7 @@ ReadSettings define(CLI::App& command) {
     given->files.addReading(command);
     given->terms.addTo(command);
     addWanted(command, given->wanted);
+    addMutual(command, *given);
     addOutput(command, *given);
     given->run.addTo(command);
     return [given](AddInSettings const& addIn) -> Settings {
@@ -64,12 +78,13 @@ ReadSettings define(CLI::App& command) {
                              given->files.texts(),
                              given->files.entries(),
                              given->terms.settings(given->files),
-                             given->wanted,
+                             given->isMutual ? Wanted{Wanted::kAll, true} : given->wanted,
                              output,
                              given->run.settings(),
                              !given->isUnnumbered,
                              !given->isUnheaded,
-                             given->isUnmatched};
+                             given->isUnmatched,
+                             given->isMutual};
     };
 }
 

@@ -54,6 +54,7 @@ struct MatchSettings {
     bool isNumbered;
     bool hasHeading;
     bool isUnmatched;  // only these are printed
+    bool isMutual;     // the best alone that are so in both directions
 };
 
 struct DuplicatesSettings {

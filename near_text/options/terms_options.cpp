@@ -7,7 +7,6 @@ namespace near_text {
 namespace {
 
 constexpr int kDefaultPercent = 80;
-constexpr char const* kGroup = "Which entries match";
 
 }  // namespace
 
@@ -36,10 +35,10 @@ void TermsOptions::addTo(CLI::App& command, bool hasPercent) {
                     "Words that count on neither side, in one argument; may be given several times")
         ->type_name("WORDS")
         ->multi_option_policy(CLI::MultiOptionPolicy::Join)
-        ->group(kGroup);
+        ->group(kMatchesGroup);
     command.add_option("--exclusions", exclusionsFile_, "The same from a file")
         ->type_name("FILE")
-        ->group(kGroup);
+        ->group(kMatchesGroup);
     preparation_.addTo(command);
 }
 
@@ -48,7 +47,7 @@ void TermsOptions::addPercentages(CLI::App& command) {
         command.add_option(name, value, text)
             ->type_name("PERCENT")
             ->transform(percentCheck())
-            ->group(kGroup);
+            ->group(kMatchesGroup);
     };
     add("-p,--percent", percent_,
         "How alike an entry must be, 0 to 100: once shared words have cancelled, 100 allows no "
@@ -60,7 +59,7 @@ void TermsOptions::addPercentages(CLI::App& command) {
                     "blanks included, and one more in every entry but the first")
         ->type_name("UNITS")
         ->transform(numberCheck(0))
-        ->group(kGroup);
+        ->group(kMatchesGroup);
     add("--short-percent", percentShort_, "How alike a short entry must be");
     add("--long-percent", percentLong_, "How alike a long entry must be");
 }
@@ -95,12 +94,12 @@ void addWanted(CLI::App& command, Wanted& wanted) {
         command
             .add_flag("-b,--best", wanted.isBestAlone,
                       "Keep only the nearest entry, or several if they are equally near")
-            ->group(kGroup);
+            ->group(kMatchesGroup);
     command.add_option("-n,--top", wanted.most, "Keep only the N nearest entries")
         ->type_name("N")
         ->transform(numberCheck(1))
         ->excludes(best)
-        ->group(kGroup);
+        ->group(kMatchesGroup);
 }
 
 }  // namespace near_text

@@ -10,6 +10,8 @@
 
 namespace near_text {
 
+inline constexpr char const* kMatchesGroup = "Which entries match";
+
 // --fold-case and its like.
 class PreparationOptions {
 public:

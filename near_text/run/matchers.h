@@ -17,7 +17,7 @@ struct RunSettings {
 
 class Matchers {
 public:
-    // The list and the terms are the caller's and outlive it. Throws Refused when the add-in
+    // What it is given is the caller's and outlives it. Throws Refused when the add-in
     // refuses the terms, and as makeComponent.
     Matchers(AddInSettings const& addIn, RunSettings const& settings, EntryList const& list,
              SearchTerms const& terms, Wanted wanted);
@@ -25,7 +25,14 @@ public:
     Matcher& operator[](std::size_t worker) { return *matchers_[worker]; }
     std::size_t size() const { return matchers_.size(); }
 
+    // The same in another list.
+    Matchers in(EntryList const& list) const { return {addIn_, settings_, list, terms_, wanted_}; }
+
 private:
+    AddInSettings const& addIn_;
+    RunSettings const& settings_;
+    SearchTerms const& terms_;
+    Wanted const wanted_;
     reference::ExcludedWords const excluded_;
     Shortlist shortlist_;
     std::vector<std::unique_ptr<host_client::Component>> components_;

@@ -1,0 +1,112 @@
+// Which of a text's matches the program prints, and what is done to texts before they are asked
+// about: held against runs that do less.
+#include <sys/wait.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <set>
+
+#include "near_text/input/text_codec.h"
+#include "tests/random_text.h"
+
+namespace {
+
+using Pairs = std::set<std::pair<std::string, std::string>>;  // a text's line and an entry's
+
+struct Ending {
+    int status;
+    std::string output, errors;
+};
+
+Ending endingOf(std::string const& arguments) {
+    std::string const output = fileOf("out", {}), errors = fileOf("err", {});
+    int const status =
+        std::system((NEAR_TEXT_PROGRAM " " + arguments + " >" + output + " 2>" + errors).c_str());
+    return {WEXITSTATUS(status), contentOf(output), contentOf(errors)};
+}
+
+std::string outputOf(std::string const& arguments) {
+    return endingOf(arguments).output;
+}
+
+Pairs pairsOf(std::string const& arguments) {
+    Pairs pairs;
+    std::istringstream rows(outputOf("match -f tsv --no-heading " + arguments));
+    for (std::string row; std::getline(rows, row);) {
+        std::vector<std::string> cells(1);
+        for (char const c : row)
+            c == '\t' ? cells.emplace_back() : cells.back() += c;
+        if (!cells[6].empty()) pairs.emplace(cells[0], cells[6]);
+    }
+    return pairs;
+}
+
+Pairs turned(Pairs const& pairs) {
+    Pairs others;
+    for (auto const& [text, entry] : pairs)
+        others.emplace(entry, text);
+    return others;
+}
+
+// Lines that share words, some of them equal or blank.
+std::string randomLines(RandomText& random, std::size_t count) {
+    std::string lines;
+    while (count-- > 0) {
+        std::u16string line = random.words(random.below(6), u"abcd1", 6, u"");
+        std::replace_if(line.begin(), line.end(), reference::isWhitespace, u' ');
+        lines += near_text::toUtf8(line) + '\n';
+    }
+    return lines;
+}
+
+// With enough texts for an index to be asked.
+TEST(Mutual, IsWhatTheBestOfBothDirectionsShare) {
+    RandomText random(7);
+    std::size_t count = 0, left = 0;
+    for (int round = 0; round < roundsOf(20); ++round) {
+        random.stock.clear();
+        // An entry that is too long can be found, but finds nothing.
+        std::string const longEntry = round % 4 == 0 ? std::string(1010, 'a') + '\n' : "";
+        std::string const longText = round % 4 == 0 ? std::string(990, 'a') + '\n' : "";
+        std::string const one = fileOf("one", randomLines(random, 90) + longText);
+        std::string const other = fileOf("other", randomLines(random, 70) + longEntry);
+        std::string const terms = " --threshold " + std::to_string(random.below(20)) +
+                                  " --short-percent " + std::to_string(random.below(101)) +
+                                  " --long-percent " + std::to_string(40 + random.below(40)) +
+                                  (random.oneIn(2) ? " -x 'a b'" : "");
+        Pairs const there = pairsOf("--best -t " + one + " -e " + other + terms);
+        Pairs const back = turned(pairsOf("--best -t " + other + " -e " + one + terms));
+        Pairs both;
+        std::set_intersection(there.begin(), there.end(), back.begin(), back.end(),
+                              std::inserter(both, both.end()));
+        for (std::string const how : {" -j 1", " -j 3", " -j 2 --no-index"})
+            EXPECT_EQ(pairsOf("--mutual -t " + one + " -e " + other + terms + how), both) << terms;
+        count += both.size();
+        left += there.size() - both.size();
+    }
+    EXPECT_GT(count, 200U);
+    EXPECT_GT(left, 200U);
+}
+
+// Those that fail are told in their places; too long a text would be the nearest to the entry.
+TEST(Mutual, LeavesOutTextsThatFail) {
+    std::string const a(995, 'a');
+    std::string const texts = fileOf("texts", "\xFF\n" + a + "aaaaaaaa\n" + a + "\n\nb\n");
+    std::string const arguments =
+        "match --mutual -p 60 -f json -e " + fileOf("entries", a + "aaa\n") + " -t " + texts;
+    Ending const ending = endingOf(arguments);
+    EXPECT_EQ(ending.status, 2);
+    EXPECT_NE(ending.errors.find("2 of 5 lines failed"), std::string::npos);
+    EXPECT_NE(ending.output.find(R"({"line":1,"error":"not valid UTF-8 at byte 1"})"),
+              std::string::npos);
+    EXPECT_NE(ending.output.find(R"(aaa","percent":99,)"), std::string::npos) << ending.output;
+    std::string const unmatched = outputOf(arguments + " --unmatched");
+    EXPECT_EQ(std::count(unmatched.begin(), unmatched.end(), '\n'), 4);
+    EXPECT_EQ(endingOf("match --mutual --best -t x -e x").errors,
+              "near_text: --mutual: keeps the best of both sides, so --best and --top have no "
+              "effect\n");
+    EXPECT_EQ(endingOf("match --mutual -t /dev/null -e " NEAR_TEXT_SAMPLES "/catalogue.txt").status,
+              1);
+}
+
+}  // namespace
