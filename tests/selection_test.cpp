@@ -73,7 +73,7 @@ TEST(Mutual, IsWhatTheBestOfBothDirectionsShare) {
         std::string const terms = " --threshold " + std::to_string(random.below(20)) +
                                   " --short-percent " + std::to_string(random.below(101)) +
                                   " --long-percent " + std::to_string(40 + random.below(40)) +
-                                  (random.oneIn(2) ? " -x 'a b'" : "");
+                                  (random.oneIn(2) ? " -x 'a b'" : " --same-numbers");
         Pairs const there = pairsOf("--best -t " + one + " -e " + other + terms);
         Pairs const back = turned(pairsOf("--best -t " + other + " -e " + one + terms));
         Pairs both;
@@ -107,6 +107,44 @@ TEST(Mutual, LeavesOutTextsThatFail) {
               "effect\n");
     EXPECT_EQ(endingOf("match --mutual -t /dev/null -e " NEAR_TEXT_SAMPLES "/catalogue.txt").status,
               1);
+}
+
+// A match that is left out makes room for the next one, however near it is.
+TEST(SameNumbers, AreLookedAtBeforeTheBestIsChosen) {
+    std::string const list = fileOf("list", "pipe 13 mm\npipe 17 mm\nsteel pipe\n");
+    std::string const at = " -p 40 --same-numbers ";
+    for (std::string const how : {"--best", "--top 1", "--mutual"})
+        EXPECT_EQ(pairsOf(how + at + "-e " + list + " -t " + fileOf("text", "pipe 15 mm\n")),
+                  Pairs({{"1", "3"}}))
+            << how;
+    EXPECT_EQ(outputOf("search 'pipe 15 mm' -f tsv --top 2" + at + "-e " + list),
+              outputOf("search 'pipe 15 mm' -f tsv --top 1" + at + "-e " + list));
+    EXPECT_EQ(outputOf("duplicates -g -f csv" + at + list),
+              "group,line,text\n1,1,pipe 13 mm\n1,2,pipe 17 mm\n1,3,steel pipe\n");
+    std::string const pairs = outputOf("duplicates -f csv" + at + list);
+    EXPECT_EQ(std::count(pairs.begin(), pairs.end(), '\n'), 3) << pairs;
+    EXPECT_NE(endingOf("search a --indices" + at + "-e " + list).errors.find("--indices: prints"),
+              std::string::npos);
+}
+
+// What the samples' known pairs say of it.
+TEST(SameNumbers, MakeMoreOfTheBestRight) {
+    std::string const samples = NEAR_TEXT_SAMPLES "/";
+    Pairs known;
+    std::ifstream rows(samples + "pairs.tsv");
+    std::string row;
+    std::getline(rows, row);
+    for (std::string text, entry; rows >> text >> entry; std::getline(rows, row))
+        known.emplace(text, entry);
+    auto const f1 = [&](std::string const& options) {
+        Pairs const pairs = pairsOf("--prepare -p 60 --best -t " + samples + "supplier.txt -e " +
+                                    samples + "catalogue.txt" + options);
+        auto const right = std::count_if(pairs.begin(), pairs.end(),
+                                         [&](auto const& pair) { return known.count(pair) > 0; });
+        return 2.0 * static_cast<double>(right) / static_cast<double>(pairs.size() + known.size());
+    };
+    EXPECT_LT(f1(""), 0.70);
+    EXPECT_GE(f1(" --same-numbers"), 0.75);
 }
 
 }  // namespace

@@ -23,6 +23,7 @@ std::vector<Match> pairs(Matcher& matcher, EntryList const& list, Percentages pe
     std::erase_if(others, [&](unsigned long other) {
         return other == index || (other < index && matcher.finds(percentages, other, index));
     });
+    matcher.leaveOut(list.units(index), others);
     std::vector<Match> matches = matcher.measured(list.units(index), others);
     for (Match& match : matches) {
         match.percent = std::max(match.percent, matcher.nearnessOf(list.units(match.index), index));

@@ -8,7 +8,8 @@ SearchTerms readTerms(SearchSettings const& settings) {
     std::u16string exclusions;
     if (settings.exclusionsFile) exclusions = readLines(*settings.exclusionsFile);
     exclusions += settings.exclusions;
-    return {settings.percentages, settings.threshold, settings.preparer.prepared(exclusions)};
+    return {settings.percentages, settings.threshold, settings.preparer.prepared(exclusions),
+            settings.isSameNumbers};
 }
 
 }  // namespace near_text

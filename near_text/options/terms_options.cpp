@@ -39,6 +39,11 @@ void TermsOptions::addTo(CLI::App& command, bool hasPercent) {
     command.add_option("--exclusions", exclusionsFile_, "The same from a file")
         ->type_name("FILE")
         ->group(kMatchesGroup);
+    command
+        .add_flag("--same-numbers", isSameNumbers_,
+                  "Leave out matches in which each side has a number that the other lacks, such as "
+                  "13 mm and 17 mm. A number is a run of digits, without leading zeros")
+        ->group(kMatchesGroup);
     preparation_.addTo(command);
 }
 
@@ -84,7 +89,8 @@ SearchSettings TermsOptions::settings(FileOptions const& files) const {
                             threshold_.value_or(0),
                             argumentUnits("--exclude", exclude_),
                             {},
-                            preparation_.preparer()};
+                            preparation_.preparer(),
+                            isSameNumbers_};
     if (!exclusionsFile_.empty()) settings.exclusionsFile = files.other(exclusionsFile_);
     return settings;
 }

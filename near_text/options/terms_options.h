@@ -30,6 +30,7 @@ public:
     void addTo(CLI::App& command, bool hasPercent = true);
     // Throws std::runtime_error.
     SearchSettings settings(FileOptions const& files) const;
+    bool isSameNumbers() const { return isSameNumbers_; }
 
 private:
     void addPercentages(CLI::App& command);
@@ -41,6 +42,7 @@ private:
     std::optional<int> threshold_;
     std::string exclude_;
     std::string exclusionsFile_;
+    bool isSameNumbers_ = false;
     PreparationOptions preparation_;
 };
 

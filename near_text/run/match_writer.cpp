@@ -34,7 +34,7 @@ void MatchWriter::flush() {
     output_.flush();
 }
 
-Status MatchWriter::close() {
+Status MatchWriter::close(std::size_t leftOut) {
     progress_.clear();
     if (failures_ > 0) complain(std::to_string(failures_) + " of " + done() + " failed");
     if (signalCaught() != 0) {
@@ -47,7 +47,10 @@ Status MatchWriter::close() {
         char summary[128];
         std::snprintf(summary, sizeof summary, "%s: %zu with a match, %zu without, in %.1f s",
                       done().c_str(), found_, lines_ - found_ - failures_, seconds);
-        complain(summary);
+        std::string const others = ", " + std::to_string(leftOut) +
+                                   (leftOut == 1 ? " match" : " matches") +
+                                   " left out for other numbers";
+        complain(summary + (leftOut > 0 ? others : ""));
     }
     return failures_ > 0 ? Status::Error : foundIf(found_ > 0);
 }

@@ -25,8 +25,8 @@ public:
     void requireEncodable(std::string_view text) const { output_.requireEncodable(text); }
 
     // Tells how many lines failed, and whether the run was interrupted; on a terminal, what was
-    // done.
-    Status close();
+    // done, and how many matches the terms left out.
+    Status close(std::size_t leftOut = 0);
 
 private:
     void report(LineResult const& result);

@@ -20,4 +20,11 @@ Matchers::Matchers(AddInSettings const& addIn, RunSettings const& settings, Entr
     matchers_[0]->search.findAmong(u"-", terms.percentages, {});
 }
 
+std::size_t Matchers::leftOut() const {
+    std::size_t count = 0;
+    for (auto const& matcher : matchers_)
+        count += matcher->leftOut();
+    return count;
+}
+
 }  // namespace near_text

@@ -25,6 +25,9 @@ public:
     Matcher& operator[](std::size_t worker) { return *matchers_[worker]; }
     std::size_t size() const { return matchers_.size(); }
 
+    // How many matches the terms left out so far; while no thread is at work.
+    std::size_t leftOut() const;
+
     // The same in another list.
     Matchers in(EntryList const& list) const { return {addIn_, settings_, list, terms_, wanted_}; }
 

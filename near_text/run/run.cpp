@@ -49,7 +49,7 @@ Status run(Matchers& matchers, Preparer const& preparer,
     }
     signalCaught() == 0 ? ordered.finish() : ordered.stop();
     if (fault) std::rethrow_exception(fault);
-    return writer.close();
+    return writer.close(matchers.leftOut());
 }
 
 }  // namespace near_text
