@@ -147,4 +147,24 @@ TEST(SameNumbers, MakeMoreOfTheBestRight) {
     EXPECT_GE(f1(" --same-numbers"), 0.75);
 }
 
+TEST(Columns, OfOneTextAreJoined) {
+    std::string const texts = fileOf("texts.csv", "id,\"na,me\",city\n1,Old Inn,\n2,,York\n3,,\n");
+    std::string const entries = fileOf("entries.csv", "old,inn\ncity of york,\n");
+    std::string const match = "match -P -p 50 -f csv --no-heading -t " + texts + " -e " + entries +
+                              " --entry-column 1,2 --text-column ";
+    EXPECT_EQ(outputOf(match + "'\"na,me\",city' --keep id"),
+              "2,Old Inn,100,0,4,0,1,old inn,,1\n3,York,,,,,,,,2\n4,,,,,,,,,3\n");
+    EXPECT_EQ(outputOf(match + "city,2,id | head -n 1"), "2,Old Inn 1,89,1,5,0,1,old inn,\n");
+    std::pair<std::string, std::string> const faults[] = {
+        {"na,me", "texts.csv: there is no column 'na'"},
+        {"city --entry-column 3", "entries.csv: there is no column '3'"},
+        {"'\"na,me'", "--text-column: '\"na,me' has a quote that"},
+        {"city,", "--text-column: 'city,' has a comma without a value"}};
+    for (auto const& [options, part] : faults) {
+        Ending const ending = endingOf(match + options);
+        EXPECT_EQ(ending.status, 2);
+        EXPECT_NE(ending.errors.find(part), std::string::npos) << ending.errors;
+    }
+}
+
 }  // namespace
