@@ -167,4 +167,32 @@ TEST(Columns, OfOneTextAreJoined) {
     }
 }
 
+TEST(Matched, AndUnmatchedAreTheWhole) {
+    std::string const match = "match -f csv --no-heading -p 100 -e " + fileOf("entries", "a\n") +
+                              " -t " + fileOf("texts", "a\n\xFF\nb\n");
+    EXPECT_EQ(outputOf(match + " --matched"),
+              "1,a,100,0,0,0,1,a,\n2,,,,,,,,not valid UTF-8 at byte 1\n");
+    EXPECT_EQ(outputOf(match + " --unmatched"), "2,,,,,,,,not valid UTF-8 at byte 1\n3,b,,,,,,,\n");
+    EXPECT_NE(endingOf(match + " --matched --unmatched").errors.find("excludes"),
+              std::string::npos);
+}
+
+// Unlike an exclusion, a word that is dropped takes its part of the limit along.
+TEST(DropWords, AreGoneBeforeTheAddInSeesTheTexts) {
+    std::string const words = fileOf("words", "LIMITED\n");
+    std::string const list = fileOf("list", "limited\njaw limited\nsaw limited\n");
+    std::string const commands[] = {"search 'saw limited' -f csv -e " + list,
+                                    "match -f csv --matched -e " + list + " -t " + list,
+                                    "duplicates -f csv " + list,
+                                    "sweep -f csv -p 75 -e " + list + " -t " + list};
+    std::string const expected[] = {"saw limited,100,0,1,1,3,saw limited,",
+                                    "2,jaw limited,100,0,1,0,2,jaw limited,\n", "", "75,1,2,0,2,2"};
+    for (std::size_t i = 0; i < std::size(commands); ++i) {
+        std::string const at = i == 3 ? " -P" : " -P -p 75";
+        std::string const output = outputOf(commands[i] + at + " --drop-words " + words);
+        EXPECT_NE(output.find(expected[i]), std::string::npos) << output;
+        EXPECT_NE(output, outputOf(commands[i] + at + " --exclusions " + words)) << commands[i];
+    }
+}
+
 }  // namespace

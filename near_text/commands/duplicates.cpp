@@ -63,8 +63,9 @@ Table groupTable(
 }  // namespace
 
 Status execute(DuplicatesSettings const& settings) {
+    Preparer const preparer = readPreparer(settings.search);
     SearchTerms const terms = readTerms(settings.search);
-    auto const file = readEntries(settings.texts, settings.search.preparer,
+    auto const file = readEntries(settings.texts, preparer,
                                   /*beginsWithSeparator=*/true);
     EntryList const& list = file.list;
     std::optional<EntryGroups> groups;
@@ -102,7 +103,7 @@ Status execute(DuplicatesSettings const& settings) {
         ++at;
         return true;
     };
-    Status status = run(matchers, settings.search.preparer, next, work, failureText, writer);
+    Status status = run(matchers, preparer, next, work, failureText, writer);
     if (groups && signalCaught() == 0) {
         auto const complainOf = [&](Entry const& entry, std::string const& error) {
             complain(placeOf(shownName(settings.texts.file.name), entry.place) + error);

@@ -8,8 +8,9 @@
 namespace near_text {
 
 Status execute(MatchSettings const& settings) {
+    Preparer const preparer = readPreparer(settings.search);
     SearchTerms const terms = readTerms(settings.search);
-    auto const [list, entryColumns] = readEntries(settings.entries, settings.search.preparer);
+    auto const [list, entryColumns] = readEntries(settings.entries, preparer);
     Matchers matchers(settings.addIn, settings.run, list, terms, settings.wanted);
     RowReader reader(settings.texts, kLongestText);
     Output output(settings.output.encoding);
@@ -22,18 +23,18 @@ Status execute(MatchSettings const& settings) {
     auto const read = [&](TextRow& row) { return reader.next(row); };
     auto const next = [&, &entries = list](TextRow& row) {
         if (!settings.isMutual) return read(row);
-        if (!mutual) mutual.emplace(read, settings.search.preparer, matchers, entries);
+        if (!mutual) mutual.emplace(read, preparer, matchers, entries);
         return mutual->next(row);
     };
     auto const work = [&, &entries = list](Matcher& matcher, TextRow const& row,
                                            std::u16string const& units) -> LineResult {
         std::vector<Match> const matches = mutual ? mutual->of(row) : matcher.matches(units);
-        bool const isWritten = matches.empty() || !settings.isUnmatched;
+        bool const isWritten = matches.empty() ? settings.printsUnmatched : settings.printsMatched;
         return {
             isWritten ? format.matches(layout, row, entries, matches) : "", {}, !matches.empty()};
     };
     Status const status = run(
-        matchers, settings.search.preparer, next, work,
+        matchers, preparer, next, work,
         [&](TextRow const& row, std::string const& error) {
             return format.failure(layout, row, error);
         },

@@ -4,6 +4,12 @@
 
 namespace near_text {
 
+Preparer readPreparer(SearchSettings const& settings) {
+    Preparer preparer = settings.preparer;
+    if (settings.dropWordsFile) preparer.drop(readLines(*settings.dropWordsFile));
+    return preparer;
+}
+
 SearchTerms readTerms(SearchSettings const& settings) {
     std::u16string exclusions;
     if (settings.exclusionsFile) exclusions = readLines(*settings.exclusionsFile);

@@ -42,8 +42,12 @@ struct SearchSettings {
     std::u16string exclusions;
     std::optional<TextFile> exclusionsFile;  // more of them
     Preparer preparer;                       // of texts, entries and exclusions
+    std::optional<TextFile> dropWordsFile;   // of what goes from texts and entries
     bool isSameNumbers;
 };
+
+// Of texts and entries. Reads the words that it drops. Throws std::runtime_error.
+Preparer readPreparer(SearchSettings const& settings);
 
 // Reads the exclusions. Throws std::runtime_error.
 SearchTerms readTerms(SearchSettings const& settings);

@@ -15,6 +15,7 @@ struct Given {
     RunOptions run;
     bool isUnnumbered = false;
     bool isUnheaded = false;
+    bool isMatched = false;
     bool isUnmatched = false;
     bool isMutual = false;
 };
@@ -32,6 +33,9 @@ void addOutput(CLI::App& command, Given& given) {
     given.output.addTo(command);
     command
         .add_flag("-u,--unmatched", given.isUnmatched, "Print only the texts that found nothing")
+        ->group(kOutputGroup);
+    command.add_flag("--matched", given.isMatched, "Print only the texts that found something")
+        ->excludes("--unmatched")
         ->group(kOutputGroup);
     command
         .add_flag("--no-numbers", given.isUnnumbered,
@@ -83,7 +87,8 @@ ReadSettings define(CLI::App& command) {
                              given->run.settings(),
                              !given->isUnnumbered,
                              !given->isUnheaded,
-                             given->isUnmatched,
+                             !given->isUnmatched,
+                             !given->isMatched,
                              given->isMutual};
     };
 }

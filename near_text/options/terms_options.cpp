@@ -6,12 +6,12 @@ namespace near_text {
 
 namespace {
 
+constexpr char const* kPreparing = "Preparing texts and entries";
 constexpr int kDefaultPercent = 80;
 
 }  // namespace
 
 void PreparationOptions::addTo(CLI::App& command) {
-    constexpr char const* kPreparing = "Preparing texts and entries";
     command
         .add_flag("-P,--prepare", isWhole_,
                   "All three of the following. Texts are printed as they came")
@@ -45,6 +45,12 @@ void TermsOptions::addTo(CLI::App& command, bool hasPercent) {
                   "13 mm and 17 mm. A number is a run of digits, without leading zeros")
         ->group(kMatchesGroup);
     preparation_.addTo(command);
+    command
+        .add_option("--drop-words", dropWordsFile_,
+                    "Words to take out of texts and entries before the add-in sees these, so that "
+                    "the limits shrink with them. They are prepared as the texts are")
+        ->type_name("FILE")
+        ->group(kPreparing);
 }
 
 void TermsOptions::addPercentages(CLI::App& command) {
@@ -90,8 +96,10 @@ SearchSettings TermsOptions::settings(FileOptions const& files) const {
                             argumentUnits("--exclude", exclude_),
                             {},
                             preparation_.preparer(),
+                            {},
                             isSameNumbers_};
     if (!exclusionsFile_.empty()) settings.exclusionsFile = files.other(exclusionsFile_);
+    if (!dropWordsFile_.empty()) settings.dropWordsFile = files.other(dropWordsFile_);
     return settings;
 }
 

@@ -42,6 +42,7 @@ private:
     std::optional<int> threshold_;
     std::string exclude_;
     std::string exclusionsFile_;
+    std::string dropWordsFile_;
     bool isSameNumbers_ = false;
     PreparationOptions preparation_;
 };
