@@ -7,6 +7,7 @@
 #include <set>
 
 #include "near_text/input/text_codec.h"
+#include "near_text/matching/longest_text.h"
 #include "tests/random_text.h"
 
 namespace {
@@ -193,6 +194,35 @@ TEST(DropWords, AreGoneBeforeTheAddInSeesTheTexts) {
         EXPECT_NE(output.find(expected[i]), std::string::npos) << output;
         EXPECT_NE(output, outputOf(commands[i] + at + " --exclusions " + words)) << commands[i];
     }
+}
+
+TEST(Truncate, CutsAtTheLastBlankThatFits) {
+    auto const runs = [](std::size_t first, std::u16string const& between, std::size_t second) {
+        return std::u16string(first, u'a') + between + std::u16string(second, u'b');
+    };
+    std::pair<std::u16string, std::size_t> const cases[] = {
+        {runs(1000, u"", 0), 1000},        {runs(1000, u" ", 5), 1000},
+        {runs(999, u"\t", 1), 999},        {runs(400, u" ", 600), 400},
+        {runs(1001, u" ", 5), 1000},       {runs(0, u"   ", 1000), 1000},
+        {runs(999, u"\U0001F600", 1), 999}};
+    for (auto const& [text, length] : cases) {
+        std::u16string cut = text;
+        EXPECT_EQ(near_text::truncate(cut), text.size() > 1000) << length;
+        EXPECT_EQ(cut, text.substr(0, length));
+    }
+}
+
+TEST(Truncate, SearchesForWhatFitsAndTellsHowMany) {
+    std::string const a(700, 'a'), b(300, 'b');
+    std::string const texts = fileOf("texts", a + ' ' + b + '\n' + a + '\n');
+    std::string const lists = "-p 90 -t " + texts + " -e " + fileOf("entries", a + '\n');
+    for (std::string const how : {"match ", "match --mutual ", "sweep "}) {
+        EXPECT_EQ(endingOf(how + lists).status, 2);
+        Ending const ending = endingOf(how + "--truncate " + lists);
+        EXPECT_EQ(ending.status, 0);
+        EXPECT_EQ(ending.errors, "near_text: note: 1 of 2 lines cut to 1000 units\n");
+    }
+    EXPECT_EQ(pairsOf("--mutual --truncate " + lists), Pairs({{"1", "1"}, {"2", "1"}}));
 }
 
 }  // namespace

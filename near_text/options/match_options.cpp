@@ -75,6 +75,7 @@ ReadSettings define(CLI::App& command) {
     addMutual(command, *given);
     addOutput(command, *given);
     given->run.addTo(command);
+    given->run.addTruncate(command);
     return [given](AddInSettings const& addIn) -> Settings {
         OutputSettings const output = given->output.settings(given->files);
         validate(*given, *output.format);

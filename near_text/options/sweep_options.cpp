@@ -54,6 +54,7 @@ ReadSettings define(CLI::App& command) {
     given->terms.addTo(command, false);
     given->output.addTo(command);
     given->run.addTo(command);
+    given->run.addTruncate(command);
     return [given](AddInSettings const& addIn) -> Settings {
         OutputSettings const output = given->output.settings(given->files);
         SearchSettings search = given->terms.settings(given->files);

@@ -4,6 +4,7 @@
 
 #include <cstdio>
 
+#include "near_text/matching/longest_text.h"
 #include "near_text/messages/interrupt.h"
 #include "near_text/messages/messages.h"
 
@@ -21,6 +22,7 @@ bool MatchWriter::write(LineResult const& result, bool isMoreReady) {
     if (!result.failure.empty()) report(result);
     if (isGivenUp_) return false;
     if (result.isFound) ++found_;
+    if (result.isCut) ++cut_;
     output_.write(result.output);
     if (!isMoreReady) {
         flush();
@@ -37,6 +39,10 @@ void MatchWriter::flush() {
 Status MatchWriter::close(std::size_t leftOut) {
     progress_.clear();
     if (failures_ > 0) complain(std::to_string(failures_) + " of " + done() + " failed");
+    if (cut_ > 0) {
+        complain("note: " + std::to_string(cut_) + " of " + done() + " cut to " +
+                 std::to_string(kMostUnits) + " units");
+    }
     if (signalCaught() != 0) {
         complain("interrupted after " + done());
         return endedBy(signalCaught());

@@ -11,8 +11,9 @@ namespace near_text {
 
 struct RunSettings {
     unsigned jobs;
-    bool isStrict;   // give up at the first line that failed
-    bool isIndexed;  // spare the add-in entries that cannot match
+    bool isStrict;              // give up at the first line that failed
+    bool isIndexed;             // spare the add-in entries that cannot match
+    bool isTruncating = false;  // texts that the add-in would refuse for their length
 };
 
 class Matchers {
@@ -24,6 +25,7 @@ public:
 
     Matcher& operator[](std::size_t worker) { return *matchers_[worker]; }
     std::size_t size() const { return matchers_.size(); }
+    RunSettings const& settings() const { return settings_; }
 
     // How many matches the terms left out so far; while no thread is at work.
     std::size_t leftOut() const;

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 
+#include "near_text/matching/longest_text.h"
 #include "near_text/run/in_parallel.h"
+#include "near_text/run/run.h"
 
 namespace near_text {
 
@@ -36,7 +38,8 @@ void MutualMatches::findBest(Matchers& matchers, Preparer const& preparer) {
     inParallel(matchers.size(), texts_.size(), [&](std::size_t worker, std::size_t number) {
         Text& text = texts_[number];
         try {
-            text.matches = matchers[worker].matches(preparer.prepared(lineUnits(text.row)));
+            RowUnits const prepared(text.row, preparer, matchers.settings());
+            text.matches = matchers[worker].matches(prepared.units);
         } catch (NotText const& error) {
             text.failure = error.what();
         } catch (Refused const& error) {
@@ -58,21 +61,26 @@ Indices MutualMatches::foundEntries() const {
 }
 
 // The place of each is its number in `texts_`, from 1.
-EntryList MutualMatches::list(Preparer const& preparer) const {
-    EntryListBuilder builder(preparer, u'\0');
-    for (std::size_t i = 0; i < texts_.size(); ++i)
-        builder.add(i + 1, texts_[i].failure.empty() ? lineUnits(texts_[i].row) : u"", {});
+EntryList MutualMatches::list(Preparer const& preparer, RunSettings const& settings) const {
+    Preparer const asItIs{{}};
+    EntryListBuilder builder(asItIs, u'\0');
+    for (std::size_t i = 0; i < texts_.size(); ++i) {
+        bool const isIn = texts_[i].failure.empty();
+        builder.add(i + 1, isIn ? RowUnits(texts_[i].row, preparer, settings).units : u"", {});
+    }
     return builder.take("the list of the texts");
 }
 
 void MutualMatches::keepMutual(Matchers const& matchers, Preparer const& preparer,
                                EntryList const& entries, Indices const& found) {
-    EntryList const texts = list(preparer);
+    EntryList const texts = list(preparer, matchers.settings());
     Matchers back = matchers.in(texts);
     std::vector<Indices> bestOf(found.size());  // numbers of texts, ascending
     inParallel(back.size(), found.size(), [&](std::size_t worker, std::size_t number) {
         try {
-            for (Match const& match : back[worker].matches(entries.units(found[number])))
+            std::u16string entry(entries.units(found[number]));
+            if (matchers.settings().isTruncating) truncate(entry);
+            for (Match const& match : back[worker].matches(entry))
                 bestOf[number].push_back(texts.entries[match.index].place - 1);
         } catch (Refused const&) {
             return;

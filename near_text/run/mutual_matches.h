@@ -5,7 +5,8 @@
 // behind a separator, is each direction's own. Ties stay on both sides.
 //
 // A text that failed takes no part, as if its line were blank. An entry that is too long to be
-// searched for has no match.
+// searched for has no match. Where texts are cut they take part as they are then, and so does an
+// entry on the way back.
 #pragma once
 
 #include <functional>
@@ -41,7 +42,7 @@ private:
     void keepMutual(Matchers const& matchers, Preparer const& preparer, EntryList const& entries,
                     Indices const& found);
     Indices foundEntries() const;
-    EntryList list(Preparer const& preparer) const;
+    EntryList list(Preparer const& preparer, RunSettings const& settings) const;
 
     std::vector<Text> texts_;
     std::size_t handedOut_ = 0;

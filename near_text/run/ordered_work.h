@@ -26,6 +26,7 @@ struct LineResult {
     std::string failure = {};  // empty where there is none
     bool isFound = false;
     std::size_t line = 0;  // its number
+    bool isCut = false;    // the text was too long
 };
 
 class OrderedWork {

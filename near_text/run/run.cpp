@@ -3,9 +3,13 @@
 #include <exception>
 
 #include "near_text/input/text_codec.h"
+#include "near_text/matching/longest_text.h"
 #include "near_text/messages/interrupt.h"
 
 namespace near_text {
+
+RowUnits::RowUnits(TextRow const& row, Preparer const& preparer, RunSettings const& settings)
+    : units(preparer.prepared(lineUnits(row))), isCut(settings.isTruncating && truncate(units)) {}
 
 Status run(Matchers& matchers, Preparer const& preparer,
            std::function<bool(TextRow& row)> const& next, RowWork const& work,
@@ -24,7 +28,9 @@ Status run(Matchers& matchers, Preparer const& preparer,
     auto const workOn = [&](std::size_t worker, TextRow const& row) {
         LineResult result;
         try {
-            result = work(matchers[worker], row, preparer.prepared(lineUnits(row)));
+            RowUnits const text(row, preparer, matchers.settings());
+            result = work(matchers[worker], row, text.units);
+            result.isCut = text.isCut;
             writer.requireEncodable(result.output);
         } catch (NotText const& error) {
             result = failed(row, error.what());
