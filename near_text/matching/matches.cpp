@@ -15,27 +15,27 @@ Matcher::Matcher(host_client::Component& component, EntryList const& searchedLis
                  SearchTerms const& searchTerms, reference::ExcludedWords const& excludedWords,
                  Wanted wantedMatches, Shortlist* shortlist)
     : search(component, searchedList, searchTerms.exclusions, searchTerms.threshold, shortlist),
-      list(searchedList),
-      terms(searchTerms),
-      wanted(wantedMatches),
-      excluded(excludedWords) {}
+      list_(searchedList),
+      terms_(searchTerms),
+      wanted_(wantedMatches),
+      excluded_(excludedWords) {}
 
 std::vector<Match> Matcher::matches(std::u16string_view text) {
     std::vector<Match> matches = measured(text, found(text));
-    if (!wanted.isAll()) keepWanted(matches, wanted);
+    if (!wanted_.isAll()) keepWanted(matches, wanted_);
     return matches;
 }
 
 Indices Matcher::found(std::u16string_view text) {
-    Percentages const asked = terms.percentages;
+    Percentages const asked = terms_.percentages;
     for (int const high : {85, 75}) {
         Percentages const raised = {std::max(asked.forShort, high), std::max(asked.forLong, high)};
         bool const isRaised = raised.forShort > asked.forShort || raised.forLong > asked.forLong;
-        if (wanted.isAll() || !isRaised) continue;
+        if (wanted_.isAll() || !isRaised) continue;
         Indices indices = search.find(text, raised);
         std::size_t const before = leftOut_;
         leaveOut(text, indices);
-        if (indices.size() >= (wanted.isBestAlone ? 1 : wanted.most)) return indices;
+        if (indices.size() >= (wanted_.isBestAlone ? 1 : wanted_.most)) return indices;
         leftOut_ = before;  // they will be found again
     }
     Indices indices = search.find(text, asked);
@@ -44,10 +44,10 @@ Indices Matcher::found(std::u16string_view text) {
 }
 
 void Matcher::leaveOut(std::u16string_view text, Indices& found) {
-    if (!terms.isSameNumbers || found.empty()) return;
+    if (!terms_.isSameNumbers || found.empty()) return;
     Numbers const numbers(text);
     leftOut_ += std::erase_if(
-        found, [&](unsigned long index) { return numbers.contradict(Numbers(list.units(index))); });
+        found, [&](unsigned long index) { return numbers.contradict(Numbers(list_.units(index))); });
 }
 
 std::vector<Match> Matcher::measured(std::u16string_view text, Indices const& indices) const {
@@ -71,19 +71,21 @@ int Matcher::nearnessOf(std::u16string_view text, unsigned long index) const {
 
 bool Matcher::finds(Percentages percentages, unsigned long text, unsigned long entry) {
     try {
-        return !search.findAmong(list.units(text), percentages, {entry}).empty();
+        return !search.findAmong(list_.units(text), percentages, {entry}).empty();
     } catch (Refused const&) {
         return false;
     }
 }
 
 reference::SearchExplanation Matcher::explanation(std::u16string_view text) const {
-    return {text, excluded, terms.threshold, terms.percentages.forShort, terms.percentages.forLong};
+    return {text, excluded_, terms_.threshold, terms_.percentages.forShort,
+            terms_.percentages.forLong};
 }
 
 reference::Measure Matcher::measure(reference::SearchExplanation const& against,
                                     unsigned long index) const {
-    return against.measure(reference::readEntry(list.units(index), list.isBehindSeparator(index)));
+    return against.measure(
+        reference::readEntry(list_.units(index), list_.isBehindSeparator(index)));
 }
 
 }  // namespace near_text

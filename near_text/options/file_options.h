@@ -16,8 +16,9 @@ struct GivenSource {
     std::string file;
     std::vector<std::string> columns;
     std::vector<std::string> keep;
-    std::string delimiter;  // of this one alone
-    std::string encoding;   // likewise
+    std::string delimiter;                      // of this one alone
+    std::string encoding;                       // likewise
+    std::string encodingOption = "--encoding";  // that gives it
 
     bool isTable() const { return !columns.empty(); }
 };
