@@ -8,6 +8,7 @@
 
 #include "near_text/input/text_codec.h"
 #include "near_text/matching/longest_text.h"
+#include "reference/whitespace.h"
 #include "tests/random_text.h"
 
 namespace {
@@ -91,16 +92,18 @@ TEST(Mutual, IsWhatTheBestOfBothDirectionsShare) {
 
 // Those that fail are told in their places; too long a text would be the nearest to the entry.
 TEST(Mutual, LeavesOutTextsThatFail) {
-    std::string const a(995, 'a');
-    std::string const texts = fileOf("texts", "\xFF\n" + a + "aaaaaaaa\n" + a + "\n\nb\n");
-    std::string const arguments =
-        "match --mutual -p 60 -f json -e " + fileOf("entries", a + "aaa\n") + " -t " + texts;
+    std::string const a(960, 'a');
+    std::string const texts =
+        fileOf("texts", "\xFF\n" + a + std::string(41, 'a') + "\n" + a + "\n\nb\n");
+    std::string const arguments = "match --mutual -p 60 -f json -e " +
+                                  fileOf("entries", a + std::string(40, 'a') + "\n") + " -t " +
+                                  texts;
     Ending const ending = endingOf(arguments);
     EXPECT_EQ(ending.status, 2);
     EXPECT_NE(ending.errors.find("2 of 5 lines failed"), std::string::npos);
     EXPECT_NE(ending.output.find(R"({"line":1,"error":"not valid UTF-8 at byte 1"})"),
               std::string::npos);
-    EXPECT_NE(ending.output.find(R"(aaa","percent":99,)"), std::string::npos) << ending.output;
+    EXPECT_NE(ending.output.find(R"(aaa","percent":96,)"), std::string::npos) << ending.output;
     std::string const unmatched = outputOf(arguments + " --unmatched");
     EXPECT_EQ(std::count(unmatched.begin(), unmatched.end(), '\n'), 4);
     EXPECT_EQ(endingOf("match --mutual --best -t x -e x").errors,
@@ -144,18 +147,19 @@ TEST(SameNumbers, MakeMoreOfTheBestRight) {
                                          [&](auto const& pair) { return known.count(pair) > 0; });
         return 2.0 * static_cast<double>(right) / static_cast<double>(pairs.size() + known.size());
     };
-    EXPECT_LT(f1(""), 0.70);
-    EXPECT_GE(f1(" --same-numbers"), 0.75);
+    double const with = f1(" --same-numbers");
+    EXPECT_GE(with, 0.75);
+    EXPECT_GT(with, f1("") + 0.05);
 }
 
 TEST(Columns, OfOneTextAreJoined) {
     std::string const texts = fileOf("texts.csv", "id,\"na,me\",city\n1,Old Inn,\n2,,York\n3,,\n");
-    std::string const entries = fileOf("entries.csv", "old,inn\ncity of york,\n");
+    std::string const entries = fileOf("entries.csv", "old,inn\nparis,\n");
     std::string const match = "match -P -p 50 -f csv --no-heading -t " + texts + " -e " + entries +
                               " --entry-column 1,2 --text-column ";
     EXPECT_EQ(outputOf(match + "'\"na,me\",city' --keep id"),
               "2,Old Inn,100,0,4,0,1,old inn,,1\n3,York,,,,,,,,2\n4,,,,,,,,,3\n");
-    EXPECT_EQ(outputOf(match + "city,2,id | head -n 1"), "2,Old Inn 1,89,1,5,0,1,old inn,\n");
+    EXPECT_EQ(outputOf(match + "city,2,id | head -n 1"), "2,Old Inn 1,94,1,5,0,1,old inn,\n");
     std::pair<std::string, std::string> const faults[] = {
         {"na,me", "texts.csv: there is no column 'na'"},
         {"city --entry-column 3", "entries.csv: there is no column '3'"},
@@ -187,7 +191,7 @@ TEST(DropWords, AreGoneBeforeTheAddInSeesTheTexts) {
                                     "duplicates -f csv " + list,
                                     "sweep -f csv -p 75 -e " + list + " -t " + list};
     std::string const expected[] = {"saw limited,100,0,1,1,3,saw limited,",
-                                    "2,jaw limited,100,0,1,0,2,jaw limited,\n", "", "75,1,2,0,2,2"};
+                                    "2,jaw limited,100,0,1,0,2,jaw limited,\n", "", "75,1,0,2,4,2"};
     for (std::size_t i = 0; i < std::size(commands); ++i) {
         std::string const at = i == 3 ? " -P" : " -P -p 75";
         std::string const output = outputOf(commands[i] + at + " --drop-words " + words);

@@ -46,8 +46,9 @@ Indices Matcher::found(std::u16string_view text) {
 void Matcher::leaveOut(std::u16string_view text, Indices& found) {
     if (!terms_.isSameNumbers || found.empty()) return;
     Numbers const numbers(text);
-    leftOut_ += std::erase_if(
-        found, [&](unsigned long index) { return numbers.contradict(Numbers(list_.units(index))); });
+    leftOut_ += std::erase_if(found, [&](unsigned long index) {
+        return numbers.contradict(Numbers(list_.units(index)));
+    });
 }
 
 std::vector<Match> Matcher::measured(std::u16string_view text, Indices const& indices) const {
