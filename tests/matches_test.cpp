@@ -2,6 +2,7 @@
 #include "near_text/matching/matches.h"
 
 #include "near_text/matching/groups.h"
+#include "near_text/matching/numbers.h"
 #include "tests/random_text.h"
 
 namespace {
@@ -16,7 +17,7 @@ protected:
     std::u16string line() {
         std::u16string text;
         for (std::size_t words = below(5); words > 0; --words)
-            text += random.run(u"abcя", 1 + below(random.oneIn(4) ? 12 : 3)) +
+            text += random.run(u"abcя12", 1 + below(random.oneIn(4) ? 12 : 3)) +
                     std::u16string(1 + below(2), u' ');
         return text;
     }
@@ -70,14 +71,20 @@ TEST_F(RandomLists, NearnessIsWhereTheAddInTurns) {
 TEST_F(RandomLists, WantedAreTheNearest) {
     for (int round = 0; round < 200; ++round) {
         EntryList const entries = list(false);
-        SearchTerms const with = terms(u"");
+        SearchTerms const plain = terms(u"");
+        SearchTerms with = plain;
+        with.isSameNumbers = random.oneIn(2);
         reference::ExcludedWords const none;
-        Matcher all(component, entries, with, none, {});
+        Matcher all(component, entries, plain, none, {});
         Matcher best(component, entries, with, none, {Wanted::kAll, true});
         Matcher two(component, entries, with, none, {2, false});
         for (int i = 0; i < 50; ++i) {
             std::u16string const text = line();
             std::vector<Match> matches = all.matches(text);
+            std::erase_if(matches, [&](Match const& match) {
+                return with.isSameNumbers &&
+                       Numbers(text).contradict(Numbers(entries.units(match.index)));
+            });
             sortByNearness(matches);
             auto const ties = std::count_if(matches.begin(), matches.end(), [&](Match const& m) {
                 return m.percent == matches[0].percent;
@@ -90,6 +97,32 @@ TEST_F(RandomLists, WantedAreTheNearest) {
             expectFirst(best.matches(text), static_cast<std::size_t>(ties));
             expectFirst(two.matches(text), 2);
         }
+    }
+}
+
+TEST(Numbers, ContradictWhereEachSideHasOneOfItsOwn) {
+    std::tuple<Text, Text, bool> const cases[] = {
+        {u"13 mm", u"17 mm", true},
+        {u"hammer 4 kg", u"hammer", false},
+        {u"M8x40", u"M8 x 50", true},
+        {u"8 x 40", u"40x8x8", false},
+        {u"1.5 l", u"1,5 l", false},
+        {u"1.5 l", u"15 l", true},
+        {u"007", u"7", false},
+        {u"0", u"000", false},
+        {u"0", u"5", true},
+        {u"10", u"1", true},
+        {u"4 kg 2 m", u"4 kg 3", true},
+        {u"4 kg 2 m", u"2", false},
+        {u"\u0663 kg", u"3 kg", false},
+        {u"\u0663\u0660", u"31", true},
+        {u"\U0001D7D9", u"1", false},
+        {u"x\u00B2", u"x3", false},
+        {u"", u"1", false},
+    };
+    for (auto const& [text, entry, isContradiction] : cases) {
+        EXPECT_EQ(Numbers(text).contradict(Numbers(entry)), isContradiction) << shown(text);
+        EXPECT_EQ(Numbers(entry).contradict(Numbers(text)), isContradiction) << shown(text);
     }
 }
 

@@ -43,6 +43,25 @@ TEST(Preparation, DoesWhatItIsAskedFor) {
         EXPECT_EQ(Preparer(how).prepared(text), prepared) << near_text::toUtf8(text);
 }
 
+TEST(Preparation, DropsWordsWithTheWhitespaceAheadOfThem) {
+    Preparer preparer(kAll);
+    preparer.drop(u"Ltd.  gro\u0308sse\nCO");
+    std::pair<Text, Text> const cases[] = {{u"red ltd ball", u"red ball"},
+                                           {u"Ltd,red", u"red"},
+                                           {u" co  red ", u" red "},
+                                           {u"red  ltd\tco  ball", u"red  ball"},
+                                           {u"GR\u00D6SSE 5 co", u"5"},
+                                           {u"ltd", u""},
+                                           {u"co co ", u" "},
+                                           {u"company ltds", u"company ltds"},
+                                           {u"", u""},
+                                           {u" ", u" "}};
+    for (auto const& [text, prepared] : cases) {
+        EXPECT_EQ(preparer.prepared(text), prepared) << near_text::toUtf8(text);
+        EXPECT_EQ(preparer.prepared(prepared), prepared);
+    }
+}
+
 TEST(Preparation, TwiceIsAsOnce) {
     Preparer const preparers[] = {Preparer(kAll), Preparer({.composes = true})};
     std::mt19937 random(10);

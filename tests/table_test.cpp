@@ -92,7 +92,7 @@ TEST(Table, FindsColumns) {
 
 TEST(Table, KeepsTheCellsThatCanBeReadOfARowWithAFault) {
     std::string const file = fileOf("table", "7,\xFF,\xFE\n8,\0,x\n9\n\"a\"b,y,z\n1,w,v\n"s);
-    near_text::RowReader reader({file, "2", {"1", "3"}, {}});
+    near_text::RowReader reader({file, {"2"}, {"1", "3"}, {}});
     std::vector<std::vector<std::string>> kept;
     std::string texts;
     for (near_text::TextRow row; reader.next(row); texts += row.text + ';')

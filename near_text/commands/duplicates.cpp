@@ -24,6 +24,7 @@ std::vector<Match> pairs(Matcher& matcher, EntryList const& list, Percentages pe
     std::erase_if(others, [&](unsigned long other) {
         return other == index || (other < index && matcher.finds(percentages, other, index));
     });
+    matcher.leaveOut(list.units(index), others);
     std::vector<Match> matches = matcher.measured(list.units(index), others);
     for (Match& match : matches) {
         match.percent = std::max(match.percent, matcher.nearnessOf(list.units(match.index), index));
@@ -64,8 +65,9 @@ Table groupTable(
 
 Status execute(DuplicatesSettings const& settings) {
     noteTable(settings.texts, "--text-column");
+    Preparer const preparer = readPreparer(settings.search);
     SearchTerms const terms = readTerms(settings.search);
-    auto const file = readEntries(settings.texts, settings.search.preparer,
+    auto const file = readEntries(settings.texts, preparer,
                                   /*beginsWithSeparator=*/true);
     EntryList const& list = file.list;
     std::optional<EntryGroups> groups;
@@ -100,10 +102,12 @@ Status execute(DuplicatesSettings const& settings) {
         row.number = at->place;
         row.text = at->text;
         row.kept = at->kept;
+        row.share = static_cast<double>(at - list.entries.begin() + 1) /
+                    static_cast<double>(list.entries.size());
         ++at;
         return true;
     };
-    Status status = run(matchers, settings.search.preparer, next, work, failureText, writer);
+    Status status = run(matchers, preparer, next, work, failureText, writer);
     if (groups && signalCaught() == 0) {
         auto const complainOf = [&](Entry const& entry, std::string const& error) {
             complain(placeOf(shownName(settings.texts.file.name), entry.place) + error);

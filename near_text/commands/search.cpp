@@ -14,8 +14,7 @@ namespace near_text {
 
 namespace {
 
-EntryFile readList(TextSearchSettings const& settings) {
-    Preparer const& preparer = settings.search.preparer;
+EntryFile readList(TextSearchSettings const& settings, Preparer const& preparer) {
     if (auto const* const file = std::get_if<Source>(&settings.entries)) {
         noteTable(*file, "--entry-column");
         return readEntries(*file, preparer);
@@ -108,9 +107,10 @@ void writeExplained(Output& output, TextSearchSettings const& settings, EntryLis
 
 Status execute(TextSearchSettings const& settings) {
     auto const component = makeComponent(settings.addIn);
-    std::u16string const text = settings.search.preparer.prepared(toUnits(settings.text));
+    Preparer const preparer = readPreparer(settings.search);
+    std::u16string const text = preparer.prepared(toUnits(settings.text));
     SearchTerms const terms = readTerms(settings.search);
-    EntryFile const entries = readList(settings);
+    EntryFile const entries = readList(settings, preparer);
     auto const excluded = reference::readExclusions(terms.exclusions, entries.list.separator);
     Matcher matcher(*component, entries.list, terms, excluded, settings.wanted);
     if (settings.isIndices) {

@@ -187,8 +187,9 @@ private:
 
 Status execute(SweepSettings const& settings) {
     noteTables(settings.texts, settings.entries);
+    Preparer const preparer = readPreparer(settings.search);
     SearchTerms const terms = readTerms(settings.search);
-    auto const file = readEntries(settings.entries, settings.search.preparer);
+    auto const file = readEntries(settings.entries, preparer);
     Sweep counts(settings, file.list);
     Matchers matchers(settings.addIn, settings.run, file.list, terms, {});
     RowReader reader(settings.texts, kLongestText);
@@ -202,7 +203,7 @@ Status execute(SweepSettings const& settings) {
         return !isWhole;
     };
     Status const status = run(
-        matchers, settings.search.preparer, next,
+        matchers, preparer, next,
         [&](Matcher& matcher, TextRow const& row, std::u16string const& units) -> LineResult {
             return {{}, {}, counts.add(matcher, row.number, units)};
         },

@@ -8,7 +8,8 @@ RowReader::RowReader(Source const& source, std::size_t longest) {
         return;
     }
     table_ = std::make_unique<TableReader>(source.file, source.layout);
-    textColumn_ = table_->column(source.column);
+    for (std::string const& column : source.columns)
+        textColumns_.push_back(table_->column(column));
     for (std::string const& column : source.keep) {
         keptColumns_.push_back(table_->column(column));
         names_.push_back(source.layout.hasHeader ? table_->header()[keptColumns_.back()]
@@ -17,9 +18,14 @@ RowReader::RowReader(Source const& source, std::size_t longest) {
 }
 
 bool RowReader::next(TextRow& row) {
-    if (lines_) return lines_->next(row);
+    if (lines_) {
+        if (!lines_->next(row)) return false;
+        row.share = lines_->share();
+        return true;
+    }
     if (!table_->next(fields_)) return false;
     row = {};
+    row.share = table_->share();
     row.number = fields_.line;
     row.fault = fields_.fault;
     if (fields_.fields.empty()) return true;
@@ -28,8 +34,18 @@ bool RowReader::next(TextRow& row) {
         bool const isReadable = column < fields_.fields.size() && isText(fields_.fields[column]);
         row.kept.push_back(isReadable ? fields_.fields[column] : "");
     }
-    if (row.fault.empty()) row.text = std::move(fields_.fields[textColumn_]);
+    if (row.fault.empty()) row.text = text();
     return true;
+}
+
+std::string RowReader::text() const {
+    std::string text;
+    for (std::size_t const column : textColumns_) {
+        std::string const& cell = fields_.fields[column];
+        if (!text.empty() && !cell.empty()) text += ' ';
+        text += cell;
+    }
+    return text;
 }
 
 std::string RowReader::place() const {

@@ -1,4 +1,5 @@
-// Where texts and entries come from: files of one a line, or tables of which a column holds them.
+// Where texts and entries come from: files of one a line, or tables of which a column holds them,
+// or several columns together.
 #pragma once
 
 #include <memory>
@@ -13,11 +14,13 @@ namespace near_text {
 
 struct Source {
     TextFile file;
-    std::string column;             // a name, or a number from 1; empty for a file of lines
+    // Names, or numbers from 1; none for a file of lines. Their cells are joined by blanks, without
+    // those that are empty.
+    std::vector<std::string> columns;
     std::vector<std::string> keep;  // columns to carry over, likewise
     TableLayout layout;             // of a table
 
-    bool isTable() const { return !column.empty(); }
+    bool isTable() const { return !columns.empty(); }
 };
 
 // The texts of a source, one at a time, each as soon as it is complete.
@@ -31,16 +34,16 @@ public:
     bool next(TextRow& row);
     // "FILE:LINE: ", of the row that was read last.
     std::string place() const;
-    // How much of the file the rows so far are, as LineReader::share.
-    std::optional<double> share() const { return lines_ ? lines_->share() : table_->share(); }
     // Those of the header, else numbers.
     std::vector<std::string> const& keptNames() const { return names_; }
 
 private:
+    std::string text() const;
+
     std::unique_ptr<LineReader> lines_;  // or else
     std::unique_ptr<TableReader> table_;
     Row fields_;
-    std::size_t textColumn_ = 0;
+    std::vector<std::size_t> textColumns_;
     std::vector<std::size_t> keptColumns_;
     std::vector<std::string> names_;
 };

@@ -32,7 +32,8 @@ bool EntryGroups::join(Matcher& matcher, Percentages percentages, unsigned long 
 
 void EntryGroups::search(Matcher& matcher, Percentages percentages, unsigned long number) {
     Equal& equal = equals_[number];
-    Indices const found = matcher.search.find(distinct_.units(number), percentages);
+    Indices found = matcher.search.find(distinct_.units(number), percentages);
+    matcher.leaveOut(distinct_.units(number), found);
     for (unsigned long const other : found)
         equal.last = std::max(equal.last, equals_[other].members.back());
     // Otherwise even the last of them finds a later one.

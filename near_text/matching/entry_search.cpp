@@ -4,12 +4,13 @@
 // the choice of the percentage depend.
 #include "near_text/matching/entry_search.h"
 
+#include "near_text/matching/longest_text.h"
+
 namespace near_text {
 
 std::string refusal(std::string const& report, std::size_t units) {
-    constexpr std::size_t kMostTaken = 1000;
     constexpr std::size_t kMostTold = 5000;  // of a longer line only a part may have been read
-    if (units <= kMostTaken) return report;
+    if (units <= kMostUnits) return report;
     return report + " (this has " +
            (units > kMostTold ? "more than " + std::to_string(kMostTold) : std::to_string(units)) +
            ')';

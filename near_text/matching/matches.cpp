@@ -1,10 +1,13 @@
 // Only the nearest are wanted: what a search at a higher percentage finds is as near as that or
 // nearer, and what it does not find is less near. So where it finds enough the nearest are among
-// it. That is asked first, since it is quick.
+// it, not counting those that are left out for another reason. That is asked first, since it is
+// quick.
 #include "near_text/matching/matches.h"
 
 #include <algorithm>
 #include <stdexcept>
+
+#include "near_text/matching/numbers.h"
 
 namespace near_text {
 
@@ -30,9 +33,22 @@ Indices Matcher::found(std::u16string_view text) {
         bool const isRaised = raised.forShort > asked.forShort || raised.forLong > asked.forLong;
         if (wanted_.isAll() || !isRaised) continue;
         Indices indices = search.find(text, raised);
+        std::size_t const before = leftOut_;
+        leaveOut(text, indices);
         if (indices.size() >= (wanted_.isBestAlone ? 1 : wanted_.most)) return indices;
+        leftOut_ = before;  // they will be found again
     }
-    return search.find(text, asked);
+    Indices indices = search.find(text, asked);
+    leaveOut(text, indices);
+    return indices;
+}
+
+void Matcher::leaveOut(std::u16string_view text, Indices& found) {
+    if (!terms_.isSameNumbers || found.empty()) return;
+    Numbers const numbers(text);
+    leftOut_ += std::erase_if(found, [&](unsigned long index) {
+        return numbers.contradict(Numbers(list_.units(index)));
+    });
 }
 
 std::vector<Match> Matcher::measured(std::u16string_view text, Indices const& indices) const {

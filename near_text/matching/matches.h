@@ -20,8 +20,8 @@ public:
             SearchTerms const& searchTerms, reference::ExcludedWords const& excludedWords,
             Wanted wantedMatches, Shortlist* shortlist = nullptr);
 
-    // All matches in the order of the list; where only some are wanted, these, nearest first.
-    // Throws Refused.
+    // All matches in the order of the list; where only some are wanted, these, nearest first. Those
+    // that the terms leave out are none. Throws Refused.
     std::vector<Match> matches(std::u16string_view text);
 
     // How near the entries at `indices` are, in their order; each is a match of `text`. Throws
@@ -35,6 +35,13 @@ public:
     // refused.
     bool finds(Percentages percentages, unsigned long text, unsigned long entry);
 
+    // Takes those out, of what `text` finds, that the terms leave out, and counts them.
+    void leaveOut(std::u16string_view text, Indices& found);
+
+    // How many matches were left out so far. Where only the nearest are wanted the others may not
+    // have been looked at.
+    std::size_t leftOut() const { return leftOut_; }
+
     EntrySearch search;
 
 private:
@@ -47,6 +54,7 @@ private:
     SearchTerms const& terms_;
     Wanted wanted_;
     reference::ExcludedWords const& excluded_;
+    std::size_t leftOut_ = 0;
 };
 
 }  // namespace near_text

@@ -27,11 +27,12 @@ struct Wanted {
     bool isAll() const { return most == kAll && !isBestAlone; }
 };
 
-// As the add-in is asked.
+// As the add-in is asked, and what is left out of its answer.
 struct SearchTerms {
     Percentages percentages;
     int threshold;
     std::u16string exclusions;
+    bool isSameNumbers = false;  // without matches whose numbers contradict each other
 };
 
 // As the user says it.
@@ -41,7 +42,12 @@ struct SearchSettings {
     std::u16string exclusions;
     std::optional<TextFile> exclusionsFile;  // more of them
     Preparer preparer;                       // of texts, entries and exclusions
+    std::optional<TextFile> dropWordsFile;   // of what goes from texts and entries
+    bool isSameNumbers;
 };
+
+// Of texts and entries. Reads the words that it drops. Throws std::runtime_error.
+Preparer readPreparer(SearchSettings const& settings);
 
 // Reads the exclusions. Throws std::runtime_error.
 SearchTerms readTerms(SearchSettings const& settings);

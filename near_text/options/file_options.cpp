@@ -10,12 +10,12 @@ namespace {
 
 void addColumns(CLI::App& command, std::string const& name, std::string const& keepName,
                 std::string const& whose, GivenSource& source, bool hasKeep) {
-    command
-        .add_option(name, source.column,
-                    "The column of " + whose +
-                        ", a name or a number from 1. The file is then a table, "
-                        "whose quoted fields may span lines")
-        ->type_name("COLUMN")
+    addCommaList(command, name, source.columns,
+                 "The column of " + whose +
+                     ", a name or a number from 1, or several, separated by commas, whose cells "
+                     "are joined by blanks. A name with a comma goes in double quotes. The file "
+                     "is then a table, whose quoted fields may span lines")
+        .type_name("COLUMNS")
         ->group(kFilesGroup);
     if (!hasKeep) return;
     addCommaList(command, keepName, source.keep,
@@ -117,15 +117,15 @@ char FileOptions::delimiter() const {
 
 Source FileOptions::source(GivenSource const& given) const {
     Source source{{given.file, given.encoding.empty() ? encoding_ : given.encoding},
-                  given.column,
+                  given.columns,
                   given.keep,
                   {}};
     source.file.encodingOption = given.encodingOption;
     if (given.file.ends_with(".tsv")) source.layout.delimiter = '\t';
     std::string const& delimiter = given.delimiter.empty() ? delimiter_ : given.delimiter;
     if (!delimiter.empty()) source.layout.delimiter = delimiterOf(delimiter);
-    source.layout.hasHeader = hasHeader_ || isName(given.column) ||
-                              std::any_of(given.keep.begin(), given.keep.end(), isName);
+    source.layout.hasHeader = hasHeader_ || std::ranges::any_of(given.columns, isName) ||
+                              std::ranges::any_of(given.keep, isName);
     return source;
 }
 

@@ -14,13 +14,13 @@ inline constexpr char const* kFilesGroup = "Files";
 // As given.
 struct GivenSource {
     std::string file;
-    std::string column;
+    std::vector<std::string> columns;
     std::vector<std::string> keep;
     std::string delimiter;                      // of this one alone
     std::string encoding;                       // likewise
     std::string encodingOption = "--encoding";  // that gives it
 
-    bool isTable() const { return !column.empty(); }
+    bool isTable() const { return !columns.empty(); }
 };
 
 class FileOptions {

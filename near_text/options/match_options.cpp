@@ -15,13 +15,27 @@ struct Given {
     RunOptions run;
     bool isUnnumbered = false;
     bool isUnheaded = false;
+    bool isMatched = false;
     bool isUnmatched = false;
+    bool isMutual = false;
 };
+
+void addMutual(CLI::App& command, Given& given) {
+    command
+        .add_flag("--mutual", given.isMutual,
+                  "Keep only the matches that are the best of both sides: of the text, as --best "
+                  "keeps them, and of the entry, if it is searched for among the texts. All texts "
+                  "are read before the first is answered")
+        ->group(kMatchesGroup);
+}
 
 void addOutput(CLI::App& command, Given& given) {
     given.output.addTo(command);
     command
         .add_flag("-u,--unmatched", given.isUnmatched, "Print only the texts that found nothing")
+        ->group(kOutputGroup);
+    command.add_flag("--matched", given.isMatched, "Print only the texts that found something")
+        ->excludes("--unmatched")
         ->group(kOutputGroup);
     command
         .add_flag("--no-numbers", given.isUnnumbered,
@@ -37,6 +51,9 @@ void addOutput(CLI::App& command, Given& given) {
 void validate(Given const& given, Format const& format) {
     if (given.isUnheaded && !format.hasHeading) {
         refuse("--no-heading", "has no effect in the format " + given.output.format());
+    }
+    if (given.isMutual && !given.wanted.isAll()) {
+        refuse("--mutual", "keeps the best of both sides, so --best and --top have no effect");
     }
     if (!given.isUnmatched) return;
     if (!given.wanted.isAll()) {
@@ -55,8 +72,10 @@ ReadSettings define(CLI::App& command) {
     given->files.addReading(command);
     given->terms.addTo(command);
     addWanted(command, given->wanted);
+    addMutual(command, *given);
     addOutput(command, *given);
     given->run.addTo(command);
+    given->run.addTruncate(command);
     return [given](AddInSettings const& addIn) -> Settings {
         OutputSettings const output = given->output.settings(given->files);
         validate(*given, *output.format);
@@ -64,12 +83,14 @@ ReadSettings define(CLI::App& command) {
                              given->files.texts(),
                              given->files.entries(),
                              given->terms.settings(given->files),
-                             given->wanted,
+                             given->isMutual ? Wanted{Wanted::kAll, true} : given->wanted,
                              output,
                              given->run.settings(),
                              !given->isUnnumbered,
                              !given->isUnheaded,
-                             given->isUnmatched};
+                             !given->isUnmatched,
+                             !given->isMatched,
+                             given->isMutual};
     };
 }
 

@@ -7,6 +7,12 @@
 
 namespace near_text {
 
+namespace {
+
+constexpr char const* kRunningGroup = "Running";
+
+}  // namespace
+
 void OutputOptions::addTo(CLI::App& command) {
     command
         .add_option(
@@ -39,23 +45,30 @@ OutputSettings OutputOptions::settings(FileOptions const& files) const {
 RunOptions::RunOptions() : jobs_(std::max(1U, std::thread::hardware_concurrency())) {}
 
 void RunOptions::addTo(CLI::App& command) {
-    constexpr char const* kGroup = "Running";
     command
         .add_option("-j,--jobs", jobs_,
                     "Threads to search with, 1 to 256. Default: one for each processor")
         ->type_name("N")
         ->transform(numberCheck(1, 256))
-        ->group(kGroup);
+        ->group(kRunningGroup);
     command
         .add_flag("--strict", isStrict_,
                   "Stop at the first line that is too long, not valid text or nothing that the "
                   "output's encoding can write, instead of going on")
-        ->group(kGroup);
+        ->group(kRunningGroup);
     command
         .add_flag("--no-index", hasNoIndex_,
                   "Give the add-in every entry for every text. The answers are the same, and "
                   "take longer")
-        ->group(kGroup);
+        ->group(kRunningGroup);
+}
+
+void RunOptions::addTruncate(CLI::App& command) {
+    command
+        .add_flag("--truncate", isTruncating_,
+                  "Search for a text of more than 1000 units as far as the last blank within "
+                  "these, instead of reporting an error")
+        ->group(kRunningGroup);
 }
 
 }  // namespace near_text

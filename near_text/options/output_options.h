@@ -30,12 +30,15 @@ class RunOptions {
 public:
     RunOptions();
     void addTo(CLI::App& command);
-    RunSettings settings() const { return {jobs_, isStrict_, !hasNoIndex_}; }
+    // Where texts come from a file of their own.
+    void addTruncate(CLI::App& command);
+    RunSettings settings() const { return {jobs_, isStrict_, !hasNoIndex_, isTruncating_}; }
 
 private:
     unsigned jobs_;
     bool isStrict_ = false;
     bool hasNoIndex_ = false;
+    bool isTruncating_ = false;
 };
 
 }  // namespace near_text

@@ -82,6 +82,9 @@ void validate(Given const& given) {
         refuse("--indices",
                "prints the add-in's bare answer, without --best, --top, --format or --explain");
     }
+    if (given.isIndices && given.terms.isSameNumbers()) {
+        refuse("--indices", "prints the add-in's bare answer, without --same-numbers");
+    }
 }
 
 ReadSettings define(CLI::App& command) {

@@ -53,7 +53,9 @@ struct MatchSettings {
     RunSettings run;
     bool isNumbered;
     bool hasHeading;
-    bool isUnmatched;  // only these are printed
+    bool printsMatched;    // texts with a match
+    bool printsUnmatched;  // those without
+    bool isMutual;         // the best alone that are so in both directions
 };
 
 struct DuplicatesSettings {

@@ -43,7 +43,7 @@ ReadSettings define(CLI::App& command) {
     addCommaList(command, "-p,--percent", given->percents,
                  "Percentages, separated by commas. Default: 95 to 50 in steps of 5")
         .type_name("PERCENTS")
-        ->group("Which entries match");
+        ->group(kMatchesGroup);
     command
         .add_option(
             "--pairs", given->pairs,
@@ -54,6 +54,7 @@ ReadSettings define(CLI::App& command) {
     given->terms.addTo(command, false);
     given->output.addTo(command);
     given->run.addTo(command);
+    given->run.addTruncate(command);
     return [given](AddInSettings const& addIn) -> Settings {
         OutputSettings const output = given->output.settings(given->files);
         SearchSettings search = given->terms.settings(given->files);

@@ -6,13 +6,12 @@ namespace near_text {
 
 namespace {
 
+constexpr char const* kPreparing = "Preparing texts and entries";
 constexpr int kDefaultPercent = 80;
-constexpr char const* kGroup = "Which entries match";
 
 }  // namespace
 
 void PreparationOptions::addTo(CLI::App& command) {
-    constexpr char const* kPreparing = "Preparing texts and entries";
     command
         .add_flag("-P,--prepare", isWhole_,
                   "All three of the following. Texts are printed as they came")
@@ -36,11 +35,22 @@ void TermsOptions::addTo(CLI::App& command, bool hasPercent) {
                     "Words that count on neither side, in one argument; may be given several times")
         ->type_name("WORDS")
         ->multi_option_policy(CLI::MultiOptionPolicy::Join)
-        ->group(kGroup);
+        ->group(kMatchesGroup);
     command.add_option("--exclusions", exclusionsFile_, "The same from a file")
         ->type_name("FILE")
-        ->group(kGroup);
+        ->group(kMatchesGroup);
+    command
+        .add_flag("--same-numbers", isSameNumbers_,
+                  "Leave out matches in which each side has a number that the other lacks, such as "
+                  "13 mm and 17 mm. A number is a run of digits, without leading zeros")
+        ->group(kMatchesGroup);
     preparation_.addTo(command);
+    command
+        .add_option("--drop-words", dropWordsFile_,
+                    "Words to take out of texts and entries before the add-in sees these, so that "
+                    "the limits shrink with them. They are prepared as the texts are")
+        ->type_name("FILE")
+        ->group(kPreparing);
 }
 
 void TermsOptions::addPercentages(CLI::App& command) {
@@ -48,7 +58,7 @@ void TermsOptions::addPercentages(CLI::App& command) {
         command.add_option(name, value, text)
             ->type_name("PERCENT")
             ->transform(percentCheck())
-            ->group(kGroup);
+            ->group(kMatchesGroup);
     };
     add("-p,--percent", percent_,
         "How alike an entry must be, 0 to 100: once shared words have cancelled, 100 allows no "
@@ -60,7 +70,7 @@ void TermsOptions::addPercentages(CLI::App& command) {
                     "blanks included, and one more in every entry but the first")
         ->type_name("UNITS")
         ->transform(numberCheck(0))
-        ->group(kGroup);
+        ->group(kMatchesGroup);
     add("--short-percent", percentShort_, "How alike a short entry must be");
     add("--long-percent", percentLong_, "How alike a long entry must be");
 }
@@ -85,8 +95,11 @@ SearchSettings TermsOptions::settings(FileOptions const& files) const {
                             threshold_.value_or(0),
                             argumentUnits("--exclude", exclude_),
                             {},
-                            preparation_.preparer()};
+                            preparation_.preparer(),
+                            {},
+                            isSameNumbers_};
     if (!exclusionsFile_.empty()) settings.exclusionsFile = files.other(exclusionsFile_);
+    if (!dropWordsFile_.empty()) settings.dropWordsFile = files.other(dropWordsFile_);
     return settings;
 }
 
@@ -95,12 +108,12 @@ void addWanted(CLI::App& command, Wanted& wanted) {
         command
             .add_flag("-b,--best", wanted.isBestAlone,
                       "Keep only the nearest entry, or several if they are equally near")
-            ->group(kGroup);
+            ->group(kMatchesGroup);
     command.add_option("-n,--top", wanted.most, "Keep only the N nearest entries")
         ->type_name("N")
         ->transform(numberCheck(1))
         ->excludes(best)
-        ->group(kGroup);
+        ->group(kMatchesGroup);
 }
 
 }  // namespace near_text

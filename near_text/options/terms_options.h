@@ -10,6 +10,8 @@
 
 namespace near_text {
 
+inline constexpr char const* kMatchesGroup = "Which entries match";
+
 // --fold-case and its like.
 class PreparationOptions {
 public:
@@ -28,6 +30,7 @@ public:
     void addTo(CLI::App& command, bool hasPercent = true);
     // Throws std::runtime_error.
     SearchSettings settings(FileOptions const& files) const;
+    bool isSameNumbers() const { return isSameNumbers_; }
 
 private:
     void addPercentages(CLI::App& command);
@@ -39,6 +42,8 @@ private:
     std::optional<int> threshold_;
     std::string exclude_;
     std::string exclusionsFile_;
+    std::string dropWordsFile_;
+    bool isSameNumbers_ = false;
     PreparationOptions preparation_;
 };
 

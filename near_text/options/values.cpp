@@ -1,8 +1,9 @@
 #include "near_text/options/values.h"
 
-#include <sstream>
+#include <algorithm>
 
 #include "near_text/input/number.h"
+#include "near_text/input/row_parser.h"
 #include "near_text/input/table.h"
 #include "near_text/input/text_codec.h"
 
@@ -47,12 +48,14 @@ CLI::Option& addCommaList(CLI::App& command, std::string const& name,
     auto const split = [shown = name.substr(name.find("--")),
                         &values](std::vector<std::string> const& lists) {
         for (std::string const& list : lists) {
-            bool const isLacking = (',' + list + ',').find(",,") != std::string::npos;
-            if (isLacking && !list.empty())
+            RowParser parser(',');
+            parser.begin();
+            if (!parser.take(list) || !parser.endLine({}))
+                refuse(shown, '\'' + list + "' has a quote that closes nothing or stays open");
+            std::vector<std::string> const some = parser.takeFields();
+            if (some.size() > 1 && std::ranges::count(some, "") > 0)
                 refuse(shown, '\'' + list + "' has a comma without a value");
-            std::istringstream stream(list);
-            for (std::string value; std::getline(stream, value, ',');)
-                values.push_back(value);
+            values.insert(values.end(), some.begin(), some.end());
         }
     };
     return *command.add_option_function<std::vector<std::string>>(name, split, text)

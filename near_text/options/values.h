@@ -21,7 +21,8 @@ inline CLI::Validator percentCheck() {
 // What separates columns: the name of a character.
 CLI::Validator delimiterCheck();
 
-// An option whose values are given in one argument, with commas between them, or one by one.
+// An option whose values are given in one argument, with commas between them, or one by one. They
+// are quoted as in a row of a table.
 CLI::Option& addCommaList(CLI::App& command, std::string const& name,
                           std::vector<std::string>& values, std::string const& text);
 

@@ -7,10 +7,12 @@
 #include <unicode/uchar.h>
 #include <unicode/unorm2.h>
 
+#include <algorithm>
 #include <limits>
 #include <stdexcept>
 
 #include "near_text/text/code_points.h"
+#include "reference/whitespace.h"
 
 namespace near_text {
 
@@ -38,6 +40,19 @@ bool isBlank(CodePoint point) {
 bool hasNoWidth(CodePoint point) {
     return (point >= 0x200B && point <= 0x200D) || point == 0x2060 || point == 0xFEFF ||
            point == 0xAD || point == 0x180E;
+}
+
+// Where the next word begins or, from within one, ends.
+std::size_t wordBegin(std::u16string_view text, std::size_t from) {
+    auto const begin = text.begin() + static_cast<std::ptrdiff_t>(from);
+    auto const found = std::find_if_not(begin, text.end(), reference::isWhitespace);
+    return static_cast<std::size_t>(found - text.begin());
+}
+
+std::size_t wordEnd(std::u16string_view text, std::size_t from) {
+    auto const begin = text.begin() + static_cast<std::ptrdiff_t>(from);
+    auto const found = std::find_if(begin, text.end(), reference::isWhitespace);
+    return static_cast<std::size_t>(found - text.begin());
 }
 
 constexpr CodePoint kNothing = -1;
@@ -106,7 +121,39 @@ std::u16string Preparer::prepareCodePoints(std::u16string_view units) const {
     return result;
 }
 
+void Preparer::drop(std::u16string_view words) {
+    std::u16string const text = preparedWhole(words);
+    for (std::size_t begin = wordBegin(text, 0), end = 0; begin < text.size();
+         begin = wordBegin(text, end)) {
+        end = wordEnd(text, begin);
+        dropped_.insert(text.substr(begin, end - begin));
+    }
+}
+
 std::u16string Preparer::prepared(std::u16string_view units) const {
+    std::u16string const whole = preparedWhole(units);
+    return dropped_.empty() ? whole : withoutDropped(whole);
+}
+
+std::u16string Preparer::withoutDropped(std::u16string_view text) const {
+    std::size_t const first = wordBegin(text, 0);
+    std::u16string left(text.substr(0, first));
+    std::size_t gap = first;
+    bool isFirst = true;  // of those that stay: what is ahead of it is the text's beginning
+    for (std::size_t begin = first; begin < text.size(); begin = wordBegin(text, gap)) {
+        std::size_t const end = wordEnd(text, begin);
+        if (dropped_.find(text.substr(begin, end - begin)) == dropped_.end()) {
+            std::size_t const from = isFirst ? begin : gap;
+            left += text.substr(from, end - from);
+            isFirst = false;
+        }
+        gap = end;
+    }
+    left += text.substr(gap);
+    return left;
+}
+
+std::u16string Preparer::preparedWhole(std::u16string_view units) const {
     std::u16string result;
     if (prepareUnits(units, result)) return result;
     result = prepareCodePoints(how_.composes ? composed(units) : std::u16string(units));

@@ -1,7 +1,7 @@
 // What is done to texts on request before the add-in is asked, so that differences that a person
 // does not count do not count there either.
 //
-// The order is fixed, whatever is chosen of it:
+// The order is fixed, whatever is chosen of it, and words that are to be dropped go last:
 //
 //   compose   canonical composition (NFC): a letter and its accent become one unit where Unicode
 //             has one, so that they count as one
@@ -22,6 +22,7 @@
 #pragma once
 
 #include <array>
+#include <set>
 #include <string>
 #include <string_view>
 
@@ -57,7 +58,11 @@ class Preparer {
 public:
     explicit Preparer(Preparation preparation);
 
-    bool isIdle() const { return how_.isNone(); }
+    // From then on these words, prepared as texts are, go from each text, with the whitespace ahead
+    // of them: it becomes what it would be if they had never stood there.
+    void drop(std::u16string_view words);
+
+    bool isIdle() const { return how_.isNone() && dropped_.empty(); }
 
     // From any number of threads at once. Throws std::runtime_error where there is something to
     // compose in a text of more than 700 million units.
@@ -72,11 +77,14 @@ private:
     Unit unitOf(char16_t unit) const;
     bool prepareUnits(std::u16string_view units, std::u16string& result) const;
     std::u16string prepareCodePoints(std::u16string_view units) const;
+    std::u16string preparedWhole(std::u16string_view units) const;
+    std::u16string withoutDropped(std::u16string_view text) const;
 
     static constexpr char16_t kTabled = 0x600;  // Latin, Greek, Cyrillic, Armenian, Hebrew
 
     Preparation how_;
     std::array<Unit, kTabled> tabled_;
+    std::set<std::u16string, std::less<>> dropped_;
 };
 
 }  // namespace near_text

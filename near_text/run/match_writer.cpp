@@ -4,16 +4,14 @@
 
 #include <cstdio>
 
+#include "near_text/matching/longest_text.h"
 #include "near_text/messages/interrupt.h"
 #include "near_text/messages/messages.h"
 
 namespace near_text {
 
 MatchWriter::MatchWriter(Output& target, TextFile const& textsFile, bool isStrictOne)
-    : output_(target),
-      shownFile_(shownName(textsFile.name)),
-      isStrict_(isStrictOne),
-      progress_(textsFile) {}
+    : output_(target), shownFile_(shownName(textsFile.name)), isStrict_(isStrictOne) {}
 
 bool MatchWriter::write(LineResult const& result, bool isMoreReady) {
     if (isGivenUp_) return false;
@@ -21,10 +19,11 @@ bool MatchWriter::write(LineResult const& result, bool isMoreReady) {
     if (!result.failure.empty()) report(result);
     if (isGivenUp_) return false;
     if (result.isFound) ++found_;
+    if (result.isCut) ++cut_;
     output_.write(result.output);
     if (!isMoreReady) {
         flush();
-        progress_.show(lines_);
+        progress_.show(lines_, result.share);
     }
     return signalCaught() == 0;
 }
@@ -34,9 +33,13 @@ void MatchWriter::flush() {
     output_.flush();
 }
 
-Status MatchWriter::close() {
+Status MatchWriter::close(std::size_t leftOut) {
     progress_.clear();
     if (failures_ > 0) complain(std::to_string(failures_) + " of " + done() + " failed");
+    if (cut_ > 0) {
+        complain("note: " + std::to_string(cut_) + " of " + done() + " cut to " +
+                 std::to_string(kMostUnits) + " units");
+    }
     if (signalCaught() != 0) {
         complain("interrupted after " + done());
         return endedBy(signalCaught());
@@ -47,7 +50,10 @@ Status MatchWriter::close() {
         char summary[128];
         std::snprintf(summary, sizeof summary, "%s: %zu with a match, %zu without, in %.1f s",
                       done().c_str(), found_, lines_ - found_ - failures_, seconds);
-        complain(summary);
+        std::string const others = ", " + std::to_string(leftOut) +
+                                   (leftOut == 1 ? " match" : " matches") +
+                                   " left out for other numbers";
+        complain(summary + (leftOut > 0 ? others : ""));
     }
     return failures_ > 0 ? Status::Error : foundIf(found_ > 0);
 }

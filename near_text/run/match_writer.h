@@ -24,9 +24,9 @@ public:
     // Throws NotText where `text` could not be written.
     void requireEncodable(std::string_view text) const { output_.requireEncodable(text); }
 
-    // Tells how many lines failed, and whether the run was interrupted; on a terminal, what was
-    // done.
-    Status close();
+    // Tells how many lines failed or were cut, and whether the run was interrupted; on a terminal,
+    // what was done, and how many matches the terms left out.
+    Status close(std::size_t leftOut = 0);
 
 private:
     void report(LineResult const& result);
@@ -41,6 +41,7 @@ private:
     std::size_t lines_ = 0;
     std::size_t failures_ = 0;
     std::size_t found_ = 0;  // lines that have a match
+    std::size_t cut_ = 0;
     bool isGivenUp_ = false;
 };
 

@@ -4,7 +4,11 @@ namespace near_text {
 
 Matchers::Matchers(AddInSettings const& addIn, RunSettings const& settings, EntryList const& list,
                    SearchTerms const& terms, Wanted wanted)
-    : excluded_(reference::readExclusions(terms.exclusions, list.separator)),
+    : addIn_(addIn),
+      settings_(settings),
+      terms_(terms),
+      wanted_(wanted),
+      excluded_(reference::readExclusions(terms.exclusions, list.separator)),
       shortlist_(list, excluded_, terms.threshold) {
     Shortlist* const used = settings.isIndexed ? &shortlist_ : nullptr;
     for (unsigned i = 0; i < settings.jobs; ++i) {
@@ -14,6 +18,13 @@ Matchers::Matchers(AddInSettings const& addIn, RunSettings const& settings, Entr
     }
     // Bad terms are bad for every text, so they are reported before the first.
     matchers_[0]->search.findAmong(u"-", terms.percentages, {});
+}
+
+std::size_t Matchers::leftOut() const {
+    std::size_t count = 0;
+    for (auto const& matcher : matchers_)
+        count += matcher->leftOut();
+    return count;
 }
 
 }  // namespace near_text

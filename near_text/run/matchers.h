@@ -11,21 +11,33 @@ namespace near_text {
 
 struct RunSettings {
     unsigned jobs;
-    bool isStrict;   // give up at the first line that failed
-    bool isIndexed;  // spare the add-in entries that cannot match
+    bool isStrict;              // give up at the first line that failed
+    bool isIndexed;             // spare the add-in entries that cannot match
+    bool isTruncating = false;  // texts that the add-in would refuse for their length
 };
 
 class Matchers {
 public:
-    // The list and the terms are the caller's and outlive it. Throws Refused when the add-in
+    // What it is given is the caller's and outlives it. Throws Refused when the add-in
     // refuses the terms, and as makeComponent.
     Matchers(AddInSettings const& addIn, RunSettings const& settings, EntryList const& list,
              SearchTerms const& terms, Wanted wanted);
 
     Matcher& operator[](std::size_t worker) { return *matchers_[worker]; }
     std::size_t size() const { return matchers_.size(); }
+    RunSettings const& settings() const { return settings_; }
+
+    // How many matches the terms left out so far; while no thread is at work.
+    std::size_t leftOut() const;
+
+    // The same in another list.
+    Matchers in(EntryList const& list) const { return {addIn_, settings_, list, terms_, wanted_}; }
 
 private:
+    AddInSettings const& addIn_;
+    RunSettings const& settings_;
+    SearchTerms const& terms_;
+    Wanted const wanted_;
     reference::ExcludedWords const excluded_;
     Shortlist shortlist_;
     std::vector<std::unique_ptr<host_client::Component>> components_;

@@ -3,9 +3,13 @@
 #include <exception>
 
 #include "near_text/input/text_codec.h"
+#include "near_text/matching/longest_text.h"
 #include "near_text/messages/interrupt.h"
 
 namespace near_text {
+
+RowUnits::RowUnits(TextRow const& row, Preparer const& preparer, RunSettings const& settings)
+    : units(preparer.prepared(lineUnits(row))), isCut(settings.isTruncating && truncate(units)) {}
 
 Status run(Matchers& matchers, Preparer const& preparer,
            std::function<bool(TextRow& row)> const& next, RowWork const& work,
@@ -24,7 +28,9 @@ Status run(Matchers& matchers, Preparer const& preparer,
     auto const workOn = [&](std::size_t worker, TextRow const& row) {
         LineResult result;
         try {
-            result = work(matchers[worker], row, preparer.prepared(lineUnits(row)));
+            RowUnits const text(row, preparer, matchers.settings());
+            result = work(matchers[worker], row, text.units);
+            result.isCut = text.isCut;
             writer.requireEncodable(result.output);
         } catch (NotText const& error) {
             result = failed(row, error.what());
@@ -32,6 +38,7 @@ Status run(Matchers& matchers, Preparer const& preparer,
             result = failed(row, error.what());
         }
         result.line = row.number;
+        result.share = row.share;
         return result;
     };
     OrderedWork ordered(matchers.size(), workOn, [&](LineResult const& done, bool isMoreReady) {
@@ -49,7 +56,7 @@ Status run(Matchers& matchers, Preparer const& preparer,
     }
     signalCaught() == 0 ? ordered.finish() : ordered.stop();
     if (fault) std::rethrow_exception(fault);
-    return writer.close();
+    return writer.close(matchers.leftOut());
 }
 
 }  // namespace near_text

@@ -19,6 +19,15 @@ using RowWork =
     std::function<LineResult(Matcher& matcher, TextRow const& row, std::u16string const& units)>;
 using FailureText = std::function<std::string(TextRow const& row, std::string const& error)>;
 
+// The units that are searched for: the row's, prepared and, where that is wanted, cut. Throws
+// NotText.
+struct RowUnits {
+    RowUnits(TextRow const& row, Preparer const& preparer, RunSettings const& settings);
+
+    std::u16string units;
+    bool isCut;
+};
+
 // Runs the rows that `next` gives through `work`, and their results, in order, to `writer`. What
 // `next` throws comes behind the results of the rows before.
 Status run(Matchers& matchers, Preparer const& preparer,

@@ -1,0 +1,51 @@
+// Matches that are mutual: the entry is among the best matches of the text, and the text is among
+// the best matches of the entry. The way back is a search like any other: the entry is the text,
+// and the texts are the list, in the order of their lines. So the mutual matches are those that two
+// runs for the best have in common, one in each direction, and nearness, which counts a unit more
+// behind a separator, is each direction's own. Ties stay on both sides.
+//
+// A text that failed takes no part, as if its line were blank. An entry that is too long to be
+// searched for has no match. Where texts are cut they take part as they are then, and so does an
+// entry on the way back.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "near_text/run/matchers.h"
+
+namespace near_text {
+
+class MutualMatches {
+public:
+    // Of the rows that `readRow` gives, all of which it keeps. The matchers find the best of each
+    // text among `entries`. Throws as `readRow`, as Matchers, and Interrupted.
+    MutualMatches(std::function<bool(TextRow& row)> const& readRow, Preparer const& preparer,
+                  Matchers& matchers, EntryList const& entries);
+
+    // The rows once more, in their order. False at the end.
+    bool next(TextRow& row);
+
+    // Throws Refused where that became of the row.
+    std::vector<Match> const& of(TextRow const& row) const;
+
+private:
+    struct Text {
+        TextRow row;
+        std::size_t line;  // of the row
+        std::vector<Match> matches;
+        std::string failure;
+    };
+
+    void findBest(Matchers& matchers, Preparer const& preparer);
+    void keepMutual(Matchers const& matchers, Preparer const& preparer, EntryList const& entries,
+                    Indices const& found);
+    Indices foundEntries() const;
+    EntryList list(Preparer const& preparer, RunSettings const& settings) const;
+
+    std::vector<Text> texts_;
+    std::size_t handedOut_ = 0;
+};
+
+}  // namespace near_text

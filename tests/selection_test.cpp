@@ -1,0 +1,232 @@
+// Which of a text's matches the program prints, and what is done to texts before they are asked
+// about: held against runs that do less.
+#include <sys/wait.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <set>
+
+#include "near_text/input/text_codec.h"
+#include "near_text/matching/longest_text.h"
+#include "reference/whitespace.h"
+#include "tests/random_text.h"
+
+namespace {
+
+using Pairs = std::set<std::pair<std::string, std::string>>;  // a text's line and an entry's
+
+struct Ending {
+    int status;
+    std::string output, errors;
+};
+
+Ending endingOf(std::string const& arguments) {
+    std::string const output = fileOf("out", {}), errors = fileOf("err", {});
+    int const status =
+        std::system((NEAR_TEXT_PROGRAM " " + arguments + " >" + output + " 2>" + errors).c_str());
+    return {WEXITSTATUS(status), contentOf(output), contentOf(errors)};
+}
+
+std::string outputOf(std::string const& arguments) {
+    return endingOf(arguments).output;
+}
+
+Pairs pairsOf(std::string const& arguments) {
+    Pairs pairs;
+    std::istringstream rows(outputOf("match -f tsv --no-heading " + arguments));
+    for (std::string row; std::getline(rows, row);) {
+        std::vector<std::string> cells(1);
+        for (char const c : row)
+            c == '\t' ? cells.emplace_back() : cells.back() += c;
+        if (!cells[6].empty()) pairs.emplace(cells[0], cells[6]);
+    }
+    return pairs;
+}
+
+Pairs turned(Pairs const& pairs) {
+    Pairs others;
+    for (auto const& [text, entry] : pairs)
+        others.emplace(entry, text);
+    return others;
+}
+
+// Lines that share words, some of them equal or blank.
+std::string randomLines(RandomText& random, std::size_t count) {
+    std::string lines;
+    while (count-- > 0) {
+        std::u16string line = random.words(random.below(6), u"abcd1", 6, u"");
+        std::replace_if(line.begin(), line.end(), reference::isWhitespace, u' ');
+        lines += near_text::toUtf8(line) + '\n';
+    }
+    return lines;
+}
+
+// With enough texts for an index to be asked.
+TEST(Mutual, IsWhatTheBestOfBothDirectionsShare) {
+    RandomText random(7);
+    std::size_t count = 0, left = 0;
+    for (int round = 0; round < roundsOf(20); ++round) {
+        random.stock.clear();
+        // An entry that is too long can be found, but finds nothing.
+        std::string const longEntry = round % 4 == 0 ? std::string(1010, 'a') + '\n' : "";
+        std::string const longText = round % 4 == 0 ? std::string(990, 'a') + '\n' : "";
+        std::string const one = fileOf("one", randomLines(random, 90) + longText);
+        std::string const other = fileOf("other", randomLines(random, 70) + longEntry);
+        std::string const terms = " --threshold " + std::to_string(random.below(20)) +
+                                  " --short-percent " + std::to_string(random.below(101)) +
+                                  " --long-percent " + std::to_string(40 + random.below(40)) +
+                                  (random.oneIn(2) ? " -x 'a b'" : " --same-numbers");
+        Pairs const there = pairsOf("--best -t " + one + " -e " + other + terms);
+        Pairs const back = turned(pairsOf("--best -t " + other + " -e " + one + terms));
+        Pairs both;
+        std::set_intersection(there.begin(), there.end(), back.begin(), back.end(),
+                              std::inserter(both, both.end()));
+        for (std::string const how : {" -j 1", " -j 3", " -j 2 --no-index"})
+            EXPECT_EQ(pairsOf("--mutual -t " + one + " -e " + other + terms + how), both) << terms;
+        count += both.size();
+        left += there.size() - both.size();
+    }
+    EXPECT_GT(count, 200U);
+    EXPECT_GT(left, 200U);
+}
+
+// Those that fail are told in their places; too long a text would be the nearest to the entry.
+TEST(Mutual, LeavesOutTextsThatFail) {
+    std::string const a(960, 'a');
+    std::string const texts =
+        fileOf("texts", "\xFF\n" + a + std::string(41, 'a') + "\n" + a + "\n\nb\n");
+    std::string const arguments = "match --mutual -p 60 -f json -e " +
+                                  fileOf("entries", a + std::string(40, 'a') + "\n") + " -t " +
+                                  texts;
+    Ending const ending = endingOf(arguments);
+    EXPECT_EQ(ending.status, 2);
+    EXPECT_NE(ending.errors.find("2 of 5 lines failed"), std::string::npos);
+    EXPECT_NE(ending.output.find(R"({"line":1,"error":"not valid UTF-8 at byte 1"})"),
+              std::string::npos);
+    EXPECT_NE(ending.output.find(R"(aaa","percent":96,)"), std::string::npos) << ending.output;
+    std::string const unmatched = outputOf(arguments + " --unmatched");
+    EXPECT_EQ(std::count(unmatched.begin(), unmatched.end(), '\n'), 4);
+    EXPECT_EQ(endingOf("match --mutual --best -t x -e x").errors,
+              "near_text: --mutual: keeps the best of both sides, so --best and --top have no "
+              "effect\n");
+    EXPECT_EQ(endingOf("match --mutual -t /dev/null -e " NEAR_TEXT_SAMPLES "/catalogue.txt").status,
+              1);
+}
+
+// A match that is left out makes room for the next one, however near it is.
+TEST(SameNumbers, AreLookedAtBeforeTheBestIsChosen) {
+    std::string const list = fileOf("list", "pipe 13 mm\npipe 17 mm\nsteel pipe\n");
+    std::string const at = " -p 40 --same-numbers ";
+    for (std::string const how : {"--best", "--top 1", "--mutual"})
+        EXPECT_EQ(pairsOf(how + at + "-e " + list + " -t " + fileOf("text", "pipe 15 mm\n")),
+                  Pairs({{"1", "3"}}))
+            << how;
+    EXPECT_EQ(outputOf("search 'pipe 15 mm' -f tsv --top 2" + at + "-e " + list),
+              outputOf("search 'pipe 15 mm' -f tsv --top 1" + at + "-e " + list));
+    EXPECT_EQ(outputOf("duplicates -g -f csv" + at + list),
+              "group,line,text\n1,1,pipe 13 mm\n1,2,pipe 17 mm\n1,3,steel pipe\n");
+    std::string const pairs = outputOf("duplicates -f csv" + at + list);
+    EXPECT_EQ(std::count(pairs.begin(), pairs.end(), '\n'), 3) << pairs;
+    EXPECT_NE(endingOf("search a --indices" + at + "-e " + list).errors.find("--indices: prints"),
+              std::string::npos);
+}
+
+// What the samples' known pairs say of it.
+TEST(SameNumbers, MakeMoreOfTheBestRight) {
+    std::string const samples = NEAR_TEXT_SAMPLES "/";
+    Pairs known;
+    std::ifstream rows(samples + "pairs.tsv");
+    std::string row;
+    std::getline(rows, row);
+    for (std::string text, entry; rows >> text >> entry; std::getline(rows, row))
+        known.emplace(text, entry);
+    auto const f1 = [&](std::string const& options) {
+        Pairs const pairs = pairsOf("--prepare -p 60 --best -t " + samples + "supplier.txt -e " +
+                                    samples + "catalogue.txt" + options);
+        auto const right = std::count_if(pairs.begin(), pairs.end(),
+                                         [&](auto const& pair) { return known.count(pair) > 0; });
+        return 2.0 * static_cast<double>(right) / static_cast<double>(pairs.size() + known.size());
+    };
+    double const with = f1(" --same-numbers");
+    EXPECT_GE(with, 0.75);
+    EXPECT_GT(with, f1("") + 0.05);
+}
+
+TEST(Columns, OfOneTextAreJoined) {
+    std::string const texts = fileOf("texts.csv", "id,\"na,me\",city\n1,Old Inn,\n2,,York\n3,,\n");
+    std::string const entries = fileOf("entries.csv", "old,inn\nparis,\n");
+    std::string const match = "match -P -p 50 -f csv --no-heading -t " + texts + " -e " + entries +
+                              " --entry-column 1,2 --text-column ";
+    EXPECT_EQ(outputOf(match + "'\"na,me\",city' --keep id"),
+              "2,Old Inn,100,0,4,0,1,old inn,,1\n3,York,,,,,,,,2\n4,,,,,,,,,3\n");
+    EXPECT_EQ(outputOf(match + "city,2,id | head -n 1"), "2,Old Inn 1,94,1,5,0,1,old inn,\n");
+    std::pair<std::string, std::string> const faults[] = {
+        {"na,me", "texts.csv: there is no column 'na'"},
+        {"city --entry-column 3", "entries.csv: there is no column '3'"},
+        {"'\"na,me'", "--text-column: '\"na,me' has a quote that"},
+        {"city,", "--text-column: 'city,' has a comma without a value"}};
+    for (auto const& [options, part] : faults) {
+        Ending const ending = endingOf(match + options);
+        EXPECT_EQ(ending.status, 2);
+        EXPECT_NE(ending.errors.find(part), std::string::npos) << ending.errors;
+    }
+}
+
+TEST(Matched, AndUnmatchedAreTheWhole) {
+    std::string const match = "match -f csv --no-heading -p 100 -e " + fileOf("entries", "a\n") +
+                              " -t " + fileOf("texts", "a\n\xFF\nb\n");
+    EXPECT_EQ(outputOf(match + " --matched"),
+              "1,a,100,0,0,0,1,a,\n2,,,,,,,,not valid UTF-8 at byte 1\n");
+    EXPECT_EQ(outputOf(match + " --unmatched"), "2,,,,,,,,not valid UTF-8 at byte 1\n3,b,,,,,,,\n");
+    EXPECT_NE(endingOf(match + " --matched --unmatched").errors.find("excludes"),
+              std::string::npos);
+}
+
+// Unlike an exclusion, a word that is dropped takes its part of the limit along.
+TEST(DropWords, AreGoneBeforeTheAddInSeesTheTexts) {
+    std::string const words = fileOf("words", "LIMITED\n");
+    std::string const list = fileOf("list", "limited\njaw limited\nsaw limited\n");
+    std::string const commands[] = {"search 'saw limited' -f csv -e " + list,
+                                    "match -f csv --matched -e " + list + " -t " + list,
+                                    "duplicates -f csv " + list,
+                                    "sweep -f csv -p 75 -e " + list + " -t " + list};
+    std::string const expected[] = {"saw limited,100,0,1,1,3,saw limited,",
+                                    "2,jaw limited,100,0,1,0,2,jaw limited,\n", "", "75,1,0,2,4,2"};
+    for (std::size_t i = 0; i < std::size(commands); ++i) {
+        std::string const at = i == 3 ? " -P" : " -P -p 75";
+        std::string const output = outputOf(commands[i] + at + " --drop-words " + words);
+        EXPECT_NE(output.find(expected[i]), std::string::npos) << output;
+        EXPECT_NE(output, outputOf(commands[i] + at + " --exclusions " + words)) << commands[i];
+    }
+}
+
+TEST(Truncate, CutsAtTheLastBlankThatFits) {
+    auto const runs = [](std::size_t first, std::u16string const& between, std::size_t second) {
+        return std::u16string(first, u'a') + between + std::u16string(second, u'b');
+    };
+    std::pair<std::u16string, std::size_t> const cases[] = {
+        {runs(1000, u"", 0), 1000},        {runs(1000, u" ", 5), 1000},
+        {runs(999, u"\t", 1), 999},        {runs(400, u" ", 600), 400},
+        {runs(1001, u" ", 5), 1000},       {runs(0, u"   ", 1000), 1000},
+        {runs(999, u"\U0001F600", 1), 999}};
+    for (auto const& [text, length] : cases) {
+        std::u16string cut = text;
+        EXPECT_EQ(near_text::truncate(cut), text.size() > 1000) << length;
+        EXPECT_EQ(cut, text.substr(0, length));
+    }
+}
+
+TEST(Truncate, SearchesForWhatFitsAndTellsHowMany) {
+    std::string const a(700, 'a'), b(300, 'b');
+    std::string const texts = fileOf("texts", a + ' ' + b + '\n' + a + '\n');
+    std::string const lists = "-p 90 -t " + texts + " -e " + fileOf("entries", a + '\n');
+    for (std::string const how : {"match ", "match --mutual ", "sweep "}) {
+        EXPECT_EQ(endingOf(how + lists).status, 2);
+        Ending const ending = endingOf(how + "--truncate " + lists);
+        EXPECT_EQ(ending.status, 0);
+        EXPECT_EQ(ending.errors, "near_text: note: 1 of 2 lines cut to 1000 units\n");
+    }
+    EXPECT_EQ(pairsOf("--mutual --truncate " + lists), Pairs({{"1", "1"}, {"2", "1"}}));
+}
+
+}  // namespace
