@@ -1,7 +1,8 @@
-// Loaded before the program, runs it over and over, each time in a process of its own with another
-// allocation that fails: that one alone, or all from it on. Each run must tell that it is out of
-// memory, with the status 2, or end as it does undisturbed. The first to fail is FIRST_TO_FAIL in
-// the environment, counted from where the program's static objects are made.
+// Loaded before the program, lets its allocations fail: in one copy of the process after another,
+// each with another allocation that fails, that one alone or all from it on. Each copy must tell
+// that it is out of memory, with the status 2, or end as it does undisturbed. The environment says
+// which are to fail, counted from where the program's static objects are made: FIRST_TO_FAIL, where
+// the copies are made and where there is one thread, and LAST_TO_FAIL.
 #include <dlfcn.h>
 #include <sys/mman.h>
 #include <sys/wait.h>
@@ -18,16 +19,10 @@ namespace {
 
 bool isCounting = false;
 bool isOnce = false;
+long first = 0;
+long reached = 0;  // allocations before the copies are made
 long failing = 0;
-std::atomic<long>* allocations = nullptr;  // shared with the process that runs the program
-
-bool fails() {
-    if (!isCounting) return false;
-    long const number = (*allocations)++;
-    bool const isFailure = isOnce ? number == failing : number >= failing;
-    if (isFailure) errno = ENOMEM;
-    return isFailure;
-}
+std::atomic<long>* allocations = nullptr;  // shared with the copy that runs
 
 struct Ending {
     int status;  // as waitpid has it
@@ -44,15 +39,15 @@ std::string contentOf(int file) {
     return content;
 }
 
-template <class Program>
+// Thrown in a copy, which is to go on as the program.
+struct Copy {};
+
 class Trial {
 public:
-    explicit Trial(Program const& program) : program_(program), whole_(run(LONG_MAX)) {}
-
     // False where one run went wrong, which is told.
-    bool failEach(long first) {
+    bool failEach(long last) {
         bool isGood = WIFEXITED(whole_.status) && whole_.errors.empty();
-        for (long n = first; isGood; ++n) {
+        for (long n = first; isGood && n <= last; ++n) {
             Ending const ending = run(n);
             if (*allocations <= n) break;
             isGood = isRight(ending);
@@ -65,18 +60,17 @@ public:
     }
 
 private:
-    Ending run(long allocation) {
+    static Ending run(long allocation) {
         int const output = memfd_create("output", 0);
         int const errors = memfd_create("errors", 0);
         failing = allocation;
-        *allocations = 0;
+        *allocations = first;
         pid_t const process = fork();
         if (process == 0) {
             dup2(output, STDOUT_FILENO);
             dup2(errors, STDERR_FILENO);
             alarm(20);  // no run waits for ever
-            isCounting = true;
-            std::exit(program_());
+            throw Copy();
         }
         int status = 0;
         waitpid(process, &status, 0);
@@ -97,12 +91,43 @@ private:
                     ending.output.c_str(), ending.errors.c_str());
     }
 
-    Program const& program_;
     long told_ = 0;
     long harmless_ = 0;
     long threads_ = 0;
-    Ending const whole_;
+    Ending const whole_ = run(LONG_MAX);
 };
+
+// Returns in the copies alone.
+void failFromHere() {
+    isCounting = false;
+    void* const shared = mmap(nullptr, sizeof *allocations, PROT_READ | PROT_WRITE,
+                              MAP_SHARED | MAP_ANONYMOUS, -1, 0);
+    allocations = new (shared) std::atomic<long>;
+    setvbuf(stdout, nullptr, _IONBF, 0);  // or the copies would print it too
+    char const* const last = std::getenv("LAST_TO_FAIL");
+    bool isGood = true;
+    try {
+        for (bool const isAlone : {true, false}) {
+            isOnce = isAlone;
+            isGood &= Trial().failEach(last == nullptr ? LONG_MAX : std::atol(last));
+        }
+        _exit(isGood ? 0 : 1);
+    } catch (Copy const&) {
+        isCounting = true;
+    }
+}
+
+bool fails() {
+    if (!isCounting) return false;
+    if (allocations == nullptr) {
+        if (reached++ < first) return false;
+        failFromHere();
+    }
+    long const number = (*allocations)++;
+    bool const isFailure = isOnce ? number == failing : number >= failing;
+    if (isFailure) errno = ENOMEM;
+    return isFailure;
+}
 
 }  // namespace
 
@@ -132,20 +157,10 @@ int __libc_start_main(Main* main, int count, char** arguments, void (*init)(), v
                       void (*loaderFini)(), void* stackEnd) {
     auto const start =
         reinterpret_cast<decltype(&__libc_start_main)>(dlsym(RTLD_NEXT, "__libc_start_main"));
-    auto const program = [=] {
-        return start(main, count, arguments, init, fini, loaderFini, stackEnd);
-    };
-    void* const shared = mmap(nullptr, sizeof *allocations, PROT_READ | PROT_WRITE,
-                              MAP_SHARED | MAP_ANONYMOUS, -1, 0);
-    allocations = new (shared) std::atomic<long>;
-    std::setvbuf(stdout, nullptr, _IONBF, 0);  // or the copies would print it too
-    char const* const first = std::getenv("FIRST_TO_FAIL");
-    bool isGood = true;
-    for (bool const isAlone : {true, false}) {
-        isOnce = isAlone;
-        isGood &= Trial(program).failEach(first == nullptr ? 0 : std::atol(first));
-    }
-    std::exit(isGood ? 0 : 1);
+    char const* const from = std::getenv("FIRST_TO_FAIL");
+    first = from == nullptr ? 0 : std::atol(from);
+    isCounting = true;
+    return start(main, count, arguments, init, fini, loaderFini, stackEnd);
 }
 
 }  // extern "C"

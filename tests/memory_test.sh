@@ -9,14 +9,20 @@ cd "$scratch"
 printf 'red ball\nblue cup\nball red\n' >texts
 printf 'ball red\nred ball of steel\ngreen tea\n' >entries
 try() {
-    printf '== %s\n' "$*"
-    FIRST_TO_FAIL=$first LD_PRELOAD=$failing_memory "$program" "$@" | tee report
+    printf '== %s, from %s on\n' "$*" "$first"
+    FIRST_TO_FAIL=$first LAST_TO_FAIL=$last LD_PRELOAD=$failing_memory "$program" "$@" | tee report
 }
 
-first=0
-try --help
+# In portions, since each trial begins with the first of its portion.
+count=500
+for ((first = 0; count == 500; first += count)); do
+    last=$((first + 499))
+    try --help
+    count=$(sed -n 's/ failed once.*//p' report)
+done
 # Making the parser, which takes most of that, is the same for each command.
-first=$(($(sed -n 's/ failed once.*//p' report) * 9 / 10))
+first=$((first * 9 / 10))
+last=1000000
 try search 'red ball' --entries entries --explain
 try duplicates --jobs 1 texts
 try duplicates --groups --jobs 1 texts
