@@ -19,24 +19,24 @@ void resolve(void* handle, char const* name, Function& function) {
 }  // namespace
 
 AddIn::AddIn(std::filesystem::path const& file)
-    : path(std::filesystem::absolute(file)), handle(loadLibrary(file)) {
+    : path(std::filesystem::absolute(file)), handle_(loadLibrary(file)) {
     try {
-        resolve(handle, "GetClassObject", getClassObject);
-        resolve(handle, "DestroyObject", destroyObject);
-        resolve(handle, "GetClassNames", getClassNames);
-        resolve(handle, "SetPlatformCapabilities", setPlatformCapabilities);
+        resolve(handle_, "GetClassObject", getClassObject);
+        resolve(handle_, "DestroyObject", destroyObject);
+        resolve(handle_, "GetClassNames", getClassNames);
+        resolve(handle_, "SetPlatformCapabilities", setPlatformCapabilities);
     } catch (std::runtime_error const& error) {
-        dlclose(handle);
+        dlclose(handle_);
         throw std::runtime_error(file.string() + ": " + error.what());
     }
 }
 
 AddIn::~AddIn() {
-    dlclose(handle);
+    dlclose(handle_);
 }
 
 void* AddIn::symbol(char const* name) const {
-    return dlsym(handle, name);
+    return dlsym(handle_, name);
 }
 
 }  // namespace host_client

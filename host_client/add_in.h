@@ -27,7 +27,7 @@ public:
     SetPlatformCapabilitiesFunction* setPlatformCapabilities;
 
 private:
-    void* handle;
+    void* handle_;
 };
 
 }  // namespace host_client

@@ -38,14 +38,14 @@ _tVariant numberRecord(int number) {
     return record;
 }
 
-Component::Component(AddIn const& library) : addIn(library) {
-    if (addIn.getClassObject(nullptr, &object) == 0) throw std::runtime_error("no component");
-    object->Init(static_cast<HostConnection*>(&connection));
-    object->setMemManager(static_cast<HostMemoryManager*>(&memory));
+Component::Component(AddIn const& library) : addIn_(library) {
+    if (addIn_.getClassObject(nullptr, &object_) == 0) throw std::runtime_error("no component");
+    object_->Init(static_cast<HostConnection*>(&connection));
+    object_->setMemManager(static_cast<HostMemoryManager*>(&memory));
 }
 
 Component::~Component() {
-    addIn.destroyObject(&object);
+    addIn_.destroyObject(&object_);
 }
 
 std::optional<bool> Component::compare(std::u16string_view first, std::u16string_view second,
@@ -53,7 +53,7 @@ std::optional<bool> Component::compare(std::u16string_view first, std::u16string
     _tVariant params[] = {textRecord(first), textRecord(second), numberRecord(percent)};
     _tVariant result = garbageRecord();
     connection.reports.clear();  // they would heap up over a long run
-    if (!object->CallAsFunc(kStringCompare, &result, params, std::size(params))) return {};
+    if (!object_->CallAsFunc(kStringCompare, &result, params, std::size(params))) return {};
     return result.value.boolean != 0;
 }
 
@@ -71,7 +71,7 @@ std::optional<std::string> Component::search(SearchArguments const& arguments) {
     result.value.whole = 0;
     result.length = 0;
     connection.reports.clear();
-    bool const isDone = object->CallAsFunc(kStringSearch, &result, params, std::size(params));
+    bool const isDone = object_->CallAsFunc(kStringSearch, &result, params, std::size(params));
     std::string list;
     if (isDone) {
         auto const units = fromHost(result.value.wideString, result.length);

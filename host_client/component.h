@@ -36,19 +36,19 @@ public:
     std::optional<std::string> search(SearchArguments const& arguments);
 
     // The language of later reports; a name that the add-in does not know changes nothing.
-    void setLocale(std::u16string const& name) { object->SetLocale(hostUnits(name.c_str())); }
+    void setLocale(std::u16string const& name) { object_->SetLocale(hostUnits(name.c_str())); }
 
     // What the add-in said when it last reported an error, in the last call if that failed.
     std::u16string lastReport() const;
 
-    IComponentBase* operator->() const { return object; }
+    IComponentBase* operator->() const { return object_; }
 
     Connection connection;
     Memory memory;
 
 private:
-    AddIn const& addIn;
-    IComponentBase* object = nullptr;
+    AddIn const& addIn_;
+    IComponentBase* object_ = nullptr;
 };
 
 // "3,14" as numbers.

@@ -38,14 +38,14 @@ public:
     void notCalled1() override { std::abort(); }
     bool allocate(void** out, unsigned long size) override;
 
-    void freeAll() { blocks.clear(); }
+    void freeAll() { blocks_.clear(); }
 
     Answer answer = Answer::Block;
     unsigned long requests = 0;  // so far
     unsigned long lastSize = 0;  // in bytes, of the last request
 
 private:
-    std::vector<std::unique_ptr<unsigned char[]>> blocks;
+    std::vector<std::unique_ptr<unsigned char[]>> blocks_;
 };
 
 }  // namespace host_client

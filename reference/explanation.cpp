@@ -199,11 +199,11 @@ ExcludedWords readExclusions(std::u16string_view exclusions, char16_t separator)
 SearchExplanation::SearchExplanation(std::u16string_view searchText,
                                      ExcludedWords const& exclusions, int threshold,
                                      int shortPercent, int longPercent)
-    : text{readSections(searchText, 0).at(0)},
-      excluded(exclusions),
-      lengthThreshold(static_cast<std::uint32_t>(threshold)),
-      percentShort(static_cast<std::uint32_t>(shortPercent)),
-      percentLong(static_cast<std::uint32_t>(longPercent)) {}
+    : text_{readSections(searchText, 0).at(0)},
+      excluded_(exclusions),
+      lengthThreshold_(static_cast<std::uint32_t>(threshold)),
+      percentShort_(static_cast<std::uint32_t>(shortPercent)),
+      percentLong_(static_cast<std::uint32_t>(longPercent)) {}
 
 PlainSection readEntry(std::u16string_view text, bool isBehindSeparator) {
     std::size_t from = 0;
@@ -213,18 +213,18 @@ PlainSection readEntry(std::u16string_view text, bool isBehindSeparator) {
 }
 
 SearchExplanation::CountedWords SearchExplanation::countedWords(PlainSection const& entry) const {
-    CountedWords words{text.words, entry.words, {}};
+    CountedWords words{text_.words, entry.words, {}};
     DistinctWords left;
-    exclude(words.ofText, excluded, left);
-    exclude(words.ofEntry, excluded, left);
+    exclude(words.ofText, excluded_, left);
+    exclude(words.ofEntry, excluded_, left);
     words.excluded = left.take();
     return words;
 }
 
 Measure SearchExplanation::unjudged(PlainSection const& entry) const {
     Measure sides{};
-    sides.length = std::max(entry.length, text.length);
-    sides.percent = entry.length > lengthThreshold ? percentLong : percentShort;
+    sides.length = std::max(entry.length, text_.length);
+    sides.percent = entry.length > lengthThreshold_ ? percentLong_ : percentShort_;
     return sides;
 }
 

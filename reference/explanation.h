@@ -77,11 +77,11 @@ private:
     CountedWords countedWords(PlainSection const& entry) const;
     Measure unjudged(PlainSection const& entry) const;
 
-    PlainSection text;
-    ExcludedWords const& excluded;
-    unsigned long lengthThreshold;
-    unsigned long percentShort;
-    unsigned long percentLong;
+    PlainSection text_;
+    ExcludedWords const& excluded_;
+    unsigned long lengthThreshold_;
+    unsigned long percentShort_;
+    unsigned long percentLong_;
 };
 
 // Each entry that holds a word, by the add-in's index; none where there is nothing to search.

@@ -2,7 +2,6 @@
 // that do not match must be. With an index or without, a search answers the same.
 #include "near_text/matching/index/entry_index.h"
 
-
 #include "near_text/matching/entry_search.h"
 #include "near_text/matching/index/shortlist.h"
 #include "reference/whitespace.h"

@@ -136,6 +136,9 @@ TEST(Program, AnswersAndReturnsAsGrepDoes) {
         {"sweep -t x -e " + two + " --pairs " + fileOf("p2", "1\t0\n"), "p2:1: '0' is not a line"},
         {"sweep -t x -e " + two + " --pairs " + fileOf("p3", "1,2\n9,3\n"),
          "p3:2: there is no entry"},
+        {"sweep -t x -e " + two + " --pairs " + fileOf("p4", "text_id,entry ID\n1,2\n"),
+         "p4:1: 'text_id' names ids, but line numbers are read"},
+        {"match -t x -e x --text-column 1 --entry-delimiter ';'", "without --entry-column"},
         {"sweep -t x -e x -p 80,80", "--percent: 80 is given twice"},
         {"sweep -t x -e x -p 80,,70", "--percent: '80,,70' has a comma without a value"},
         {"sweep -t x -e x -p 80,101", "--percent: '101' is no"},
@@ -170,6 +173,27 @@ TEST(Program, AnswersAndReturnsAsGrepDoes) {
         Outcome const outcome = run(arguments);
         expectFailure(part, outcome);
         EXPECT_EQ(outcome.output, "") << arguments;
+    }
+}
+
+TEST(Program, NotesTablesThatAreReadAsLines) {
+    std::string const lines = fileOf("lines", "hammer, claw\n");
+    std::string const table = fileOf("table", "id;name\n1;claw hammer\n");
+    std::string const named = fileOf("named.csv", "id,name\n1,claw hammer\n");
+    struct Case {
+        std::string arguments, note;
+    } const cases[] = {
+        {"match -t " + named + " --text-column name -e " + table, "table seems to be a table"},
+        {"sweep -t " + lines + " -e " + named, "named.csv seems to be a table"},
+        {"match -t " + table + " -e " + named + " --entry-column name", "--text-column COLUMN"},
+        {"duplicates " + named, "--text-column COLUMN"},
+        {"search x -e " + named, "--entry-column COLUMN"},
+        {"match -t " + lines + " -e " + named + " --entry-column name", ""},
+        {"match -t " + table + " -e " + table, ""}};
+    for (auto const& [arguments, note] : cases) {
+        std::string const errors = run(arguments + " -p 0").errors;
+        EXPECT_EQ(errors.empty(), note.empty()) << arguments;
+        EXPECT_NE(errors.find(note), std::string::npos) << arguments << '\n' << errors;
     }
 }
 

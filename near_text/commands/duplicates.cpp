@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "near_text/commands/commands.h"
+#include "near_text/commands/table_note.h"
 #include "near_text/matching/entry_groups.h"
 #include "near_text/matching/read_entries.h"
 #include "near_text/messages/interrupt.h"
@@ -62,6 +63,7 @@ Table groupTable(
 }  // namespace
 
 Status execute(DuplicatesSettings const& settings) {
+    noteTable(settings.texts, "--text-column");
     SearchTerms const terms = readTerms(settings.search);
     auto const file = readEntries(settings.texts, settings.search.preparer,
                                   /*beginsWithSeparator=*/true);

@@ -1,10 +1,12 @@
 #include "near_text/commands/commands.h"
+#include "near_text/commands/table_note.h"
 #include "near_text/matching/read_entries.h"
 #include "near_text/output/output.h"
 
 namespace near_text {
 
 Status execute(MatchSettings const& settings) {
+    noteTables(settings.texts, settings.entries);
     SearchTerms const terms = readTerms(settings.search);
     auto const [list, entryColumns] = readEntries(settings.entries, settings.search.preparer);
     Matchers matchers(settings.addIn, settings.run, list, terms, settings.wanted);

@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "near_text/commands/commands.h"
+#include "near_text/commands/table_note.h"
 #include "near_text/input/text_codec.h"
 #include "near_text/matching/read_entries.h"
 #include "near_text/messages/messages.h"
@@ -15,8 +16,10 @@ namespace {
 
 EntryFile readList(TextSearchSettings const& settings) {
     Preparer const& preparer = settings.search.preparer;
-    if (auto const* const file = std::get_if<Source>(&settings.entries))
+    if (auto const* const file = std::get_if<Source>(&settings.entries)) {
+        noteTable(*file, "--entry-column");
         return readEntries(*file, preparer);
+    }
     return {readWholeList(std::get<WholeList>(settings.entries), preparer), {}};
 }
 

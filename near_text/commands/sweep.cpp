@@ -1,11 +1,13 @@
 // A higher percentage finds nothing that a lower one does not find, so each text is searched for in
 // the whole list at the lowest percentage, and then, from one to the next, among what is left.
 #include <algorithm>
+#include <cctype>
 #include <map>
 #include <mutex>
 #include <set>
 
 #include "near_text/commands/commands.h"
+#include "near_text/commands/table_note.h"
 #include "near_text/input/number.h"
 #include "near_text/matching/read_entries.h"
 #include "near_text/messages/interrupt.h"
@@ -25,10 +27,21 @@ bool hasEntryAt(EntryList const& list, std::size_t place) {
                               [](Entry const& a, Entry const& b) { return a.place < b.place; });
 }
 
-// The first row may be a heading.
+// "id", or a name with that word in it: text_id, ID 2.
+bool namesIds(std::string const& name) {
+    std::string words = " ";
+    for (char const c : name)
+        words += std::isalnum(static_cast<unsigned char>(c)) != 0
+                     ? static_cast<char>(std::tolower(static_cast<unsigned char>(c)))
+                     : ' ';
+    words += ' ';
+    return words.find(" id ") != std::string::npos || words.find(" ids ") != std::string::npos;
+}
+
+// The first row may be a heading, but not of ids of records, which may be numbers too.
 Pairs readPairs(TextFile const& file, EntryList const& list) {
     Pairs pairs;
-    TableReader table(file, {.delimiter = TableShape::kGuessed});
+    TableReader table(file, {.delimiter = TableLayout::kGuessed});
     table.column("2");
     bool isFirst = true;
     for (Row row; table.next(row); isFirst = false) {
@@ -38,7 +51,13 @@ Pairs readPairs(TextFile const& file, EntryList const& list) {
         if (!row.fault.empty()) throw refusal(row.fault);
         auto const text = parseNumber<std::size_t>(row.fields[0], 1);
         auto const entry = parseNumber<std::size_t>(row.fields[1], 1);
-        if (isFirst && !text && !entry) continue;
+        if (isFirst && !text && !entry) {
+            for (std::string const& name : {row.fields[0], row.fields[1]}) {
+                if (!namesIds(name)) continue;
+                throw refusal('\'' + name + "' names ids, but line numbers are read");
+            }
+            continue;
+        }
         if (!text || !entry) {
             throw refusal('\'' + row.fields[text ? 1 : 0] + "' is not a line number");
         }
@@ -78,37 +97,37 @@ struct PercentCount {
 class Sweep {
 public:
     Sweep(SweepSettings const& settings, EntryList const& entryList)
-        : list(entryList), percents(settings.percents), counts(percents.size()) {
-        if (settings.pairs) pairs = readPairs(*settings.pairs, list);
+        : list_(entryList), percents_(settings.percents), counts_(percents_.size()) {
+        if (settings.pairs) pairs_ = readPairs(*settings.pairs, list_);
     }
 
     // Whether it finds anything at the lowest percentage. From any number of threads.
     bool add(Matcher& matcher, std::size_t line, std::u16string_view text) {
         std::vector<Match> matches = matcher.matches(text);
         bool const isFound = !matches.empty();
-        for (std::size_t i = 0; i < percents.size(); ++i) {
-            if (i > 0) narrow(matcher, text, percents[i], matches);
-            std::lock_guard const lock(mutex);
-            tell(counts[i], line, matches);
+        for (std::size_t i = 0; i < percents_.size(); ++i) {
+            if (i > 0) narrow(matcher, text, percents_[i], matches);
+            std::lock_guard const lock(mutex_);
+            tell(counts_[i], line, matches);
         }
         return isFound;
     }
 
     std::set<std::size_t> textsOfPairs() const {
         std::set<std::size_t> texts;
-        for (auto const& [pair, line] : pairs)
+        for (auto const& [pair, line] : pairs_)
             texts.insert(pair.first);
         return texts;
     }
     // Where the file of the pairs has the text in this line.
-    std::size_t lineOfText(std::size_t text) const { return pairs.lower_bound({text, 0})->second; }
+    std::size_t lineOfText(std::size_t text) const { return pairs_.lower_bound({text, 0})->second; }
 
     Table table() const {
         Table table;
-        for (std::size_t i = percents.size(); i-- > 0;) {
+        for (std::size_t i = percents_.size(); i-- > 0;) {
             table.columns.clear();
             Cells& row = table.rows.emplace_back();
-            for (auto const& [name, value] : figures(percents[i], counts[i])) {
+            for (auto const& [name, value] : figures(percents_[i], counts_[i])) {
                 table.columns.push_back({name, /*isNumber=*/true});
                 row.push_back(std::to_string(value));
             }
@@ -131,10 +150,10 @@ private:
 
     void tell(PercentCount& count, std::size_t line, std::vector<Match> const& matches) {
         ++(matches.empty() ? count.none : matches.size() == 1 ? count.one : count.several);
-        count.all.add(matches, list, line, pairs);
+        count.all.add(matches, list_, line, pairs_);
         std::vector<Match> best = matches;
         keepWanted(best, {Wanted::kAll, true});
-        count.best.add(best, list, line, pairs);
+        count.best.add(best, list_, line, pairs_);
     }
 
     using Figures = std::vector<std::pair<char const*, std::size_t>>;  // with their names
@@ -146,8 +165,8 @@ private:
                            {"several", count.several},
                            {"matches", count.all.matches},
                            {"best_matches", count.best.matches}};
-        if (pairs.empty()) return figures;
-        figures.insert(figures.end(), {{"pairs", pairs.size()},
+        if (pairs_.empty()) return figures;
+        figures.insert(figures.end(), {{"pairs", pairs_.size()},
                                        {"found", count.all.known},
                                        {"others", count.all.matches - count.all.known},
                                        {"best_found", count.best.known},
@@ -157,16 +176,17 @@ private:
         return figures;
     }
 
-    EntryList const& list;
-    Pairs pairs;
-    std::vector<int> const percents;  // ascending
-    std::mutex mutex;
-    std::vector<PercentCount> counts;
+    EntryList const& list_;
+    Pairs pairs_;
+    std::vector<int> const percents_;  // ascending
+    std::mutex mutex_;
+    std::vector<PercentCount> counts_;
 };
 
 }  // namespace
 
 Status execute(SweepSettings const& settings) {
+    noteTables(settings.texts, settings.entries);
     SearchTerms const terms = readTerms(settings.search);
     auto const file = readEntries(settings.entries, settings.search.preparer);
     Sweep counts(settings, file.list);
@@ -187,16 +207,13 @@ Status execute(SweepSettings const& settings) {
             return {{}, {}, counts.add(matcher, row.number, units)};
         },
         [](TextRow const&, std::string const&) { return std::string(); }, writer);
-    if (signalCaught() == 0) {
-        output.write(settings.output.format->table(settings.output.delimiter, counts.table()));
-        if (isWhole && !missing.empty()) {
-            output.flush();
-            std::size_t const text = *missing.begin();
-            throw std::runtime_error(
-                placeOf(shownName(settings.pairs->name), counts.lineOfText(text)) +
-                "there is no text in line " + std::to_string(text));
-        }
+    if (isWhole && !missing.empty()) {
+        std::size_t const text = *missing.begin();
+        throw std::runtime_error(placeOf(shownName(settings.pairs->name), counts.lineOfText(text)) +
+                                 "there is no text in line " + std::to_string(text));
     }
+    if (signalCaught() == 0)
+        output.write(settings.output.format->table(settings.output.delimiter, counts.table()));
     output.flush();
     return status;
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -14,7 +15,7 @@ struct Source {
     TextFile file;
     std::string column;             // a name, or a number from 1; empty for a file of lines
     std::vector<std::string> keep;  // columns to carry over, likewise
-    TableShape shape;               // of a table
+    TableLayout layout;             // of a table
 
     bool isTable() const { return !column.empty(); }
 };
@@ -30,6 +31,8 @@ public:
     bool next(TextRow& row);
     // "FILE:LINE: ", of the row that was read last.
     std::string place() const;
+    // How much of the file the rows so far are, as LineReader::share.
+    std::optional<double> share() const { return lines_ ? lines_->share() : table_->share(); }
     // Those of the header, else numbers.
     std::vector<std::string> const& keptNames() const { return names_; }
 

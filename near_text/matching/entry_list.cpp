@@ -71,19 +71,19 @@ EntryList readWholeList(WholeList const& whole, Preparer const& preparer) {
 
 void EntryListBuilder::add(std::size_t place, std::u16string_view units, std::string text,
                            std::vector<std::string> kept, char16_t joint) {
-    if (list.places > 0) list.dictionary += joint;
-    list.places = place;
-    std::u16string const prepared = preparer.prepared(units);
+    if (list_.places > 0) list_.dictionary += joint;
+    list_.places = place;
+    std::u16string const prepared = preparer_.prepared(units);
     if (reference::holdsWord(prepared)) {
-        list.entries.push_back(
-            {place, std::move(text), std::move(kept), list.dictionary.size(), prepared.size()});
+        list_.entries.push_back(
+            {place, std::move(text), std::move(kept), list_.dictionary.size(), prepared.size()});
     }
-    list.dictionary += prepared;
+    list_.dictionary += prepared;
 }
 
 EntryList EntryListBuilder::take(std::string const& source) {
-    if (list.entries.empty()) throw std::runtime_error(source + " contains no entries");
-    return std::move(list);
+    if (list_.entries.empty()) throw std::runtime_error(source + " contains no entries");
+    return std::move(list_);
 }
 
 }  // namespace near_text

@@ -41,12 +41,12 @@ struct EntryList {
 // taken as it stands is joined by what joined it; else NULs do, which no line holds.
 class EntryListBuilder {
 public:
-    EntryListBuilder(Preparer const& entryPreparer, char16_t separator) : preparer(entryPreparer) {
-        list.separator = separator;
+    EntryListBuilder(Preparer const& entryPreparer, char16_t separator) : preparer_(entryPreparer) {
+        list_.separator = separator;
     }
 
     // A separator ahead of the first entry makes that as long as it would be elsewhere.
-    void beginWithSeparator() { list.dictionary = u'\0'; }
+    void beginWithSeparator() { list_.dictionary = u'\0'; }
 
     // `text` is what people read and `units` the same before it is prepared. `joint` goes ahead of
     // it where it is not the first; its places ascend.
@@ -57,8 +57,8 @@ public:
     EntryList take(std::string const& source);
 
 private:
-    Preparer const& preparer;
-    EntryList list;
+    Preparer const& preparer_;
+    EntryList list_;
 };
 
 // A list as it stands in a file.

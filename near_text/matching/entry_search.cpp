@@ -16,23 +16,23 @@ std::string refusal(std::string const& report, std::size_t units) {
 }
 
 Indices EntrySearch::find(std::u16string_view text, Percentages percentages) {
-    if (shortlist != nullptr) {
-        if (auto const entries = shortlist->entriesFor(text, percentages))
+    if (shortlist_ != nullptr) {
+        if (auto const entries = shortlist_->entriesFor(text, percentages))
             return findAmong(text, percentages, *entries);
     }
-    return ask(text, percentages, list.dictionary);
+    return ask(text, percentages, list_.dictionary);
 }
 
 Indices EntrySearch::findAmong(std::u16string_view text, Percentages percentages,
                                Indices const& among) {
-    shorterList.clear();
+    shorterList_.clear();
     for (unsigned long const index : among) {
         // A NUL separates whatever the separator is, even where that is whitespace.
-        if (list.isBehindSeparator(index)) shorterList += u'\0';
-        shorterList += list.units(index);
+        if (list_.isBehindSeparator(index)) shorterList_ += u'\0';
+        shorterList_ += list_.units(index);
     }
     // Nothing to look at is asked for too: it is the add-in that refuses a text.
-    Indices found = ask(text, percentages, shorterList);
+    Indices found = ask(text, percentages, shorterList_);
     for (unsigned long& index : found)
         index = among[index];
     return found;
@@ -40,9 +40,9 @@ Indices EntrySearch::findAmong(std::u16string_view text, Percentages percentages
 
 Indices EntrySearch::ask(std::u16string_view text, Percentages percentages,
                          std::u16string_view dictionary) {
-    auto const answer = component.search({text, dictionary, list.separator, threshold,
-                                          percentages.forShort, percentages.forLong, exclusions});
-    if (!answer) throw Refused(refusal(toUtf8(component.lastReport()), text.size()));
+    auto const answer = component_.search({text, dictionary, list_.separator, threshold_,
+                                           percentages.forShort, percentages.forLong, exclusions_});
+    if (!answer) throw Refused(refusal(toUtf8(component_.lastReport()), text.size()));
     return host_client::parseIndexList(*answer);
 }
 

@@ -29,11 +29,11 @@ public:
     EntrySearch(host_client::Component& lentComponent, EntryList const& searchedList,
                 std::u16string_view exclusionWords, int lengthThreshold,
                 Shortlist* sharedShortlist = nullptr)
-        : component(lentComponent),
-          list(searchedList),
-          exclusions(exclusionWords),
-          threshold(lengthThreshold),
-          shortlist(sharedShortlist) {}
+        : component_(lentComponent),
+          list_(searchedList),
+          exclusions_(exclusionWords),
+          threshold_(lengthThreshold),
+          shortlist_(sharedShortlist) {}
 
     // The entries that match `text`. Throws Refused.
     Indices find(std::u16string_view text, Percentages percentages);
@@ -44,12 +44,12 @@ public:
 private:
     Indices ask(std::u16string_view text, Percentages percentages, std::u16string_view dictionary);
 
-    host_client::Component& component;
-    EntryList const& list;
-    std::u16string_view exclusions;
-    int threshold;
-    Shortlist* shortlist;        // may be null
-    std::u16string shorterList;  // of the last call, kept for its memory
+    host_client::Component& component_;
+    EntryList const& list_;
+    std::u16string_view exclusions_;
+    int threshold_;
+    Shortlist* shortlist_;        // may be null
+    std::u16string shorterList_;  // of the last call, kept for its memory
 };
 
 }  // namespace near_text

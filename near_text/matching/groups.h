@@ -20,7 +20,7 @@ private:
     std::size_t headOf(std::size_t member);
 
     // Each member leads, over members with lower numbers, to the head of its group, its lowest.
-    std::vector<std::size_t> towardsHead;
+    std::vector<std::size_t> towardsHead_;
 };
 
 }  // namespace near_text

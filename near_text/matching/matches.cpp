@@ -12,25 +12,25 @@ Matcher::Matcher(host_client::Component& component, EntryList const& searchedLis
                  SearchTerms const& searchTerms, reference::ExcludedWords const& excludedWords,
                  Wanted wantedMatches, Shortlist* shortlist)
     : search(component, searchedList, searchTerms.exclusions, searchTerms.threshold, shortlist),
-      list(searchedList),
-      terms(searchTerms),
-      wanted(wantedMatches),
-      excluded(excludedWords) {}
+      list_(searchedList),
+      terms_(searchTerms),
+      wanted_(wantedMatches),
+      excluded_(excludedWords) {}
 
 std::vector<Match> Matcher::matches(std::u16string_view text) {
     std::vector<Match> matches = measured(text, found(text));
-    if (!wanted.isAll()) keepWanted(matches, wanted);
+    if (!wanted_.isAll()) keepWanted(matches, wanted_);
     return matches;
 }
 
 Indices Matcher::found(std::u16string_view text) {
-    Percentages const asked = terms.percentages;
+    Percentages const asked = terms_.percentages;
     for (int const high : {85, 75}) {
         Percentages const raised = {std::max(asked.forShort, high), std::max(asked.forLong, high)};
         bool const isRaised = raised.forShort > asked.forShort || raised.forLong > asked.forLong;
-        if (wanted.isAll() || !isRaised) continue;
+        if (wanted_.isAll() || !isRaised) continue;
         Indices indices = search.find(text, raised);
-        if (indices.size() >= (wanted.isBestAlone ? 1 : wanted.most)) return indices;
+        if (indices.size() >= (wanted_.isBestAlone ? 1 : wanted_.most)) return indices;
     }
     return search.find(text, asked);
 }
@@ -56,19 +56,21 @@ int Matcher::nearnessOf(std::u16string_view text, unsigned long index) const {
 
 bool Matcher::finds(Percentages percentages, unsigned long text, unsigned long entry) {
     try {
-        return !search.findAmong(list.units(text), percentages, {entry}).empty();
+        return !search.findAmong(list_.units(text), percentages, {entry}).empty();
     } catch (Refused const&) {
         return false;
     }
 }
 
 reference::SearchExplanation Matcher::explanation(std::u16string_view text) const {
-    return {text, excluded, terms.threshold, terms.percentages.forShort, terms.percentages.forLong};
+    return {text, excluded_, terms_.threshold, terms_.percentages.forShort,
+            terms_.percentages.forLong};
 }
 
 reference::Measure Matcher::measure(reference::SearchExplanation const& against,
                                     unsigned long index) const {
-    return against.measure(reference::readEntry(list.units(index), list.isBehindSeparator(index)));
+    return against.measure(
+        reference::readEntry(list_.units(index), list_.isBehindSeparator(index)));
 }
 
 }  // namespace near_text

@@ -43,10 +43,10 @@ private:
                                unsigned long index) const;
     Indices found(std::u16string_view text);
 
-    EntryList const& list;
-    SearchTerms const& terms;
-    Wanted wanted;
-    reference::ExcludedWords const& excluded;
+    EntryList const& list_;
+    SearchTerms const& terms_;
+    Wanted wanted_;
+    reference::ExcludedWords const& excluded_;
 };
 
 }  // namespace near_text

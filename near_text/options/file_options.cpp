@@ -88,6 +88,12 @@ void FileOptions::addReading(CLI::App& command) {
         ->check(delimiterCheck())
         ->group(kFilesGroup);
     command
+        .add_option("--text-encoding", texts_.encoding, "The encoding of the texts, if it differs")
+        ->type_name("NAME")
+        ->group(kFilesGroup);
+    texts_.encodingOption = "--text-encoding";
+    entries_.encodingOption = "--entry-encoding";
+    command
         .add_option("--entry-encoding", entries_.encoding,
                     "The encoding of the entries, if it differs")
         ->type_name("NAME")
@@ -99,7 +105,8 @@ void FileOptions::validate(bool isCsvOutput) const {
     constexpr char const* kNoTable = "has no effect without --text-column or --entry-column";
     if (!hasTable && hasHeader_) refuse("--header", kNoTable);
     if (!hasTable && !delimiter_.empty() && !isCsvOutput) refuse("--delimiter", kNoTable);
-    if (!entries_.isTable() && !entries_.delimiter.empty()) refuse("--entry-delimiter", kNoTable);
+    if (!entries_.isTable() && !entries_.delimiter.empty())
+        refuse("--entry-delimiter", "has no effect without --entry-column");
     if (!texts_.isTable() && !texts_.keep.empty()) refuse("--keep", kNoTable);
     if (!entries_.isTable() && !entries_.keep.empty()) refuse("--keep-entry", kNoTable);
 }
@@ -113,11 +120,12 @@ Source FileOptions::source(GivenSource const& given) const {
                   given.column,
                   given.keep,
                   {}};
-    if (given.file.ends_with(".tsv")) source.shape.delimiter = '\t';
+    source.file.encodingOption = given.encodingOption;
+    if (given.file.ends_with(".tsv")) source.layout.delimiter = '\t';
     std::string const& delimiter = given.delimiter.empty() ? delimiter_ : given.delimiter;
-    if (!delimiter.empty()) source.shape.delimiter = delimiterOf(delimiter);
-    source.shape.hasHeader = hasHeader_ || isName(given.column) ||
-                             std::any_of(given.keep.begin(), given.keep.end(), isName);
+    if (!delimiter.empty()) source.layout.delimiter = delimiterOf(delimiter);
+    source.layout.hasHeader = hasHeader_ || isName(given.column) ||
+                              std::any_of(given.keep.begin(), given.keep.end(), isName);
     return source;
 }
 

@@ -16,8 +16,9 @@ struct GivenSource {
     std::string file;
     std::string column;
     std::vector<std::string> keep;
-    std::string delimiter;  // of this one alone
-    std::string encoding;   // likewise
+    std::string delimiter;                      // of this one alone
+    std::string encoding;                       // likewise
+    std::string encodingOption = "--encoding";  // that gives it
 
     bool isTable() const { return !column.empty(); }
 };

@@ -78,50 +78,50 @@ struct EntryIndex::Query {
 };
 
 EntryIndex::EntryIndex(EntryList const& list, reference::ExcludedWords const& excludedWords)
-    : excluded(excludedWords),
-      unitCounters(wordUnits(list.dictionary)),
-      coarseCounters(unitCounters.loads(), kCoarseCounters) {
+    : excluded_(excludedWords),
+      unitCounters_(wordUnits(list.dictionary)),
+      coarseCounters_(unitCounters_.loads(), kCoarseCounters) {
     countEntries(list);
     addUp();
     makeBlocks();
 }
 
 void EntryIndex::countEntries(EntryList const& list) {
-    places.reserve(list.entries.size());
-    fine.reserve(list.entries.size());
+    places_.reserve(list.entries.size());
+    fine_.reserve(list.entries.size());
     std::vector<std::u16string_view> words;
     for (std::uint32_t index = 0; index < list.entries.size(); ++index) {
-        distinctWords(list.units(index), excluded, words);
-        CountedUnits const counted = unitCounters.count(words);
+        distinctWords(list.units(index), excluded_, words);
+        CountedUnits const counted = unitCounters_.count(words);
         std::size_t const length =
             list.units(index).size() + (list.isBehindSeparator(index) ? 1 : 0);
-        places.push_back({counted.total, static_cast<std::uint32_t>(length), index});
-        fine.push_back(counted.counters);
+        places_.push_back({counted.total, static_cast<std::uint32_t>(length), index});
+        fine_.push_back(counted.counters);
     }
-    std::sort(places.begin(), places.end(), [](Place const& a, Place const& b) {
+    std::sort(places_.begin(), places_.end(), [](Place const& a, Place const& b) {
         return a.units != b.units ? a.units < b.units : a.length < b.length;
     });
-    reorder(fine, places);
+    reorder(fine_, places_);
 }
 
 void EntryIndex::addUp() {
-    coarseLanes.resize((fine.size() + kByteLanes - 1) / kByteLanes);
-    for (std::size_t position = 0; position < fine.size(); ++position) {
-        auto const sums = coarse(fine[position]);
+    coarseLanes_.resize((fine_.size() + kByteLanes - 1) / kByteLanes);
+    for (std::size_t position = 0; position < fine_.size(); ++position) {
+        auto const sums = coarse(fine_[position]);
         for (std::size_t i = 0; i < kCoarseCounters; ++i)
-            coarseLanes[position / kByteLanes][i][position % kByteLanes] = sums[i];
+            coarseLanes_[position / kByteLanes][i][position % kByteLanes] = sums[i];
     }
 }
 
 void EntryIndex::makeBlocks() {
-    for (std::size_t begin = 0; begin < places.size(); begin += kBlock) {
-        std::size_t const end = std::min(begin + kBlock, places.size());
-        Block block{places[begin].units, places[end - 1].units, places[begin].length, 0};
+    for (std::size_t begin = 0; begin < places_.size(); begin += kBlock) {
+        std::size_t const end = std::min(begin + kBlock, places_.size());
+        Block block{places_[begin].units, places_[end - 1].units, places_[begin].length, 0};
         for (std::size_t i = begin; i < end; ++i) {
-            block.shortest = std::min(block.shortest, places[i].length);
-            block.longest = std::max(block.longest, places[i].length);
+            block.shortest = std::min(block.shortest, places_[i].length);
+            block.longest = std::max(block.longest, places_[i].length);
         }
-        blocks.push_back(block);
+        blocks_.push_back(block);
     }
 }
 
@@ -130,7 +130,7 @@ std::array<std::uint8_t, EntryIndex::kCoarseCounters> EntryIndex::coarse(
     // One more for the counters that no unit goes into.
     std::array<unsigned, kCoarseCounters + 1> sums{};
     for (std::size_t i = 0; i < kUnitCounters; ++i)
-        sums[coarseCounters.of[i]] += counters[i];
+        sums[coarseCounters_.of[i]] += counters[i];
     std::array<std::uint8_t, kCoarseCounters> saturated{};
     for (std::size_t i = 0; i < kCoarseCounters; ++i)
         saturated[i] = static_cast<std::uint8_t>(std::min(sums[i], 255U));
@@ -139,10 +139,10 @@ std::array<std::uint8_t, EntryIndex::kCoarseCounters> EntryIndex::coarse(
 
 EntryIndex::Query EntryIndex::queryFor(std::u16string_view text) const {
     Query query{searchedSection(text), {}, {}, {}};
-    query.found.resize((places.size() + 63) / 64);
+    query.found.resize((places_.size() + 63) / 64);
     std::vector<std::u16string_view> words;
-    distinctWords(query.section.units, excluded, words);
-    query.units = unitCounters.count(words);
+    distinctWords(query.section.units, excluded_, words);
+    query.units = unitCounters_.count(words);
     auto const sums = coarse(query.units.counters);
     std::transform(sums.begin(), sums.end(), query.coarse.begin(), ByteLanes::filledWith);
     return query;
@@ -156,8 +156,8 @@ std::vector<Indices> EntryIndex::candidates(std::span<std::u16string_view const>
         queries.push_back(queryFor(text));
     // So much stays in the processor's cache until all texts are done with it.
     constexpr std::size_t kBlocksInCache = 32;
-    for (std::size_t begin = 0; begin < blocks.size(); begin += kBlocksInCache) {
-        std::size_t const end = std::min(begin + kBlocksInCache, blocks.size());
+    for (std::size_t begin = 0; begin < blocks_.size(); begin += kBlocksInCache) {
+        std::size_t const end = std::min(begin + kBlocksInCache, blocks_.size());
         for (Query& query : queries) {
             if (query.section.units.empty()) continue;
             for (std::size_t block = begin; block < end; ++block)
@@ -172,15 +172,15 @@ std::vector<Indices> EntryIndex::candidates(std::span<std::u16string_view const>
 }
 
 void EntryIndex::scan(std::size_t number, SearchLimits const& limits, Query& query) const {
-    Block const& block = blocks[number];
+    Block const& block = blocks_[number];
     unsigned long const limit = limits.highest(block.shortest, block.longest, query.section.length);
     std::int64_t const room = query.room(block.leastUnits, block.mostUnits, limit);
     if (room < 0) return;
     auto const roomInLane =
         ByteLanes::filledWith(static_cast<std::uint8_t>(std::min<std::int64_t>(room, 255)));
-    std::size_t const end = std::min((number + 1) * kBlock, places.size());
+    std::size_t const end = std::min((number + 1) * kBlock, places_.size());
     for (std::size_t position = number * kBlock; position < end; position += kByteLanes) {
-        CoarseCounters const& entries = coarseLanes[position / kByteLanes];
+        CoarseCounters const& entries = coarseLanes_[position / kByteLanes];
         ByteLanes missing{};
         for (std::size_t i = 0; i < kCoarseCounters; ++i)
             missing = saturatingSum(
@@ -191,7 +191,7 @@ void EntryIndex::scan(std::size_t number, SearchLimits const& limits, Query& que
             if (entry >= end) break;
             // Without a branch, which at a low percentage could go either way.
             std::uint64_t const bit = mayMatch(entry, limits, query) ? 1 : 0;
-            std::uint32_t const index = places[entry].index;
+            std::uint32_t const index = places_[entry].index;
             query.found[index / 64] |= bit << (index % 64);
         }
     }
@@ -199,12 +199,12 @@ void EntryIndex::scan(std::size_t number, SearchLimits const& limits, Query& que
 
 bool EntryIndex::mayMatch(std::size_t position, SearchLimits const& limits,
                           Query const& query) const {
-    Place const& entry = places[position];
+    Place const& entry = places_[position];
     unsigned long const limit = limits.limit(entry.length, query.section.length);
     ByteLanes missing{};
     for (std::size_t i = 0; i < kUnitCounters; i += kByteLanes) {
         auto const wanted = ByteLanes::load(&query.units.counters[i]);
-        auto const found = ByteLanes::load(&fine[position][i]);
+        auto const found = ByteLanes::load(&fine_[position][i]);
         missing = saturatingSum(missing, saturatingDifference(wanted, found));
     }
     return sumOf(missing) <= query.room(entry.units, entry.units, limit);

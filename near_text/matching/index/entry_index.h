@@ -79,14 +79,14 @@ private:
     bool mayMatch(std::size_t position, SearchLimits const& limits, Query const& query) const;
     static Indices listed(std::vector<std::uint64_t> const& found);
 
-    reference::ExcludedWords const& excluded;
-    UnitCounters unitCounters;
-    Shares coarseCounters;  // of the fine ones
+    reference::ExcludedWords const& excluded_;
+    UnitCounters unitCounters_;
+    Shares coarseCounters_;  // of the fine ones
     // All by position: entries lie by units, then by length.
-    std::vector<Place> places;
-    std::vector<FineCounters> fine;
-    std::vector<CoarseCounters> coarseLanes;
-    std::vector<Block> blocks;
+    std::vector<Place> places_;
+    std::vector<FineCounters> fine_;
+    std::vector<CoarseCounters> coarseLanes_;
+    std::vector<Block> blocks_;
 };
 
 }  // namespace near_text

@@ -27,13 +27,13 @@ private:
         unsigned long limit(unsigned long length) const;
 
     private:
-        unsigned long percent;
-        std::vector<std::uint32_t> usual;  // limits by length, as long as that is usual
+        unsigned long percent_;
+        std::vector<std::uint32_t> usual_;  // limits by length, as long as that is usual
     };
 
-    unsigned long threshold;
-    Percentage forShort;
-    Percentage forLong;
+    unsigned long threshold_;
+    Percentage forShort_;
+    Percentage forLong_;
 };
 
 }  // namespace near_text

@@ -24,7 +24,7 @@ public:
 
     Shortlist(EntryList const& searchedList, reference::ExcludedWords const& excludedWords,
               int lengthThreshold)
-        : list(searchedList), excluded(excludedWords), threshold(lengthThreshold) {}
+        : list_(searchedList), excluded_(excludedWords), threshold_(lengthThreshold) {}
 
     // Entries among which are all that match `text`; nothing where the whole list is to be
     // searched.
@@ -46,15 +46,15 @@ private:
     // Made by the first thread that asks. Until it is there the others get null and go without.
     EntryIndex const* readyIndex();
 
-    EntryList const& list;
-    reference::ExcludedWords const& excluded;
-    int const threshold;
-    std::atomic<std::size_t> searches = 0;
-    std::atomic_flag isBegun;
-    std::unique_ptr<EntryIndex const> index;
-    std::atomic<EntryIndex const*> ready = nullptr;
-    std::mutex mutex;  // of all experience but the limits, which do not change
-    std::map<std::pair<int, int>, Experience> experience;
+    EntryList const& list_;
+    reference::ExcludedWords const& excluded_;
+    int const threshold_;
+    std::atomic<std::size_t> searches_ = 0;
+    std::atomic_flag isBegun_;
+    std::unique_ptr<EntryIndex const> index_;
+    std::atomic<EntryIndex const*> ready_ = nullptr;
+    std::mutex mutex_;  // of all experience but the limits, which do not change
+    std::map<std::pair<int, int>, Experience> experience_;
 };
 
 }  // namespace near_text

@@ -21,14 +21,14 @@ Shares::Shares(std::span<std::uint64_t const> weights, std::uint8_t shares)
 }
 
 UnitCounters::UnitCounters(std::span<std::uint64_t const> frequencies)
-    : counters(frequencies, kUnitCounters) {}
+    : counters_(frequencies, kUnitCounters) {}
 
 CountedUnits UnitCounters::count(std::span<std::u16string_view const> words) const {
     CountedUnits counted;
     for (std::u16string_view const word : words) {
         counted.total += static_cast<std::uint32_t>(word.size());
         for (char16_t const unit : word) {
-            std::uint8_t const counter = counters.of[unit];
+            std::uint8_t const counter = counters_.of[unit];
             if (counter == kUnitCounters) {
                 ++counted.notInList;
             } else if (counted.counters[counter] < std::numeric_limits<std::uint8_t>::max()) {

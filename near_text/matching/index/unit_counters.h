@@ -35,10 +35,10 @@ public:
     CountedUnits count(std::span<std::u16string_view const> words) const;
 
     // How many units of the list go into each counter.
-    std::vector<std::uint64_t> const& loads() const { return counters.loads; }
+    std::vector<std::uint64_t> const& loads() const { return counters_.loads; }
 
 private:
-    Shares counters;
+    Shares counters_;
 };
 
 }  // namespace near_text
