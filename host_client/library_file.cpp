@@ -11,6 +11,7 @@
 #include <cerrno>
 #include <cstring>
 #include <fstream>
+#include <new>
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <stdexcept>
@@ -42,8 +43,14 @@ std::string machineName(Elf64_Half machine) {
     }
 }
 
+[[noreturn]] void fail(std::string const& message) {
+    // Files are opened without throwing that.
+    if (message.ends_with(std::strerror(ENOMEM))) throw std::bad_alloc();
+    throw std::runtime_error(message);
+}
+
 [[noreturn]] void fail(std::filesystem::path const& file, std::string const& why) {
-    throw std::runtime_error(file.string() + ": " + why);
+    fail(file.string() + ": " + why);
 }
 
 template <class Record>
@@ -127,8 +134,13 @@ void* loadLibrary(std::filesystem::path const& file) {
     if (!hasHeader || (isReadable && !isWhole(stream, header, file_size(file)))) {
         fail(file, "is cut off");
     }
-    void* const handle = dlopen(absolute(file).c_str(), RTLD_NOW | RTLD_LOCAL);
-    if (handle == nullptr) throw std::runtime_error(dlerror());
+    std::string const path = absolute(file);
+    auto const load = [&] { return dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL); };
+    void* handle = load();
+    // Where memory was missing the loader may say anything, even that there is no such file. What
+    // it says again is so.
+    if (handle == nullptr) handle = load();
+    if (handle == nullptr) fail(dlerror());
     return handle;
 }
 

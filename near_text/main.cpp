@@ -4,6 +4,7 @@
 #include <new>
 
 #include "near_text/messages/interrupt.h"
+#include "near_text/messages/memory.h"
 #include "near_text/messages/messages.h"
 #include "near_text/output/output.h"
 #include "near_text/program.h"
@@ -12,11 +13,19 @@ namespace near_text {
 
 namespace {
 
+struct MemoryWatch {
+    MemoryWatch() { watchMemory(); }
+};
+
+// Made before the parser's own objects, for which memory may already be missing.
+[[gnu::init_priority(101)]] MemoryWatch const memoryWatch;
+
 // Throws std::bad_alloc alone.
 Status runAndComplain(int argc, char** argv) {
     try {
         catchSignals();
         Status const status = runProgram(argc, argv);
+        requireMemory();
         return signalCaught() == 0 ? status : endedBy(signalCaught());
     } catch (BrokenPipe const&) {
         return endedBy(SIGPIPE);
@@ -26,6 +35,7 @@ Status runAndComplain(int argc, char** argv) {
     } catch (std::bad_alloc const&) {
         throw;
     } catch (std::exception const& error) {
+        requireMemory();  // since the want of it is what caused this
         complain(error.what());
         return Status::Error;
     }

@@ -25,8 +25,15 @@ EntryGroups::EntryGroups(EntryList const& list) : groups_(list.entries.size()) {
 
 bool EntryGroups::join(Matcher& matcher, Percentages percentages, unsigned long index) {
     Equal& equal = equals_[numbers_[index]];
-    // A text that is refused is asked about again, and refused for each of its entries.
-    std::call_once(equal.isSearched, [&] { search(matcher, percentages, numbers_[index]); });
+    std::call_once(equal.isSearched, [&] {
+        // An exception that left the call would end the process where it finds no memory.
+        try {
+            search(matcher, percentages, numbers_[index]);
+        } catch (...) {
+            equal.failure = std::current_exception();
+        }
+    });
+    if (equal.failure) std::rethrow_exception(equal.failure);
     return equal.last > index || equal.isOneSided;
 }
 

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <deque>
+#include <exception>
 #include <mutex>
 #include <vector>
 
@@ -31,9 +32,10 @@ private:
     struct Equal {
         std::vector<unsigned long> members;  // ascending
         std::once_flag isSearched;
-        unsigned long last = 0;   // entry that one of them finds
-        bool isOneSided = false;  // one finds an earlier entry that does not find it
-        bool isJoined = false;    // guarded by mutex_
+        std::exception_ptr failure;  // of that search
+        unsigned long last = 0;      // entry that one of them finds
+        bool isOneSided = false;     // one finds an earlier entry that does not find it
+        bool isJoined = false;       // guarded by mutex_
     };
 
     void search(Matcher& matcher, Percentages percentages, unsigned long number);

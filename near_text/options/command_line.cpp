@@ -6,6 +6,7 @@
 #include <cctype>
 #include <sstream>
 
+#include "near_text/messages/memory.h"
 #include "near_text/options/definition.h"
 #include "near_text/options/help_format.h"
 #include "near_text/options/man_page.h"
@@ -142,7 +143,9 @@ std::string CommandLine::help() const {
 
 Settings readCommandLine(int argc, char const* const* argv,
                          std::filesystem::path const& defaultLibrary) {
-    return CommandLine(defaultLibrary).read(argc, argv);
+    Settings settings = CommandLine(defaultLibrary).read(argc, argv);
+    requireMemory();  // the parser's streams write less, and say nothing
+    return settings;
 }
 
 }  // namespace near_text
