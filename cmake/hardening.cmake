@@ -18,7 +18,7 @@ if(NEAR_TEXT_HARDENED AND NOT NEAR_TEXT_SANITIZE)
     list(APPEND NEAR_TEXT_HARDENING -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2)
 endif()
 
-# A source on a hot road, where one of these costs too much, goes without it:
+# A source on a hot path, where one of these costs too much, goes without it:
 #   set_source_files_properties(FILE PROPERTIES COMPILE_OPTIONS -fno-stack-protector)  # reason
 # But -fcf-protection holds for a whole file or not at all: one object without its mark takes the mark
 # from the library.

@@ -32,11 +32,15 @@ std::uint64_t bitsWhere(Utf16View text, Test const& test) {
         }
     };
     std::uint64_t bits = 0;
+    if (count == kBlockUnits) {  // most blocks of a long text, without a jump
+        for (unsigned long at = 0; at < kBlockUnits; at += 2 * kUnitLanes)
+            bits |= bitsOfTwo(at, at + kUnitLanes) << at;
+        return bits;
+    }
     if (count >= 2 * kUnitLanes) {
         unsigned long at = 0;
         for (; at + 2 * kUnitLanes <= count; at += 2 * kUnitLanes)
             bits |= bitsOfTwo(at, at + kUnitLanes) << at;
-        if (at == count) return bits;
         // The rest, with some units again.
         at = count - 2 * kUnitLanes;
         return bits | bitsOfTwo(at, at + kUnitLanes) << at;

@@ -7,6 +7,8 @@
 #include <memory>
 #include <vector>
 
+#include "host_client/component.h"
+#include "host_client/lent_objects.h"
 #include "near_text/input/text_codec.h"
 #include "reference/explanation.h"
 

@@ -12,7 +12,7 @@ struct CutWord {
     Fingerprint fingerprint;
 };
 
-// An entry, cut. What it refers to is the cutter's until it cuts another.
+// An entry, cut.
 struct CutEntry {
     Utf16View text;
     std::span<CutWord const> words;
@@ -36,12 +36,14 @@ public:
     }
     void addSearched(Utf16View word) { known_.add(fingerprintOf(word)); }
 
-    // Stops when more than `mostUnits` units of it count, or there is no room.
-    CutEntry cut(Utf16View entry, unsigned long mostUnits);
+    // Stops when more than `mostUnits` units of it count, or there is no room. The result is the
+    // cutter's, until it cuts another entry.
+    CutEntry const& cut(Utf16View entry, unsigned long mostUnits);
 
 private:
     unsigned long const room_;
     FixedBuffer<CutWord, 1> words_;
     FingerprintSet excluded_;
     FingerprintSet known_;
+    CutEntry cut_;
 };

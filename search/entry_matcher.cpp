@@ -62,11 +62,9 @@ EntryMatcher::EntryMatcher(Utf16View searchText, Utf16View exclusions, unsigned 
     search_.emplace(words_, exclusionsEnd_, samples);
 }
 
-bool EntryMatcher::isMatch(Utf16View entry, unsigned short const* textEnd, unsigned long limit) {
+bool EntryMatcher::isMatchByWords(Utf16View entry, unsigned short const* textEnd,
+                                  unsigned long limit) {
     unsigned long const searchUnits = search_->units();
-    if (std::max(searchUnits, entry.size()) <= limit) return true;
-    if (searchUnits > entry.size() + limit) return false;
-
     // More units than these that count are too many.
     unsigned long mostUnits = limit + searchUnits;
     // About a quarter may be whitespace and repeats. With a small limit units that are missing tell
@@ -74,18 +72,15 @@ bool EntryMatcher::isMatch(Utf16View entry, unsigned short const* textEnd, unsig
     constexpr unsigned long kSmallLimit = 16;
     bool const isLikelyTooLong =
         entry.size() - entry.size() / 4 > mostUnits && kSmallLimit * limit > searchUnits;
-    CutEntry cut;
-    if (isLikelyTooLong) {
-        cut = cutter_.cut(entry, mostUnits);
-        if (cut.units > mostUnits) return false;
-    }
+    CutEntry const* cut = isLikelyTooLong ? &cutter_.cut(entry, mostUnits) : nullptr;
+    if (cut != nullptr && cut->units > mostUnits) return false;
     unsigned long const missing = search_->missingIn(entry, limit);
     if (missing > limit) return false;
     mostUnits -= missing;
-    if (!isLikelyTooLong) cut = cutter_.cut(entry, mostUnits);
-    if (cut.units > mostUnits) return false;
+    if (cut == nullptr) cut = &cutter_.cut(entry, mostUnits);
+    if (cut->units > mostUnits) return false;
 
-    auto left = leftOf(cut, mostUnits);
+    auto left = leftOf(*cut, mostUnits);
     if (!left) return false;
     left->textEnd = textEnd;
     return search_->isLeftWithin(limit, *left);

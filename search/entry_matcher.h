@@ -10,6 +10,7 @@
 // what is left of an entry lies there in text order, and no entry needs memory of its own.
 #pragma once
 
+#include <algorithm>
 #include <bitset>
 #include <memory>
 #include <optional>
@@ -38,9 +39,16 @@ public:
 
     // True when what is left of `entry`, which holds a word, is within `limit` edits of what is
     // left of the search text. The text that the entry is part of can be read up to `textEnd`.
-    bool isMatch(Utf16View entry, unsigned short const* textEnd, unsigned long limit);
+    bool isMatch(Utf16View entry, unsigned short const* textEnd, unsigned long limit) {
+        // Most entries need no more.
+        unsigned long const searchUnits = search_->units();
+        if (std::max(searchUnits, entry.size()) <= limit) return true;
+        if (searchUnits > entry.size() + limit) return false;
+        return isMatchByWords(entry, textEnd, limit);
+    }
 
 private:
+    bool isMatchByWords(Utf16View entry, unsigned short const* textEnd, unsigned long limit);
     // Which places came up.
     static constexpr unsigned kSeenBits = 17;
     using Seen = std::bitset<1UL << kSeenBits>;

@@ -166,11 +166,10 @@ TEST(Encoding, NamesWhatIsNoText) {
         {"MZ\x90\0\3\0\0\0"s + std::string(60, '\0'), "looks binary"},
         {encoded("utf-32le", std::string(50, 'x')), "looks binary"}};
     for (auto const& [bytes, hint] : cases) {
+        std::string const file = fileOf("file", bytes);
         for (std::string const encoding : {"", "windows-1251"}) {
             if (!encoding.empty() && hint == "looks binary") continue;
-            std::string const message = messageOf([&] {
-                near_text::readWhole({fileOf("file", bytes), encoding});
-            });
+            std::string const message = messageOf([&] { near_text::readWhole({file, encoding}); });
             EXPECT_NE(message.find("/file: " + hint), std::string::npos) << message;
         }
     }

@@ -7,6 +7,7 @@
 #include <cstdlib>
 
 #include "near_text/messages/messages.h"
+#include "near_text/output/encoder.h"
 #include "tests/test_support.h"
 
 namespace {
@@ -77,6 +78,22 @@ TEST(Input, HandsOutTheLinesAheadOfAFault) {
     close(writing);
     dup2(reading, STDIN_FILENO);
     EXPECT_EQ(linesOf("-"), (Lines{"a", "b", "standard input: Input/output error"}));
+}
+
+TEST(Input, TellsHowMuchOfAFileIsRead) {
+    std::string text;
+    for (int i = 0; i < 50000; ++i)
+        text += "\u044F\n";
+    std::string const marked = near_text::Encoder("utf-16").encoded(text);
+    for (std::string const& content : {text, marked}) {
+        near_text::LineReader reader(fileOf("lines", content));
+        near_text::Line line;
+        while (reader.next(line)) {
+            ASSERT_NEAR(reader.share().value(), static_cast<double>(line.number) / 50000, 1e-3);
+        }
+        EXPECT_EQ(reader.share(), 1);
+    }
+    EXPECT_FALSE(near_text::LineReader({"/dev/null"}).share());
 }
 
 TEST(Input, KeepsToTextThatCanBeShown) {

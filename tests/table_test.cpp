@@ -9,11 +9,11 @@ namespace {
 
 using namespace std::string_literals;
 using near_text::Row;
+using near_text::TableLayout;
 using near_text::TableReader;
-using near_text::TableShape;
 
 // Each row as LINE:FIELD|FIELD, or LINE!FAULT.
-std::vector<std::string> rowsOf(std::string const& content, TableShape shape = {},
+std::vector<std::string> rowsOf(std::string const& content, TableLayout shape = {},
                                 std::string const& column = "1") {
     TableReader reader(fileOf("table", content), shape);
     reader.column(column);
@@ -30,15 +30,15 @@ std::vector<std::string> rowsOf(std::string const& content, TableShape shape = {
 TEST(Table, ReadsRows) {
     struct Case {
         std::string content;
-        TableShape shape;
+        TableLayout shape;
         std::vector<std::string> rows;
     } const cases[] = {
         {"a,b\r\n\"c,\"\"d\"\"\",\r\n", {}, {"1:a|b", "2:c,\"d\"|"}},
         {"\"a\r\n\nb\",c\r\n\r\n\nd", {}, {"1:a\r\n\nb|c", "6:d"}},
         {" a ; \"b\";5\" c\"\"\n\"\"\n", {.delimiter = ';'}, {"1: a | \"b\"|5\" c\"\"", "2:"}},
         {"\"a\tb\\x\\\n", {.delimiter = '\t'}, {"1:\"a|b\\x\\"}},
-        {"a,b\t\";\"\n", {.delimiter = TableShape::kGuessed}, {"1:a,b|\";\""}},
-        {"a,b;\";\"\n", {.delimiter = TableShape::kGuessed}, {"1:a,b|;"}},
+        {"a,b\t\";\"\n", {.delimiter = TableLayout::kGuessed}, {"1:a,b|\";\""}},
+        {"a,b;\";\"\n", {.delimiter = TableLayout::kGuessed}, {"1:a,b|;"}},
         {"\xEF\xBB\xBFn,m\n\"1\n2\",3\n4\n", {.hasHeader = true}, {"2:1\n2|3", "4:4"}},
         {"a\rb,c\n", {}, {"1:a\rb|c"}},
         {"", {}, {}},

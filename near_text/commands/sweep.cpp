@@ -41,7 +41,7 @@ bool namesIds(std::string const& name) {
 // The first row may be a heading, but not of ids of records, which may be numbers too.
 Pairs readPairs(TextFile const& file, EntryList const& list) {
     Pairs pairs;
-    TableReader table(file, {.delimiter = TableShape::kGuessed});
+    TableReader table(file, {.delimiter = TableLayout::kGuessed});
     table.column("2");
     bool isFirst = true;
     for (Row row; table.next(row); isFirst = false) {

@@ -7,13 +7,13 @@ RowReader::RowReader(Source const& source, std::size_t longest) {
         lines_ = std::make_unique<LineReader>(source.file, longest);
         return;
     }
-    table_ = std::make_unique<TableReader>(source.file, source.shape);
+    table_ = std::make_unique<TableReader>(source.file, source.layout);
     for (std::string const& column : source.columns)
         textColumns_.push_back(table_->column(column));
     for (std::string const& column : source.keep) {
         keptColumns_.push_back(table_->column(column));
-        names_.push_back(source.shape.hasHeader ? table_->header()[keptColumns_.back()]
-                                                : std::to_string(keptColumns_.back() + 1));
+        names_.push_back(source.layout.hasHeader ? table_->header()[keptColumns_.back()]
+                                                 : std::to_string(keptColumns_.back() + 1));
     }
 }
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -17,7 +18,7 @@ struct Source {
     // those that are empty.
     std::vector<std::string> columns;
     std::vector<std::string> keep;  // columns to carry over, likewise
-    TableShape shape;               // of a table
+    TableLayout layout;             // of a table
 
     bool isTable() const { return !columns.empty(); }
 };
@@ -33,6 +34,8 @@ public:
     bool next(TextRow& row);
     // "FILE:LINE: ", of the row that was read last.
     std::string place() const;
+    // How much of the file the rows so far are, as LineReader::share.
+    std::optional<double> share() const { return lines_ ? lines_->share() : table_->share(); }
     // Those of the header, else numbers.
     std::vector<std::string> const& keptNames() const { return names_; }
 

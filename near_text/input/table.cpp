@@ -48,10 +48,10 @@ char delimiterOf(std::string const& name) {
     return name[0];
 }
 
-TableReader::TableReader(TextFile const& file, TableShape shape)
-    : shape_(shape), reader_(file, kLongestRow) {
+TableReader::TableReader(TextFile const& file, TableLayout layout)
+    : layout_(layout), reader_(file, kLongestRow) {
     hasFirst_ = read(first_);
-    if (!shape.hasHeader) return;
+    if (!layout.hasHeader) return;
     if (!hasFirst_) throw std::runtime_error(shownName(file.name) + ": has no header");
     if (!first_.fault.empty()) throw std::runtime_error(place(first_) + first_.fault);
     names_ = std::move(first_.fields);
@@ -85,7 +85,7 @@ std::size_t TableReader::numbered(std::string const& text) const {
     auto const parsed = std::from_chars(text.data(), end, number);
     bool const isNumber = parsed.ec == std::errc() && parsed.ptr == end && number > 0;
     std::size_t most = number;
-    if (shape_.hasHeader) {
+    if (layout_.hasHeader) {
         most = names_.size();
     } else if (hasFirst_ && first_.fault.empty()) {
         most = first_.fields.size();
@@ -95,9 +95,9 @@ std::size_t TableReader::numbered(std::string const& text) const {
 }
 
 void TableReader::refuseColumn(std::string const& nameOrNumber) const {
-    std::vector<std::string> const& columns = shape_.hasHeader ? names_ : first_.fields;
+    std::vector<std::string> const& columns = layout_.hasHeader ? names_ : first_.fields;
     std::string message = reader_.name() + ": there is no column '" + nameOrNumber + "'; ";
-    if (shape_.hasHeader) {
+    if (layout_.hasHeader) {
         std::string list;
         for (std::string const& name : columns)
             list += (list.empty() ? "" : ", ") + onOneLine(name);
@@ -140,8 +140,8 @@ bool TableReader::read(Row& row) {
     for (Line line; !isOver_ && reader_.next(line);) {
         if (row.line == 0 && line.text.empty()) continue;
         if (!parser_) {
-            bool const isGuessed = shape_.delimiter == TableShape::kGuessed;
-            parser_.emplace(isGuessed ? likelyDelimiter(line.text) : shape_.delimiter);
+            bool const isGuessed = layout_.delimiter == TableLayout::kGuessed;
+            parser_.emplace(isGuessed ? likelyDelimiter(line.text) : layout_.delimiter);
         }
         if (row.line == 0) {
             row.line = quoteLine_ = line.number;

@@ -14,7 +14,7 @@ namespace near_text {
 // The delimiter of that name: one ASCII character, or "tab". Throws std::runtime_error.
 char delimiterOf(std::string const& name);
 
-struct TableShape {
+struct TableLayout {
     // A tab, a semicolon or a comma, the first of them that the first line has.
     static constexpr char kGuessed = '\0';
 
@@ -34,7 +34,7 @@ class TableReader {
 public:
     // Waits for the first row. Throws as LineReader, and std::runtime_error when the header is
     // missing or has a fault.
-    TableReader(TextFile const& file, TableShape tableShape);
+    TableReader(TextFile const& file, TableLayout layout);
     TableReader(TableReader const&) = delete;
     TableReader& operator=(TableReader const&) = delete;
 
@@ -64,7 +64,7 @@ private:
     std::size_t numbered(std::string const& text) const;
     [[noreturn]] void refuseColumn(std::string const& nameOrNumber) const;
 
-    TableShape shape_;
+    TableLayout layout_;
     LineReader reader_;
     std::optional<RowParser> parser_;  // once the delimiter is known
     std::size_t quoteLine_ = 0;        // in which the last field of its lines so far begins

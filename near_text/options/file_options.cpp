@@ -121,11 +121,11 @@ Source FileOptions::source(GivenSource const& given) const {
                   given.keep,
                   {}};
     source.file.encodingOption = given.encodingOption;
-    if (given.file.ends_with(".tsv")) source.shape.delimiter = '\t';
+    if (given.file.ends_with(".tsv")) source.layout.delimiter = '\t';
     std::string const& delimiter = given.delimiter.empty() ? delimiter_ : given.delimiter;
-    if (!delimiter.empty()) source.shape.delimiter = delimiterOf(delimiter);
-    source.shape.hasHeader = hasHeader_ || std::ranges::any_of(given.columns, isName) ||
-                             std::ranges::any_of(given.keep, isName);
+    if (!delimiter.empty()) source.layout.delimiter = delimiterOf(delimiter);
+    source.layout.hasHeader = hasHeader_ || std::ranges::any_of(given.columns, isName) ||
+                              std::ranges::any_of(given.keep, isName);
     return source;
 }
 
