@@ -102,6 +102,8 @@ Status execute(DuplicatesSettings const& settings) {
         row.number = at->place;
         row.text = at->text;
         row.kept = at->kept;
+        row.share = static_cast<double>(at - list.entries.begin() + 1) /
+                    static_cast<double>(list.entries.size());
         ++at;
         return true;
     };

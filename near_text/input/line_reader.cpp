@@ -113,14 +113,4 @@ std::u16string lineUnits(Line const& line) {
     return lineUnits(line.text);
 }
 
-std::optional<std::size_t> countLines(TextFile const& file) {
-    if (file.name == kStandardInput || !std::filesystem::is_regular_file(file.name)) return {};
-    // What the file looks like is for its reader to tell.
-    LineReader reader({file.name, file.encoding.empty() ? "utf-8" : file.encoding}, 0);
-    Line line;
-    while (reader.next(line)) {
-    }
-    return line.number;
-}
-
 }  // namespace near_text

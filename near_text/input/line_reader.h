@@ -65,7 +65,4 @@ void requireText(Line const& line);
 std::u16string lineUnits(std::string_view line);
 std::u16string lineUnits(Line const& line);  // also when it has a fault
 
-// Nothing where the input has no end that is known beforehand.
-std::optional<std::size_t> countLines(TextFile const& file);
-
 }  // namespace near_text

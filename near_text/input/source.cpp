@@ -18,9 +18,14 @@ RowReader::RowReader(Source const& source, std::size_t longest) {
 }
 
 bool RowReader::next(TextRow& row) {
-    if (lines_) return lines_->next(row);
+    if (lines_) {
+        if (!lines_->next(row)) return false;
+        row.share = lines_->share();
+        return true;
+    }
     if (!table_->next(fields_)) return false;
     row = {};
+    row.share = table_->share();
     row.number = fields_.line;
     row.fault = fields_.fault;
     if (fields_.fields.empty()) return true;

@@ -34,8 +34,6 @@ public:
     bool next(TextRow& row);
     // "FILE:LINE: ", of the row that was read last.
     std::string place() const;
-    // How much of the file the rows so far are, as LineReader::share.
-    std::optional<double> share() const { return lines_ ? lines_->share() : table_->share(); }
     // Those of the header, else numbers.
     std::vector<std::string> const& keptNames() const { return names_; }
 

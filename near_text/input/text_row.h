@@ -1,6 +1,7 @@
 // A text of the input on its way through a run, with what is carried over from beside it.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -14,6 +15,7 @@ struct TextRow : Line {
         : Line(std::move(line)) {}  // NOLINT(google-explicit-constructor): a line is one
 
     std::vector<std::string> kept;  // cells of the columns that are kept
+    std::optional<double> share;    // of the file, up to and with this text, where that is known
 };
 
 }  // namespace near_text

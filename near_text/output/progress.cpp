@@ -31,17 +31,17 @@ std::size_t lineColumns() {
 
 }  // namespace
 
-std::string progressText(std::size_t done, std::optional<std::size_t> total, double seconds,
+std::string progressText(std::size_t lines, std::optional<double> share, double seconds,
                          std::size_t columns) {
-    double const rate = static_cast<double>(done) / seconds;
-    std::string const count = std::to_string(done);
-    std::string const counts = count + (total ? " of " + std::to_string(*total) : "");
-    std::string const speed = counts + " lines, " + std::to_string(std::lround(rate)) + " a second";
-    std::vector<std::string> forms = {speed, counts + " lines", counts, count};
-    if (total && *total >= done && done > 0) {
-        std::string const left = shownTime(static_cast<double>(*total - done) / rate) + " left";
-        forms.insert(forms.begin(), {speed + ", " + left, counts + ", " + left});
-        forms.insert(forms.end() - 1, std::to_string(100 * done / *total) + '%');
+    std::string const count = std::to_string(lines);
+    std::string const rate = std::to_string(std::lround(static_cast<double>(lines) / seconds));
+    std::string const speed = count + " lines, " + rate + " a second";
+    std::vector<std::string> forms = {speed, count + " lines", count};
+    if (share && *share > 0) {
+        std::string const percent = std::to_string(std::lround(100 * *share)) + '%';
+        std::string const left = shownTime(seconds * (1 - *share) / *share) + " left";
+        forms.insert(forms.begin(), {percent + ", " + speed + ", " + left, percent + ", " + left});
+        forms.push_back(percent);
     }
     for (std::string const& form : forms) {
         if (form.size() <= columns) return form;
@@ -49,18 +49,16 @@ std::string progressText(std::size_t done, std::optional<std::size_t> total, dou
     return {};
 }
 
-Progress::Progress(TextFile const& file)
+Progress::Progress()
     : isShown_(isatty(STDERR_FILENO) == 1),
       isOutputShown_(isatty(STDOUT_FILENO) == 1),
-      nextDraw_(start_ + kPause) {
-    if (isShown_) total_ = countLines(file);
-}
+      nextDraw_(start_ + kPause) {}
 
-void Progress::show(std::size_t done) {
+void Progress::show(std::size_t lines, std::optional<double> share) {
     Clock::time_point const now = Clock::now();
     if (!isShown_ || now < nextDraw_) return;
     double const seconds = std::chrono::duration<double>(now - start_).count();
-    std::string const text = progressText(done, total_, seconds, lineColumns());
+    std::string const text = progressText(lines, share, seconds, lineColumns());
     std::fprintf(stderr, "\r%s\033[K", text.c_str());
     isDrawn_ = true;
     nextDraw_ = now + kPause;

@@ -6,24 +6,22 @@
 #include <optional>
 #include <string>
 
-#include "near_text/input/line_reader.h"
-
 namespace near_text {
 
 // As much of how far a run is as fits into so many columns. Each character takes one.
-std::string progressText(std::size_t done, std::optional<std::size_t> total, double seconds,
+// `share` is how much of all these lines are, if that is known, from 0 to 1.
+std::string progressText(std::size_t lines, std::optional<double> share, double seconds,
                          std::size_t columns);
 
 class Progress {
 public:
-    // `file` is what is run through: where it is a file its lines are counted first.
-    explicit Progress(TextFile const& file);
+    Progress();
     ~Progress() { clear(); }
     Progress(Progress const&) = delete;
     Progress& operator=(Progress const&) = delete;
 
-    // So many lines are done. Draws, a few times a second.
-    void show(std::size_t done);
+    // So many lines are done, which are this share of all. Draws, a few times a second.
+    void show(std::size_t lines, std::optional<double> share);
     // Take the line away until it is drawn next, so that a message, or output if it goes to a
     // terminal too, can take its place.
     void clear();
@@ -35,7 +33,6 @@ private:
     bool isShown_;
     bool isOutputShown_;
     bool isDrawn_ = false;
-    std::optional<std::size_t> total_;
     Clock::time_point start_ = Clock::now();
     Clock::time_point nextDraw_;
 };

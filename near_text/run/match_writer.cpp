@@ -11,10 +11,7 @@
 namespace near_text {
 
 MatchWriter::MatchWriter(Output& target, TextFile const& textsFile, bool isStrictOne)
-    : output_(target),
-      shownFile_(shownName(textsFile.name)),
-      isStrict_(isStrictOne),
-      progress_(textsFile) {}
+    : output_(target), shownFile_(shownName(textsFile.name)), isStrict_(isStrictOne) {}
 
 bool MatchWriter::write(LineResult const& result, bool isMoreReady) {
     if (isGivenUp_) return false;
@@ -26,7 +23,7 @@ bool MatchWriter::write(LineResult const& result, bool isMoreReady) {
     output_.write(result.output);
     if (!isMoreReady) {
         flush();
-        progress_.show(lines_);
+        progress_.show(lines_, result.share);
     }
     return signalCaught() == 0;
 }

@@ -13,6 +13,7 @@
 #include <exception>
 #include <functional>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <thread>
 #include <vector>
@@ -25,8 +26,9 @@ struct LineResult {
     std::string output = {};
     std::string failure = {};  // empty where there is none
     bool isFound = false;
-    std::size_t line = 0;  // its number
-    bool isCut = false;    // the text was too long
+    std::size_t line = 0;              // its number
+    std::optional<double> share = {};  // of all texts, up to and with this one, where that is known
+    bool isCut = false;                // the text was too long
 };
 
 class OrderedWork {

@@ -38,6 +38,7 @@ Status run(Matchers& matchers, Preparer const& preparer,
             result = failed(row, error.what());
         }
         result.line = row.number;
+        result.share = row.share;
         return result;
     };
     OrderedWork ordered(matchers.size(), workOn, [&](LineResult const& done, bool isMoreReady) {
