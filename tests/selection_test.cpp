@@ -96,7 +96,7 @@ TEST(Mutual, LeavesOutTextsThatFail) {
     std::string const texts =
         fileOf("texts", "\xFF\n" + a + std::string(41, 'a') + "\n" + a + "\n\nb\n");
     std::string const arguments = "match --mutual -p 60 -f json -e " +
-                                  fileOf("entries", a + std::string(40, 'a') + "\n") + " -t " +
+                                  fileOf("entries", a + std::string(40, 'a') + "\n") + " -t - <" +
                                   texts;
     Ending const ending = endingOf(arguments);
     EXPECT_EQ(ending.status, 2);

@@ -3,7 +3,7 @@
 // A number is a longest run of decimal digits, those of all scripts by their value, wherever it
 // stands: M8x40 has 8 and 40. Leading zeros do not count. Nothing else is part of a number, so 1.5
 // and 1,5 are both 1 and 5. How often a text has a number makes no difference, nor does their
-// order.
+// order. The numbers of excluded words count, since these stay in the texts.
 #pragma once
 
 #include <string>
