@@ -520,6 +520,20 @@ TEST(Program, SweepsOverPercentages) {
         EXPECT_EQ(row["best_others"], bestMatches - bestFound);
         EXPECT_EQ(row["pairs"], known.size() - 1);  // the heading is none
     }
+    // By ids, among which numbers are no line numbers; a text may have several entries.
+    std::string const ids = " -t " + fileOf("t.csv", "id,n\n7,red ball\n1,blue cup\n") +
+                            " --text-column n --text-id id -e " +
+                            fileOf("e.csv", "name;code\nball red;7\ncup;2\nblue cup;x\n") +
+                            " --entry-column name --entry-id code --entry-delimiter ';' -p 90 ";
+    auto const withPairs = [&](std::string const& pairs) {
+        return "sweep -f csv" + ids + "--pairs " + fileOf("known", pairs);
+    };
+    Outcome const byIds = run(withPairs("id,code id\n7,7\n1,x\n1,2\n"));
+    EXPECT_EQ(linesOf(byIds.output).at(1), "90,0,2,0,2,2,3,2,0,2,0,2,2") << byIds.errors;
+    expectFailure("known:2: there is no entry with the id '3'", run(withPairs("7,7\n1,3\n")));
+    expectFailure("known:1: there is no text with the id '2'", run(withPairs("2,7\n7,x\n")));
+    expectFailure("--text-id: has no effect without --pairs", run("sweep" + ids));
+
     std::string const text = fileOf("text", "x\n");
     expectFailure("pairs:1: there is no text in line 2",
                   run("sweep -t " + text + " -e " + text + " --pairs " + fileOf("pairs", "2;1\n")));

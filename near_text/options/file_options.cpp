@@ -1,6 +1,7 @@
 #include "near_text/options/file_options.h"
 
 #include <algorithm>
+#include <tuple>
 
 #include "near_text/options/values.h"
 
@@ -56,6 +57,35 @@ void FileOptions::addFile(CLI::App& command) {
         ->group(kFilesGroup);
     addColumns(command, "--text-column", "--keep", "the texts", texts_, true);
     addReading(command);
+}
+
+void FileOptions::addIds(CLI::App& command) {
+    auto const add = [&](char const* name, GivenSource& source, std::string const& whose) {
+        command
+            .add_option(name, source.id,
+                        "The column of the " + whose +
+                            " with the ids that --pairs names them by, instead of line numbers")
+            ->type_name("COLUMN")
+            ->group(kFilesGroup);
+    };
+    add("--text-id", texts_, "texts");
+    add("--entry-id", entries_, "entries");
+}
+
+KnownPairs::Naming FileOptions::pairNaming() const {
+    return {!texts_.id.empty(), !entries_.id.empty(), hasHeader_};
+}
+
+void FileOptions::validateIds(bool hasPairs) const {
+    for (auto const& [option, columnOption, source] :
+         {std::tuple("--text-id", "--text-column", &texts_),
+          {"--entry-id", "--entry-column", &entries_}}) {
+        if (source->id.empty()) continue;
+        if (!hasPairs) refuse(option, "has no effect without --pairs");
+        if (!source->isTable()) {
+            refuse(option, std::string("has no effect without ") + columnOption);
+        }
+    }
 }
 
 void FileOptions::addReading(CLI::App& command) {
@@ -126,6 +156,10 @@ Source FileOptions::source(GivenSource const& given) const {
     if (!delimiter.empty()) source.layout.delimiter = delimiterOf(delimiter);
     source.layout.hasHeader = hasHeader_ || std::ranges::any_of(given.columns, isName) ||
                               std::ranges::any_of(given.keep, isName);
+    if (!given.id.empty()) {
+        source.keep = {given.id};
+        source.layout.hasHeader |= isName(given.id);
+    }
     return source;
 }
 

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "near_text/input/source.h"
+#include "near_text/matching/known_pairs.h"
 
 namespace near_text {
 
@@ -16,6 +17,7 @@ struct GivenSource {
     std::string file;
     std::vector<std::string> columns;
     std::vector<std::string> keep;
+    std::string id;                             // the column of ids
     std::string delimiter;                      // of this one alone
     std::string encoding;                       // likewise
     std::string encodingOption = "--encoding";  // that gives it
@@ -27,6 +29,8 @@ class FileOptions {
 public:
     void addTexts(CLI::App& command, bool hasKeep = true);
     void addEntries(CLI::App& command, bool hasKeep = true);
+    // The columns of ids by which pairs name texts and entries.
+    void addIds(CLI::App& command);
     // After those.
     void addReading(CLI::App& command);
     // The one file of a command that has one, in place of all three.
@@ -39,6 +43,10 @@ public:
     bool hasKept() const { return !texts_.keep.empty() || !entries_.keep.empty(); }
     bool hasKeptOfEntries() const { return !entries_.keep.empty(); }
     bool hasEntryColumn() const { return entries_.isTable(); }
+
+    // With what `addIds` takes.
+    KnownPairs::Naming pairNaming() const;
+    void validateIds(bool hasPairs) const;
 
     Source texts() const { return source(texts_); }
     Source entries() const { return source(entries_); }

@@ -10,6 +10,7 @@
 #include "near_text/input/source.h"
 #include "near_text/matching/add_in.h"
 #include "near_text/matching/entry_list.h"
+#include "near_text/matching/known_pairs.h"
 #include "near_text/matching/search_terms.h"
 #include "near_text/output/format.h"
 #include "near_text/run/run.h"
@@ -74,6 +75,7 @@ struct SweepSettings {
     SearchSettings search;      // at the lowest percentage
     std::vector<int> percents;  // ascending, and not empty
     std::optional<TextFile> pairs;
+    KnownPairs::Naming pairNaming;
     OutputSettings output;
     RunSettings run;
 };

@@ -48,9 +48,10 @@ ReadSettings define(CLI::App& command) {
         .add_option(
             "--pairs", given->pairs,
             "Known pairs: a table, with tabs, semicolons or commas, whose first two columns "
-            "are the line of the text and the line of the entry")
+            "are the line of the text and the line of the entry, or their ids")
         ->type_name("FILE")
         ->group(kFilesGroup);
+    given->files.addIds(command);
     given->terms.addTo(command, false);
     given->output.addTo(command);
     given->run.addTo(command);
@@ -60,11 +61,18 @@ ReadSettings define(CLI::App& command) {
         SearchSettings search = given->terms.settings(given->files);
         std::vector<int> const percents = percentsOf(given->percents);
         search.percentages = {percents[0], percents[0]};
+        given->files.validateIds(!given->pairs.empty());
         std::optional<TextFile> pairs;
         if (!given->pairs.empty()) pairs = given->files.other(given->pairs);
-        return SweepSettings{
-            addIn,  given->files.texts(), given->files.entries(), search, percents, pairs,
-            output, given->run.settings()};
+        return SweepSettings{addIn,
+                             given->files.texts(),
+                             given->files.entries(),
+                             search,
+                             percents,
+                             pairs,
+                             given->files.pairNaming(),
+                             output,
+                             given->run.settings()};
     };
 }
 
