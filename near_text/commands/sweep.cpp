@@ -135,8 +135,7 @@ Status execute(SweepSettings const& settings) {
     Status const status = run(
         matchers, preparer, next,
         [&](Matcher& matcher, TextRow const& row, std::u16string const& units) -> LineResult {
-            std::string line;
-            return {{}, {}, counts.add(matcher, pairs.nameOf(row, line), units)};
+            return {{}, {}, counts.add(matcher, pairs.nameOf(row), units)};
         },
         [](TextRow const&, std::string const&) { return std::string(); }, writer);
     if (isWhole) pairs.requireAllSeen();

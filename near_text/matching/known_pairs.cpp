@@ -100,9 +100,9 @@ void KnownPairs::read(TableReader& table, EntryList const& list) {
     }
 }
 
-std::string const& KnownPairs::nameOf(TextRow const& row, std::string& line) const {
-    if (naming_.hasTextIds && !row.kept.empty()) return row.kept[0];
-    return line = naming_.hasTextIds ? std::string() : std::to_string(row.number);
+std::string KnownPairs::nameOf(TextRow const& row) const {
+    if (!naming_.hasTextIds) return std::to_string(row.number);
+    return row.kept.empty() ? std::string() : row.kept[0];
 }
 
 bool KnownPairs::contains(std::string const& text, unsigned long entry) const {
@@ -112,8 +112,7 @@ bool KnownPairs::contains(std::string const& text, unsigned long entry) const {
 }
 
 void KnownPairs::see(TextRow const& row) {
-    std::string line;
-    auto const found = texts_.find(nameOf(row, line));
+    auto const found = texts_.find(nameOf(row));
     if (found == texts_.end()) return;
     if (++found->second.seen == 2)
         complain("note: several texts have the id '" + found->first + '\'');

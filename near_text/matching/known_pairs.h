@@ -27,7 +27,7 @@ public:
     KnownPairs(TextFile const& file, Naming naming, EntryList const& list);
 
     // What a row of the texts is called.
-    std::string const& nameOf(TextRow const& row, std::string& line) const;
+    std::string nameOf(TextRow const& row) const;
 
     bool contains(std::string const& text, unsigned long entry) const;
 
