@@ -53,6 +53,11 @@ TEST(Exclusions, LeaveTheDistanceAndNotTheLimit) {
                                   55, 55, exclusions);
         EXPECT_EQ(found.size(), isAlike ? 2U : 0U);
     }
+    // An entry as long as the threshold is short.
+    std::vector<unsigned long> ofShort;
+    distance->serchDuplicates(ofShort, first.data(), 3, {units(u"rex"), units(u"redx")}, 3, 0, 100,
+                              {});
+    EXPECT_EQ(ofShort, std::vector<unsigned long>{0});
     // A percentage above 100 demands as much as 100.
     EXPECT_FALSE(
         distance->wordInsansitiveCompareStrings(first.data(), 12, first.data(), 3, ~0UL, {}));
