@@ -7,9 +7,9 @@
 // 100 does.
 #pragma once
 
+#include <set>
 #include <string>
 #include <string_view>
-#include <unordered_set>
 #include <vector>
 
 #include "host_client/search_arguments.h"
@@ -44,7 +44,7 @@ unsigned long distanceBetween(std::u16string_view first, std::u16string_view sec
 
 // Words of a text that the caller keeps.
 using Words = std::vector<std::u16string_view>;
-using ExcludedWords = std::unordered_set<std::u16string_view>;
+using ExcludedWords = std::set<std::u16string_view>;
 
 // The words of an exclusion list. They refer to it.
 ExcludedWords readExclusions(std::u16string_view exclusions, char16_t separator);

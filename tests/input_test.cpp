@@ -118,4 +118,14 @@ TEST(Input, DropsReportsOfEarlierCalls) {
     }
 }
 
+// A carriage return at the end of what is looked at may have its line feed behind it.
+TEST(LineReader, FindsALineFeedBehindTheFirstBlock) {
+    near_text::TextFile const file(fileOf("long", std::string((1 << 16) - 1, 'x') + "\r\ny\n"));
+    near_text::LineReader reader(file);
+    near_text::Line line;
+    EXPECT_TRUE(reader.next(line) && line.hadReturn);
+    EXPECT_TRUE(reader.next(line));
+    EXPECT_EQ(line.text, "y");
+}
+
 }  // namespace

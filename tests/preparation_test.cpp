@@ -10,7 +10,7 @@ namespace {
 using near_text::Preparation;
 using near_text::Preparer;
 
-constexpr Preparation kAll{.composes = true, .foldsCase = true, .blanksPunctuation = true};
+constexpr Preparation kAll = Preparation::whole();
 
 TEST(Preparation, DoesWhatItIsAskedFor) {
     struct Case {

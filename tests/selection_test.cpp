@@ -86,8 +86,8 @@ TEST(Mutual, IsWhatTheBestOfBothDirectionsShare) {
         count += both.size();
         left += there.size() - both.size();
     }
-    EXPECT_GT(count, 200U);
-    EXPECT_GT(left, 200U);
+    EXPECT_GT(count, static_cast<std::size_t>(roundsOf(200)));
+    EXPECT_GT(left, static_cast<std::size_t>(roundsOf(200)));
 }
 
 // Those that fail are told in their places; too long a text would be the nearest to the entry.

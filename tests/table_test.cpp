@@ -50,6 +50,7 @@ TEST(Table, ReadsRows) {
          {},
          {"1:a", "2:b\n\xFF|c!line 3: not valid UTF-8 at byte 1", "4:d\0!contains a NUL"s, "5:e"}},
         {"a\n\"b\n\",c,\"d\n", {}, {"1:a", "2!the quote opened in line 3 is not closed"}},
+        {"a\n\"b\nc\nd\n", {}, {"1:a", "2!the quote opened in line 2 is not closed"}},
     };
     for (auto const& [content, shape, rows] : cases)
         EXPECT_EQ(rowsOf(content, shape), rows) << content;

@@ -10,7 +10,10 @@
 namespace near_text {
 
 TextInput::TextInput(TextFile const& file)
-    : input_(file.name), decoder_(file.encoding, file.encodingOption) {}
+    : input_(file.name),
+      decoder_(file.encoding, file.encodingOption),
+      mayBeNoText_(file.encoding != "utf-8"),
+      encodingOption_(file.encodingOption) {}
 
 bool TextInput::read(std::string& utf8) {
     constexpr std::size_t kBlock = 1 << 16;
@@ -20,9 +23,12 @@ bool TextInput::read(std::string& utf8) {
         block_.resize(kBlock);
         block_.resize(input_.read(block_.data(), kBlock));
         isEnded_ = block_.empty();
-        if (bytesBefore_ == 0) {
+        if (mayBeNoText_ && bytesBefore_ == 0) {
             std::string const hint = notTextHint(block_);
-            if (!hint.empty()) throw std::runtime_error(name() + ": " + hint);
+            if (!hint.empty()) {
+                throw std::runtime_error(name() + ": " + hint + " (" + encodingOption_ +
+                                         " utf-8 reads it all the same)");
+            }
         }
         try {
             if (!isEnded_) {

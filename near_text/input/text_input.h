@@ -42,6 +42,8 @@ public:
 private:
     ByteInput input_;
     Decoder decoder_;
+    bool mayBeNoText_;  // unless the user insists
+    std::string encodingOption_;
     bool isEnded_ = false;
     std::string block_;
     std::uintmax_t bytesBefore_ = 0;  // the last block

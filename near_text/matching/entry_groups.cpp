@@ -1,13 +1,13 @@
 #include "near_text/matching/entry_groups.h"
 
 #include <algorithm>
-#include <unordered_map>
+#include <map>
 
 namespace near_text {
 
 EntryGroups::EntryGroups(EntryList const& list) : groups_(list.entries.size()) {
     distinct_.separator = list.separator;
-    std::unordered_map<std::u16string_view, unsigned long> known;
+    std::map<std::u16string_view, unsigned long> known;
     for (std::size_t i = 0; i < list.entries.size(); ++i) {
         std::u16string_view const units = list.units(i);
         auto const [place, isNew] = known.emplace(units, equals_.size());

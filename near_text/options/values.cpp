@@ -15,12 +15,11 @@ void refuse(std::string const& option, std::string const& reason) {
 
 // The parser reads a number that begins with a zero as an octal one.
 CLI::Validator numberCheck(int least, int most) {
-    bool const isOpen = most == std::numeric_limits<int>::max();
     return {[=](std::string& text) {
                 auto const number = parseNumber<int>(text, least, most);
                 if (!number) {
                     return '\'' + text + "' is not a whole number from " + std::to_string(least) +
-                           (isOpen ? " on" : " to " + std::to_string(most));
+                           " to " + std::to_string(most);
                 }
                 text = std::to_string(*number);
                 return std::string();

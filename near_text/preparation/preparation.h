@@ -33,9 +33,8 @@ struct Preparation {
     bool foldsCase = false;
     bool blanksPunctuation = false;
 
-    static Preparation whole() { return {true, true, true}; }
-
-    bool isNone() const { return !composes && !foldsCase && !blanksPunctuation; }
+    static constexpr Preparation whole();
+    constexpr bool isNone() const;
 };
 
 // As an option of the command line.
@@ -53,6 +52,20 @@ inline constexpr PreparationStep kPreparationSteps[] = {
     {"--compose", &Preparation::composes,
      "Treat a letter and its accents as the one character that they make (NFC)"},
 };
+
+constexpr Preparation Preparation::whole() {
+    Preparation all;
+    for (PreparationStep const& step : kPreparationSteps)
+        all.*step.isChosen = true;
+    return all;
+}
+
+constexpr bool Preparation::isNone() const {
+    for (PreparationStep const& step : kPreparationSteps) {
+        if (this->*step.isChosen) return false;
+    }
+    return true;
+}
 
 class Preparer {
 public:
