@@ -42,19 +42,19 @@ public:
         constexpr std::size_t kWords = 12'000;
         std::vector<double> weights;
         for (std::size_t rank = 0; rank < kWords; ++rank) {
-            words.push_back(makeWord(engine, isCyrillic));
+            words_.push_back(makeWord(engine, isCyrillic));
             weights.push_back(1.0 / (static_cast<double>(rank) + 3.0));
         }
-        pick = std::discrete_distribution<std::size_t>(weights.begin(), weights.end());
+        pick_ = std::discrete_distribution<std::size_t>(weights.begin(), weights.end());
     }
 
-    std::u16string const& next() { return words[pick(engine)]; }
+    std::u16string const& next() { return words_[pick_(engine)]; }
 
     Engine engine;
 
 private:
-    std::vector<std::u16string> words;
-    std::discrete_distribution<std::size_t> pick;
+    std::vector<std::u16string> words_;
+    std::discrete_distribution<std::size_t> pick_;
 };
 
 // Three entries out of ten are Russian; some hold a size or an article number.

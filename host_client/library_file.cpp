@@ -102,8 +102,10 @@ int searchNote(dl_phdr_info* loaded, std::size_t, void* search) {
     for (int i = 0; i < loaded->dlpi_phnum && !found; ++i) {
         ElfW(Phdr) const& segment = loaded->dlpi_phdr[i];
         if (segment.p_type != PT_NOTE) continue;
+        // The loader tells addresses as numbers.
         auto const* const begin =
-            reinterpret_cast<char const*>(loaded->dlpi_addr + segment.p_vaddr);
+            reinterpret_cast<char const*>(  // NOLINT(performance-no-int-to-ptr)
+                loaded->dlpi_addr + segment.p_vaddr);
         found = packageNote({begin, segment.p_memsz}, segment.p_align == 8 ? 8 : 4);
     }
     return 1;

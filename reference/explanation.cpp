@@ -112,8 +112,8 @@ std::vector<PlainSection> readSections(std::u16string_view text, char16_t separa
 Words withoutPartner(Words const& words, Words const& others) {
     Counts partners = counted(others);
     Words left;
-    for (auto word = words.rbegin(); word != words.rend(); ++word) {
-        if (!takeOne(partners, *word)) left.push_back(*word);
+    for (std::size_t i = words.size(); i-- > 0;) {
+        if (!takeOne(partners, words[i])) left.push_back(words[i]);
     }
     std::reverse(left.begin(), left.end());
     return left;
