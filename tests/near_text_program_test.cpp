@@ -58,30 +58,30 @@ void expectFailure(std::string const& part, Outcome const& outcome) {
 class RunningMatch {
 public:
     explicit RunningMatch(std::string const& arguments)
-        : output(popen(
+        : output_(popen(
               ("echo $$; exec " NEAR_TEXT_PROGRAM " match --format tsv --no-heading " + arguments)
                   .c_str(),
               "r")),
-          process(std::stoi(line())) {}
+          process_(std::stoi(line())) {}
 
     std::string line() const {
         std::string text;
-        for (int c = 0; c != '\n' && (c = fgetc(output)) != EOF;)
+        for (int c = 0; c != '\n' && (c = fgetc(output_)) != EOF;)
             text += static_cast<char>(c);
         return text;
     }
     // What it still writes, and its exit status.
     std::pair<std::string, int> interrupt(int signal) const {
-        kill(process, signal);
+        kill(process_, signal);
         std::string rest;
         for (std::string text; !(text = line()).empty();)
             rest += text;
-        return {rest, WEXITSTATUS(pclose(output))};
+        return {rest, WEXITSTATUS(pclose(output_))};
     }
 
 private:
-    FILE* output;
-    pid_t process;
+    FILE* output_;
+    pid_t process_;
 };
 
 TEST(Program, AnswersAndReturnsAsGrepDoes) {
