@@ -3,9 +3,10 @@
 #include <unicode/uchar.h>
 
 #include <algorithm>
-#include <charconv>
+#include <limits>
 #include <stdexcept>
 
+#include "near_text/input/number.h"
 #include "near_text/messages/messages.h"
 
 namespace near_text {
@@ -80,18 +81,15 @@ std::size_t TableReader::named(std::string const& name,
 }
 
 std::size_t TableReader::numbered(std::string const& text) const {
-    std::size_t number = 0;
-    char const* const end = text.data() + text.size();
-    auto const parsed = std::from_chars(text.data(), end, number);
-    bool const isNumber = parsed.ec == std::errc() && parsed.ptr == end && number > 0;
-    std::size_t most = number;
+    std::size_t most = std::numeric_limits<std::size_t>::max();
     if (layout_.hasHeader) {
         most = names_.size();
     } else if (hasFirst_ && first_.fault.empty()) {
         most = first_.fields.size();
     }
-    if (!isNumber || number > most) refuseColumn(text);
-    return number - 1;
+    auto const number = parseNumber<std::size_t>(text, 1, most);
+    if (!number) refuseColumn(text);
+    return *number - 1;
 }
 
 void TableReader::refuseColumn(std::string const& nameOrNumber) const {
