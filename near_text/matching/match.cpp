@@ -9,6 +9,14 @@ void sortByNearness(std::vector<Match>& matches) {
                      [](Match const& a, Match const& b) { return a.percent > b.percent; });
 }
 
+Indices indicesOf(std::vector<Match> const& matches) {
+    Indices indices;
+    indices.reserve(matches.size());
+    for (Match const& match : matches)
+        indices.push_back(match.index);
+    return indices;
+}
+
 void keepWanted(std::vector<Match>& matches, Wanted wanted) {
     sortByNearness(matches);
     if (matches.size() > wanted.most) matches.resize(wanted.most);

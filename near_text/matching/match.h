@@ -3,6 +3,7 @@
 
 #include <vector>
 
+#include "near_text/matching/entry_list.h"
 #include "near_text/matching/search_terms.h"
 
 namespace near_text {
@@ -17,6 +18,8 @@ struct Match {
 
 // Nearest first; those equally near in the order of the list.
 void sortByNearness(std::vector<Match>& matches);
+
+Indices indicesOf(std::vector<Match> const& matches);
 
 void keepWanted(std::vector<Match>& matches, Wanted wanted);
 

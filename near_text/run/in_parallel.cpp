@@ -11,15 +11,22 @@
 
 namespace near_text {
 
-void inParallel(std::size_t workers, std::size_t count,
+void inParallel(std::size_t workers, std::size_t count, Progress& progress, double before,
+                double after,
                 std::function<void(std::size_t worker, std::size_t number)> const& work) {
+    auto const tell = [&](std::size_t number) {
+        double const part = static_cast<double>(number) / static_cast<double>(count);
+        progress.show(number, before + (after - before) * part);
+    };
     std::atomic<std::size_t> next = 0;
     std::exception_ptr failure;
     std::mutex mutex;
     auto const workAs = [&](std::size_t worker) {
         try {
-            for (std::size_t number = 0; signalCaught() == 0 && (number = next++) < count;)
+            for (std::size_t number = 0; signalCaught() == 0 && (number = next++) < count;) {
+                if (worker == 0) tell(number);
                 work(worker, number);
+            }
         } catch (...) {
             next = count;
             std::lock_guard const lock(mutex);

@@ -7,7 +7,6 @@ Matchers::Matchers(AddInSettings const& addIn, RunSettings const& settings, Entr
     : addIn_(addIn),
       settings_(settings),
       terms_(terms),
-      wanted_(wanted),
       excluded_(reference::readExclusions(terms.exclusions, list.separator)),
       shortlist_(list, excluded_, terms.threshold) {
     Shortlist* const used = settings.isIndexed ? &shortlist_ : nullptr;

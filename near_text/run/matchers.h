@@ -30,14 +30,17 @@ public:
     // How many matches the terms left out so far; while no thread is at work.
     std::size_t leftOut() const;
 
+    SearchTerms const& terms() const { return terms_; }
+
     // The same in another list.
-    Matchers in(EntryList const& list) const { return {addIn_, settings_, list, terms_, wanted_}; }
+    Matchers in(EntryList const& list, Wanted wanted) const {
+        return {addIn_, settings_, list, terms_, wanted};
+    }
 
 private:
     AddInSettings const& addIn_;
     RunSettings const& settings_;
     SearchTerms const& terms_;
-    Wanted const wanted_;
     reference::ExcludedWords const excluded_;
     Shortlist shortlist_;
     std::vector<std::unique_ptr<host_client::Component>> components_;

@@ -2,11 +2,17 @@
 
 #include <algorithm>
 
-#include "near_text/matching/longest_text.h"
 #include "near_text/run/in_parallel.h"
 #include "near_text/run/run.h"
+#include "near_text/run/way_back.h"
 
 namespace near_text {
+
+namespace {
+
+constexpr double kWayThere = 0.5;  // its share of the work, about
+
+}  // namespace
 
 MutualMatches::MutualMatches(std::function<bool(TextRow& row)> const& readRow,
                              Preparer const& preparer, Matchers& matchers,
@@ -15,9 +21,9 @@ MutualMatches::MutualMatches(std::function<bool(TextRow& row)> const& readRow,
         std::size_t const line = row.number;
         texts_.push_back({std::exchange(row, {}), line, {}, {}});
     }
-    findBest(matchers, preparer);
-    Indices const found = foundEntries();
-    if (!found.empty()) keepMutual(matchers, preparer, entries, found);
+    Progress progress;
+    findBest(matchers, preparer, progress);
+    keepMutual(matchers, preparer, entries, progress);
 }
 
 bool MutualMatches::next(TextRow& row) {
@@ -34,8 +40,8 @@ std::vector<Match> const& MutualMatches::of(TextRow const& row) const {
     return text.matches;
 }
 
-void MutualMatches::findBest(Matchers& matchers, Preparer const& preparer) {
-    inParallel(matchers.size(), texts_.size(), [&](std::size_t worker, std::size_t number) {
+void MutualMatches::findBest(Matchers& matchers, Preparer const& preparer, Progress& progress) {
+    auto const find = [&](std::size_t worker, std::size_t number) {
         Text& text = texts_[number];
         try {
             RowUnits const prepared(text.row, preparer, matchers.settings());
@@ -45,54 +51,26 @@ void MutualMatches::findBest(Matchers& matchers, Preparer const& preparer) {
         } catch (Refused const& error) {
             text.failure = error.what();
         }
-    });
+    };
+    inParallel(matchers.size(), texts_.size(), progress, 0, kWayThere, find);
 }
 
-// Ascending, each once.
-Indices MutualMatches::foundEntries() const {
+void MutualMatches::keepMutual(Matchers const& matchers, Preparer const& preparer,
+                               EntryList const& entries, Progress& progress) {
     Indices found;
     for (Text const& text : texts_) {
         for (Match const& match : text.matches)
             found.push_back(match.index);
     }
-    std::sort(found.begin(), found.end());
-    found.erase(std::unique(found.begin(), found.end()), found.end());
-    return found;
-}
-
-// The place of each is its number in `texts_`, from 1.
-EntryList MutualMatches::list(Preparer const& preparer, RunSettings const& settings) const {
-    Preparer const asItIs{{}};
-    EntryListBuilder builder(asItIs, u'\0');
+    auto const unitsOf = [&](std::size_t number) {
+        Text const& text = texts_[number];
+        return text.failure.empty() ? RowUnits(text.row, preparer, matchers.settings()).units : u"";
+    };
+    WayBack const back(matchers, entries, found, texts_.size(), unitsOf,
+                       {matchers.terms().percentages}, progress, kWayThere);
     for (std::size_t i = 0; i < texts_.size(); ++i) {
-        bool const isIn = texts_[i].failure.empty();
-        builder.add(i + 1, isIn ? RowUnits(texts_[i].row, preparer, settings).units : u"", {});
-    }
-    return builder.take("the list of the texts");
-}
-
-void MutualMatches::keepMutual(Matchers const& matchers, Preparer const& preparer,
-                               EntryList const& entries, Indices const& found) {
-    EntryList const texts = list(preparer, matchers.settings());
-    Matchers back = matchers.in(texts);
-    std::vector<Indices> bestOf(found.size());  // numbers of texts, ascending
-    inParallel(back.size(), found.size(), [&](std::size_t worker, std::size_t number) {
-        try {
-            std::u16string entry(entries.units(found[number]));
-            if (matchers.settings().isTruncating) truncate(entry);
-            for (Match const& match : back[worker].matches(entry))
-                bestOf[number].push_back(texts.entries[match.index].place - 1);
-        } catch (Refused const&) {
-            return;
-        }
-        std::sort(bestOf[number].begin(), bestOf[number].end());
-    });
-    for (std::size_t i = 0; i < texts_.size(); ++i) {
-        std::erase_if(texts_[i].matches, [&](Match const& match) {
-            auto const entry = std::lower_bound(found.begin(), found.end(), match.index);
-            Indices const& best = bestOf[static_cast<std::size_t>(entry - found.begin())];
-            return !std::binary_search(best.begin(), best.end(), i);
-        });
+        std::erase_if(texts_[i].matches,
+                      [&](Match const& match) { return back.stepsOf(match.index, i) == nullptr; });
     }
 }
 

@@ -1,18 +1,16 @@
 // Matches that are mutual: the entry is among the best matches of the text, and the text is among
-// the best matches of the entry. The way back is a search like any other: the entry is the text,
-// and the texts are the list, in the order of their lines. So the mutual matches are those that two
-// runs for the best have in common, one in each direction, and nearness, which counts a unit more
-// behind a separator, is each direction's own. Ties stay on both sides.
+// the best matches of the entry. So the mutual matches are those that two runs for the best have in
+// common, one in each direction. Ties stay on both sides.
 //
-// A text that failed takes no part, as if its line were blank. An entry that is too long to be
-// searched for has no match. Where texts are cut they take part as they are then, and so does an
-// entry on the way back.
+// A text that failed takes no part, as if its line were blank. Where texts are cut they take part
+// as they are then, and so does an entry on the way back.
 #pragma once
 
 #include <functional>
 #include <string>
 #include <vector>
 
+#include "near_text/output/progress.h"
 #include "near_text/run/matchers.h"
 
 namespace near_text {
@@ -38,11 +36,9 @@ private:
         std::string failure;
     };
 
-    void findBest(Matchers& matchers, Preparer const& preparer);
+    void findBest(Matchers& matchers, Preparer const& preparer, Progress& progress);
     void keepMutual(Matchers const& matchers, Preparer const& preparer, EntryList const& entries,
-                    Indices const& found);
-    Indices foundEntries() const;
-    EntryList list(Preparer const& preparer, RunSettings const& settings) const;
+                    Progress& progress);
 
     std::vector<Text> texts_;
     std::size_t handedOut_ = 0;
