@@ -138,6 +138,11 @@ TEST(Program, AnswersAndReturnsAsGrepDoes) {
          "p3:2: there is no entry"},
         {"sweep -t x -e " + two + " --pairs " + fileOf("p4", "text_id,entry ID\n1,2\n"),
          "p4:1: 'text_id' names ids, but line numbers are read"},
+        {"sweep -t x", "--entries or --duplicates is required"},
+        {"sweep -t x -e x --duplicates", "--entries: has no effect beside --duplicates"},
+        {"sweep -t x -e x --all-columns", "--all-columns: has no effect without --pairs"},
+        {"sweep -t x -e x --threshold 5 --short-percent 1 --long-percent 1",
+         "--percent: has no effect beside"},
         {"match -t x -e x --text-column 1 --entry-delimiter ';'", "without --entry-column"},
         {"sweep -t x -e x -p 80,80", "--percent: 80 is given twice"},
         {"sweep -t x -e x -p 80,,70", "--percent: '80,,70' has a comma without a value"},
@@ -480,60 +485,30 @@ TEST(Program, FindsThePairsOfAList) {
               "group\tline\ttext\ttext_group\tindex\n1\t2\ta\tx\t1\n1\t3\ta\ty\t2\n");
 }
 
-// The counts are those of a match at each percentage.
-TEST(Program, SweepsOverPercentages) {
-    std::string const samples = NEAR_TEXT_SAMPLES "/";
-    std::string const lists = " -P -t " + samples + "supplier.txt -e " + samples + "catalogue.txt ";
-    std::set<std::string> known;
-    for (std::string const& line : linesOf(contentOf(samples + "pairs.tsv")))
-        known.insert(line.substr(0, line.find('\t', line.find('\t') + 1)));
-    Outcome const sweep = run("sweep -f json -p 60,90 --pairs " + samples + "pairs.tsv" + lists);
-    Lines const rows = linesOf(sweep.output);
-    ASSERT_EQ(rows.size(), 2U);
-    for (std::string const& line : rows) {
-        auto const row = nlohmann::json::parse(line);
-        std::size_t none = 0, one = 0, matches = 0, found = 0, bestMatches = 0, bestFound = 0;
-        std::string const percent = row["percent"].dump();
-        for (std::string const& text : linesOf(run("match -f json -p " + percent + lists).output)) {
-            auto const object = nlohmann::json::parse(text);
-            std::size_t const count = object["matches"].size();
-            int best = 0;
-            for (auto const& match : object["matches"])
-                best = std::max(best, match["percent"].get<int>());
-            none += count == 0 ? 1 : 0;
-            one += count == 1 ? 1 : 0;
-            matches += count;
-            for (auto const& match : object["matches"]) {
-                bool const isBest = match["percent"] == best;
-                auto const isKnown =
-                    known.count(object["line"].dump() + '\t' + match["line"].dump());
-                bestMatches += isBest ? 1 : 0;
-                found += isKnown;
-                bestFound += isBest ? isKnown : 0;
-            }
-        }
-        EXPECT_EQ(row["none"], none);
-        EXPECT_EQ(row["one"], one);
-        EXPECT_EQ(row["matches"], matches);
-        EXPECT_EQ(row["found"], found);
-        EXPECT_EQ(row["others"], matches - found);
-        EXPECT_EQ(row["best_found"], bestFound);
-        EXPECT_EQ(row["best_others"], bestMatches - bestFound);
-        EXPECT_EQ(row["pairs"], known.size() - 1);  // the heading is none
-    }
-    // By ids, among which numbers are no line numbers; a text may have several entries.
+TEST(Program, SweepsOverPairsThatAreNamedByIds) {
+    // Among ids numbers are no line numbers; a text may have several entries, and a pair stand
+    // twice.
     std::string const ids = " -t " + fileOf("t.csv", "id,n\n7,red ball\n1,blue cup\n") +
                             " --text-column n --text-id id -e " +
                             fileOf("e.csv", "name;code\nball red;7\ncup;2\nblue cup;x\n") +
                             " --entry-column name --entry-id code --entry-delimiter ';' -p 90 ";
     auto const withPairs = [&](std::string const& pairs) {
-        return "sweep -f csv" + ids + "--pairs " + fileOf("known", pairs);
+        return "sweep -f csv --all-columns" + ids + "--pairs " + fileOf("known", pairs);
     };
-    Outcome const byIds = run(withPairs("id,code id\n7,7\n1,x\n1,2\n"));
-    EXPECT_EQ(linesOf(byIds.output).at(1), "90,0,2,0,2,2,3,2,0,2,0,2,2") << byIds.errors;
+    Outcome const byIds = run(withPairs("id,code id\n7,7\n1,x\n1,2\n7,7\n"));
+    EXPECT_EQ(linesOf(byIds.output).at(1), "all,90,0,2,0,2,2,0,3,2,2,1.000,0.667,0.800,yes")
+        << byIds.errors;
     expectFailure("known:2: there is no entry with the id '3'", run(withPairs("7,7\n1,3\n")));
     expectFailure("known:1: there is no text with the id '2'", run(withPairs("2,7\n7,x\n")));
     expectFailure("--text-id: has no effect without --pairs", run("sweep" + ids));
+    std::string const within = "sweep -f csv -p 60 --duplicates -t " +
+                               fileOf("l.csv", "id,n\nb,cup red\n,x\na,red cup\n") +
+                               " --text-column n --text-id id --pairs ";
+    EXPECT_EQ(run(within + fileOf("p", "a,b\nb,a\n")).output,
+              "kept,percent,matches,found,precision,recall,f1,highest\n"
+              "all,60,1,1,1.000,1.000,1.000,yes\n");
+    expectFailure("p:1: an entry is no pair with itself", run(within + fileOf("p", "a,a\n")));
+    expectFailure("p:1: there is no entry with the id ''", run(within + fileOf("p", "a,\n")));
 
     std::string const text = fileOf("text", "x\n");
     expectFailure("pairs:1: there is no text in line 2",

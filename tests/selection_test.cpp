@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <map>
 #include <set>
 
 #include "near_text/input/text_codec.h"
@@ -88,6 +89,79 @@ TEST(Mutual, IsWhatTheBestOfBothDirectionsShare) {
     }
     EXPECT_GT(count, static_cast<std::size_t>(roundsOf(200)));
     EXPECT_GT(left, static_cast<std::size_t>(roundsOf(200)));
+}
+
+// The lists of pairs that a sweep counts, by what is kept, at one percentage.
+std::map<std::string, Pairs> keptPairs(std::string const& lists) {
+    return {{"all", pairsOf(lists)},
+            {"best", pairsOf("--best " + lists)},
+            {"mutual", pairsOf("--mutual " + lists)}};
+}
+
+// Whichever side of the threshold has a percentage that stays.
+TEST(Sweep, CountsWhatMatchKeepsAtEachPercentage) {
+    RandomText random(8);
+    std::size_t marks = 0;
+    for (int round = 0; round < roundsOf(6); ++round) {
+        random.stock.clear();
+        std::string lists = " -t " + fileOf("one", randomLines(random, 60)) + " -e " +
+                            fileOf("other", randomLines(random, 60));
+        if (round % 3 > 0) {
+            lists += " --threshold 9 --" + std::string(round % 3 == 1 ? "short" : "long") +
+                     "-percent " + std::to_string(40 + random.below(40));
+        }
+        if (random.oneIn(2)) lists += " --same-numbers";
+        Pairs known;
+        for (auto const& pair : pairsOf("--best -p 50" + lists)) {
+            if (known.empty() || random.oneIn(2)) known.insert(pair);
+        }
+        std::string rows;
+        for (auto const& [text, entry] : known)
+            rows += text + ',' + entry + '\n';
+        std::istringstream table(
+            outputOf("sweep -f tsv -p 45,60,75 --pairs " + fileOf("known.csv", rows) + lists));
+        std::getline(table, rows);
+        std::map<std::string, std::pair<double, bool>> highest;  // of what the others leave to mark
+        for (std::string kept, percent, precision, recall, shown, mark; table >> kept >> percent;) {
+            std::size_t matches = 0, found = 0;
+            table >> matches >> found >> precision >> recall >> shown;
+            std::getline(table, mark);
+            Pairs const pairs = keptPairs("-p " + percent + lists)[kept];
+            auto const right = std::count_if(pairs.begin(), pairs.end(), [&](auto const& pair) {
+                return known.count(pair) > 0;
+            });
+            EXPECT_EQ(matches, pairs.size()) << kept << " at " << percent << lists;
+            EXPECT_EQ(found, static_cast<std::size_t>(right)) << kept << " at " << percent << lists;
+            double const f1 =
+                2.0 * static_cast<double>(right) / static_cast<double>(pairs.size() + known.size());
+            EXPECT_NEAR(std::stod(shown), f1, 0.0006);
+            auto& [best, isMarked] = highest[kept];
+            if (f1 > best) isMarked = false;
+            best = std::max(best, f1);
+            if (f1 == best && mark == "\tyes") isMarked = true;
+        }
+        ASSERT_EQ(highest.size(), 3U);
+        for (auto const& [kept, best] : highest)
+            marks += best.second ? 1 : 0;
+    }
+    EXPECT_EQ(marks, static_cast<std::size_t>(3 * roundsOf(6)));
+}
+
+TEST(Sweep, CountsDuplicatesAtEachPercentage) {
+    std::string const list = NEAR_TEXT_SAMPLES "/catalogue.txt --prepare ";
+    for (std::string const terms : {"", " --same-numbers", " --threshold 20 --short-percent 90"}) {
+        std::istringstream table(
+            outputOf("sweep -f tsv -p 60,70,90 --duplicates -t " + list + terms));
+        std::string row;
+        std::getline(table, row);
+        for (std::string percent, matches; table >> percent >> matches;) {
+            std::string const pairs =
+                outputOf("duplicates -f tsv -p " + percent + ' ' + list + terms);
+            EXPECT_EQ(matches, std::to_string(std::count(pairs.begin(), pairs.end(), '\n') - 1));
+            row = percent;
+        }
+        EXPECT_EQ(row, "60");
+    }
 }
 
 // Those that fail are told in their places; too long a text would be the nearest to the entry.

@@ -1,17 +1,15 @@
-// Each entry is searched for in the whole list. Which of two is the text decides on their lengths,
-// so it may be that only one finds the other. A pair is printed once: under the earlier entry if
-// that finds the later, else under the later. For that the add-in is asked again about the earlier
-// ones that were found, and nothing need be remembered, however many pairs there are.
 #include <algorithm>
 #include <optional>
 
 #include "near_text/commands/commands.h"
 #include "near_text/commands/table_note.h"
 #include "near_text/matching/entry_groups.h"
+#include "near_text/matching/pairs_within.h"
 #include "near_text/matching/read_entries.h"
 #include "near_text/messages/interrupt.h"
 #include "near_text/messages/messages.h"
 #include "near_text/output/output.h"
+#include "near_text/run/list_rows.h"
 
 namespace near_text {
 
@@ -20,10 +18,8 @@ namespace {
 // The pairs to print under the entry at `index`, as its matches.
 std::vector<Match> pairs(Matcher& matcher, EntryList const& list, Percentages percentages,
                          unsigned long index) {
-    Indices others = matcher.search.find(list.units(index), percentages);
-    std::erase_if(others, [&](unsigned long other) {
-        return other == index || (other < index && matcher.finds(percentages, other, index));
-    });
+    Indices others = pairsUnder(matcher, percentages, index,
+                                matcher.search.find(list.units(index), percentages));
     matcher.leaveOut(list.units(index), others);
     std::vector<Match> matches = matcher.measured(list.units(index), others);
     for (Match& match : matches) {
@@ -67,8 +63,7 @@ Status execute(DuplicatesSettings const& settings) {
     noteTable(settings.texts, "--text-column");
     Preparer const preparer = readPreparer(settings.search);
     SearchTerms const terms = readTerms(settings.search);
-    auto const file = readEntries(settings.texts, preparer,
-                                  /*beginsWithSeparator=*/true);
+    auto const file = readOneList(settings.texts, preparer, settings.run.isTruncating);
     EntryList const& list = file.list;
     std::optional<EntryGroups> groups;
     if (settings.isGrouped) groups.emplace(list);
@@ -82,13 +77,11 @@ Status execute(DuplicatesSettings const& settings) {
             : RowLayout(true, delimiter, file.keptNames, file.keptNames);
     if (!settings.isGrouped) output.write(format.heading(layout));
     MatchWriter writer(output, settings.texts.file, settings.run.isStrict);
+    ListRows rows(list);
 
     auto const work = [&](Matcher& matcher, TextRow const& row,
                           std::u16string const&) -> LineResult {
-        auto const entry =
-            std::lower_bound(list.entries.begin(), list.entries.end(), row.number,
-                             [](Entry const& e, std::size_t place) { return e.place < place; });
-        auto const index = static_cast<unsigned long>(entry - list.entries.begin());
+        unsigned long const index = rows.indexOf(row);
         if (groups) return {{}, {}, groups->join(matcher, terms.percentages, index)};
         std::vector<Match> const matches = pairs(matcher, list, terms.percentages, index);
         if (matches.empty()) return {};
@@ -97,16 +90,7 @@ Status execute(DuplicatesSettings const& settings) {
     auto const failureText = [&](TextRow const& row, std::string const& error) {
         return settings.isGrouped ? std::string() : format.failure(layout, row, error);
     };
-    auto next = [&, at = list.entries.begin()](TextRow& row) mutable {
-        if (at == list.entries.end()) return false;
-        row.number = at->place;
-        row.text = at->text;
-        row.kept = at->kept;
-        row.share = static_cast<double>(at - list.entries.begin() + 1) /
-                    static_cast<double>(list.entries.size());
-        ++at;
-        return true;
-    };
+    auto const next = [&](TextRow& row) { return rows.next(row); };
     Status status = run(matchers, preparer, next, work, failureText, writer);
     if (groups && signalCaught() == 0) {
         auto const complainOf = [&](Entry const& entry, std::string const& error) {

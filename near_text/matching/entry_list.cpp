@@ -5,6 +5,7 @@
 
 #include "near_text/input/line_reader.h"
 #include "near_text/input/text_codec.h"
+#include "near_text/matching/longest_text.h"
 #include "near_text/messages/messages.h"
 #include "reference/whitespace.h"
 
@@ -73,7 +74,8 @@ void EntryListBuilder::add(std::size_t place, std::u16string_view units, std::st
                            std::vector<std::string> kept, char16_t joint) {
     if (list_.places > 0) list_.dictionary += joint;
     list_.places = place;
-    std::u16string const prepared = preparer_.prepared(units);
+    std::u16string prepared = preparer_.prepared(units);
+    if (isCutting_) truncate(prepared);
     if (reference::holdsWord(prepared)) {
         list_.entries.push_back(
             {place, std::move(text), std::move(kept), list_.dictionary.size(), prepared.size()});

@@ -48,6 +48,9 @@ public:
     // A separator ahead of the first entry makes that as long as it would be elsewhere.
     void beginWithSeparator() { list_.dictionary = u'\0'; }
 
+    // From then on entries are cut as texts are that are too long for the add-in.
+    void cutEntries() { isCutting_ = true; }
+
     // `text` is what people read and `units` the same before it is prepared. `joint` goes ahead of
     // it where it is not the first; its places ascend.
     void add(std::size_t place, std::u16string_view units, std::string text,
@@ -58,6 +61,7 @@ public:
 
 private:
     Preparer const& preparer_;
+    bool isCutting_ = false;
     EntryList list_;
 };
 

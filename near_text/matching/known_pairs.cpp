@@ -31,7 +31,7 @@ std::string named(bool isById, std::string const& name) {
     return isById ? "with the id '" + name + '\'' : "in line " + name;
 }
 
-using Entries = std::unordered_map<std::string, std::vector<unsigned long>>;
+using Entries = std::unordered_map<std::string, Indices>;
 
 Entries byName(EntryList const& list, bool isById) {
     Entries entries;
@@ -85,19 +85,33 @@ void KnownPairs::read(TableReader& table, EntryList const& list) {
             if (!isByIds[i] && !isLineNumber(row.fields[i]))
                 throw refusal('\'' + row.fields[i] + "' is not a line number");
         }
-        std::string const name = nameIn(row.fields[1], naming_.hasEntryIds);
-        auto const found = entries.find(name);
-        if (found == entries.end())
-            throw refusal("there is no entry " + named(naming_.hasEntryIds, name));
-        if (found->second.size() > 1) {
-            complain("note: " + table.place(row) + std::to_string(found->second.size()) +
-                     " entries have the id '" + name + '\'');
+        auto const found = [&](std::size_t column) -> Indices const& {
+            std::string const name = nameIn(row.fields[column], naming_.hasEntryIds);
+            auto const at = entries.find(name);
+            if (at == entries.end())
+                throw refusal("there is no entry " + named(naming_.hasEntryIds, name));
+            if (at->second.size() > 1) {
+                complain("note: " + table.place(row) + std::to_string(at->second.size()) +
+                         " entries have the id '" + name + '\'');
+            }
+            return at->second;
+        };
+        if (!naming_.isWithin) {
+            add(nameIn(row.fields[0], naming_.hasTextIds), row.line, found(1));
+            continue;
         }
-        Text& text =
-            texts_.try_emplace(nameIn(row.fields[0], naming_.hasTextIds), Text{row.line, {}})
-                .first->second;
-        text.entries.insert(text.entries.end(), found->second.begin(), found->second.end());
+        for (unsigned long const one : found(0)) {
+            for (unsigned long const other : found(1)) {
+                if (one == other) throw refusal("an entry is no pair with itself");
+                add(std::to_string(std::min(one, other)), row.line, {std::max(one, other)});
+            }
+        }
     }
+}
+
+void KnownPairs::add(std::string const& text, std::size_t line, Indices const& entries) {
+    Indices& known = texts_.try_emplace(text, Text{line, {}}).first->second.entries;
+    known.insert(known.end(), entries.begin(), entries.end());
 }
 
 std::string KnownPairs::nameOf(TextRow const& row) const {
@@ -109,6 +123,10 @@ bool KnownPairs::contains(std::string const& text, unsigned long entry) const {
     auto const found = texts_.find(text);
     return found != texts_.end() &&
            std::binary_search(found->second.entries.begin(), found->second.entries.end(), entry);
+}
+
+bool KnownPairs::containsWithin(unsigned long one, unsigned long other) const {
+    return contains(std::to_string(std::min(one, other)), std::max(one, other));
 }
 
 void KnownPairs::see(TextRow const& row) {

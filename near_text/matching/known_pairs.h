@@ -18,18 +18,22 @@ public:
         bool hasTextIds;
         bool hasEntryIds;
         bool hasHeader;  // in any case; else a first row that names nothing may be one
+        bool isWithin;   // both are of one list, in either order
     };
 
     // None.
     KnownPairs() = default;
-    // Throws std::runtime_error, with the line, for an entry that does not exist, a first row that
-    // names ids where lines are read, and a file without pairs.
+    // A pair that is there twice counts once. Throws std::runtime_error, with the line, for an
+    // entry that does not exist or is to be a pair with itself, a first row that names ids where
+    // lines are read, and a file without pairs.
     KnownPairs(TextFile const& file, Naming naming, EntryList const& list);
 
     // What a row of the texts is called.
     std::string nameOf(TextRow const& row) const;
 
     bool contains(std::string const& text, unsigned long entry) const;
+    // Of one list.
+    bool containsWithin(unsigned long one, unsigned long other) const;
 
     // A row of the texts has come.
     void see(TextRow const& row);
@@ -41,12 +45,13 @@ public:
 
 private:
     struct Text {
-        std::size_t line;                    // of the file
-        std::vector<unsigned long> entries;  // indices, ascending
-        std::size_t seen = 0;                // rows of that name
+        std::size_t line;      // of the file
+        Indices entries;       // ascending
+        std::size_t seen = 0;  // rows of that name
     };
 
     void read(TableReader& table, EntryList const& list);
+    void add(std::string const& text, std::size_t line, Indices const& entries);
 
     Naming naming_{};
     std::string file_;  // for messages

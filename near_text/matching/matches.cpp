@@ -43,12 +43,13 @@ Indices Matcher::found(std::u16string_view text) {
     return indices;
 }
 
-void Matcher::leaveOut(std::u16string_view text, Indices& found) {
+void Matcher::leaveOut(std::u16string_view text, Indices& found, bool isCounted) {
     if (!terms_.isSameNumbers || found.empty()) return;
     Numbers const numbers(text);
-    leftOut_ += std::erase_if(found, [&](unsigned long index) {
+    auto const count = std::erase_if(found, [&](unsigned long index) {
         return numbers.contradict(Numbers(list_.units(index)));
     });
+    if (isCounted) leftOut_ += count;
 }
 
 std::vector<Match> Matcher::measured(std::u16string_view text, Indices const& indices) const {

@@ -35,8 +35,9 @@ public:
     // refused.
     bool finds(Percentages percentages, unsigned long text, unsigned long entry);
 
-    // Takes those out, of what `text` finds, that the terms leave out, and counts them.
-    void leaveOut(std::u16string_view text, Indices& found);
+    // Takes those out, of what `text` finds, that the terms leave out, and counts them unless that
+    // has been done.
+    void leaveOut(std::u16string_view text, Indices& found, bool isCounted = true);
 
     // How many matches were left out so far. Where only the nearest are wanted the others may not
     // have been looked at.

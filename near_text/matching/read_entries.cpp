@@ -4,10 +4,10 @@
 
 namespace near_text {
 
-EntryFile readEntries(Source const& source, Preparer const& preparer, bool beginsWithSeparator) {
+namespace {
+
+EntryFile read(Source const& source, EntryListBuilder& builder) {
     RowReader reader(source);
-    EntryListBuilder builder(preparer, u'\0');
-    if (beginsWithSeparator) builder.beginWithSeparator();
     for (TextRow row; reader.next(row);) {
         try {
             std::u16string const units = lineUnits(row);
@@ -17,6 +17,20 @@ EntryFile readEntries(Source const& source, Preparer const& preparer, bool begin
         }
     }
     return {builder.take(shownName(source.file.name)), reader.keptNames()};
+}
+
+}  // namespace
+
+EntryFile readEntries(Source const& source, Preparer const& preparer) {
+    EntryListBuilder builder(preparer, u'\0');
+    return read(source, builder);
+}
+
+EntryFile readOneList(Source const& source, Preparer const& preparer, bool isTruncating) {
+    EntryListBuilder builder(preparer, u'\0');
+    builder.beginWithSeparator();
+    if (isTruncating) builder.cutEntries();
+    return read(source, builder);
 }
 
 }  // namespace near_text

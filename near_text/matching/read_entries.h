@@ -14,9 +14,12 @@ struct EntryFile {
     std::vector<std::string> keptNames;
 };
 
-// `beginsWithSeparator` makes the first entry as long as it would be elsewhere. Throws
-// std::runtime_error, with file and line if a line is not valid text, and if no entry has a word.
-EntryFile readEntries(Source const& source, Preparer const& preparer,
-                      bool beginsWithSeparator = false);
+// Both throw std::runtime_error, with file and line if a line is not valid text, and if no entry
+// has a word.
+EntryFile readEntries(Source const& source, Preparer const& preparer);
+
+// Of a list whose entries are searched for in the list itself: the first is as long as it would be
+// elsewhere, and where texts are cut, so are entries.
+EntryFile readOneList(Source const& source, Preparer const& preparer, bool isTruncating);
 
 }  // namespace near_text

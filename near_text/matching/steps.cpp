@@ -50,12 +50,17 @@ BestMatches bestMatches(Matcher& matcher, std::u16string_view text, Steps const&
 }
 
 Indices bestOf(std::vector<Match> const& matches, Indices const& found) {
-    std::vector<Match> best;
-    for (Match const& match : matches) {
-        if (std::binary_search(found.begin(), found.end(), match.index)) best.push_back(match);
+    Indices best;
+    int nearest = 0;
+    auto match = matches.begin();
+    for (unsigned long const index : found) {
+        while (match->index != index)
+            ++match;
+        if (match->percent > nearest) best.clear();
+        nearest = std::max(nearest, match->percent);
+        if (match->percent == nearest) best.push_back(index);
     }
-    keepWanted(best, {Wanted::kAll, true});
-    return indicesOf(best);
+    return best;
 }
 
 }  // namespace near_text

@@ -43,7 +43,7 @@ private:
 // Throws Refused.
 BestMatches bestMatches(Matcher& matcher, std::u16string_view text, Steps const& steps);
 
-// The best of `found`, some of the matches.
+// The best of `found`, some of the matches; both ascending.
 Indices bestOf(std::vector<Match> const& matches, Indices const& found);
 
 }  // namespace near_text

@@ -25,6 +25,7 @@ ReadSettings define(CLI::App& command) {
             "Print groups instead of pairs: lines that are joined by a pair or a chain of pairs")
         ->group(kOutputGroup);
     given->run.addTo(command);
+    given->run.addTruncate(command);
     return [given](AddInSettings const& addIn) -> Settings {
         return DuplicatesSettings{addIn,
                                   given->files.texts(),

@@ -72,8 +72,18 @@ void FileOptions::addIds(CLI::App& command) {
     add("--entry-id", entries_, "entries");
 }
 
-KnownPairs::Naming FileOptions::pairNaming() const {
-    return {!texts_.id.empty(), !entries_.id.empty(), hasHeader_};
+KnownPairs::Naming FileOptions::pairNaming(bool isWithin) const {
+    bool const hasTextIds = !texts_.id.empty();
+    return {hasTextIds, isWithin ? hasTextIds : !entries_.id.empty(), hasHeader_, isWithin};
+}
+
+void FileOptions::validateWithin() const {
+    for (auto const& [option, isGiven] : {std::pair("--entries", !entries_.file.empty()),
+                                          {"--entry-column", entries_.isTable()},
+                                          {"--entry-id", !entries_.id.empty()},
+                                          {"--entry-encoding", !entries_.encoding.empty()}}) {
+        if (isGiven) refuse(option, "has no effect beside --duplicates");
+    }
 }
 
 void FileOptions::validateIds(bool hasPairs) const {

@@ -39,13 +39,16 @@ public:
     // Throws std::runtime_error where an option has no effect; csv output makes use of a delimiter.
     void validate(bool isCsvOutput) const;
 
+    // Where the texts are searched for in themselves.
+    void validateWithin() const;
+
     bool hasEntries() const { return !entries_.file.empty(); }
     bool hasKept() const { return !texts_.keep.empty() || !entries_.keep.empty(); }
     bool hasKeptOfEntries() const { return !entries_.keep.empty(); }
     bool hasEntryColumn() const { return entries_.isTable(); }
 
     // With what `addIds` takes.
-    KnownPairs::Naming pairNaming() const;
+    KnownPairs::Naming pairNaming(bool isWithin) const;
     void validateIds(bool hasPairs) const;
 
     Source texts() const { return source(texts_); }

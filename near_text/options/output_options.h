@@ -30,7 +30,6 @@ class RunOptions {
 public:
     RunOptions();
     void addTo(CLI::App& command);
-    // Where texts come from a file of their own.
     void addTruncate(CLI::App& command);
     RunSettings settings() const { return {jobs_, isStrict_, !hasNoIndex_, isTruncating_}; }
 

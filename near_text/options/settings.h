@@ -12,6 +12,7 @@
 #include "near_text/matching/entry_list.h"
 #include "near_text/matching/known_pairs.h"
 #include "near_text/matching/search_terms.h"
+#include "near_text/matching/steps.h"
 #include "near_text/output/format.h"
 #include "near_text/run/run.h"
 
@@ -71,11 +72,13 @@ struct DuplicatesSettings {
 struct SweepSettings {
     AddInSettings addIn;
     Source texts;
-    Source entries;
-    SearchSettings search;      // at the lowest percentage
-    std::vector<int> percents;  // ascending, and not empty
+    std::optional<Source> entries;  // otherwise the texts among themselves
+    SearchSettings search;          // at the lowest percentage
+    std::vector<int> percents;      // ascending, and not empty
+    Steps steps;                    // what each of them means
     std::optional<TextFile> pairs;
     KnownPairs::Naming pairNaming;
+    bool hasAllColumns;
     OutputSettings output;
     RunSettings run;
 };

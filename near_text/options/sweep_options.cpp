@@ -15,6 +15,8 @@ struct Given {
     TermsOptions terms;
     std::vector<std::string> percents;
     std::string pairs;
+    bool isWithin = false;
+    bool hasAllColumns = false;
     OutputOptions output;
     RunOptions run;
 };
@@ -34,14 +36,31 @@ std::vector<int> percentsOf(std::vector<std::string> const& values) {
     return percents;
 }
 
+void validate(Given const& given) {
+    if (given.isWithin) given.files.validateWithin();
+    if (!given.isWithin && !given.files.hasEntries()) {
+        throw std::runtime_error("--entries or --duplicates is required");
+    }
+    if (given.hasAllColumns && given.pairs.empty()) {
+        refuse("--all-columns", "has no effect without --pairs");
+    }
+}
+
 ReadSettings define(CLI::App& command) {
     auto const given = std::make_shared<Given>();
     given->files.addTexts(command, false);
     given->files.addEntries(command, false);
-    command.get_option("--entries")->required();
+    command
+        .add_flag("--duplicates", given->isWithin,
+                  "Search for the texts among themselves, as the command duplicates does. The "
+                  "pairs then name two texts each, in either order")
+        ->group(kFilesGroup);
     given->files.addReading(command);
-    addCommaList(command, "-p,--percent", given->percents,
-                 "Percentages, separated by commas. Default: 95 to 50 in steps of 5")
+    addCommaList(
+        command, "-p,--percent", given->percents,
+        "Percentages, separated by commas. Default: 95 to 50 in steps of 5. With --threshold "
+        "and --short-percent they are those of long entries, with --long-percent those of "
+        "short ones")
         .type_name("PERCENTS")
         ->group(kMatchesGroup);
     command
@@ -54,23 +73,35 @@ ReadSettings define(CLI::App& command) {
     given->files.addIds(command);
     given->terms.addTo(command, false);
     given->output.addTo(command);
+    command
+        .add_flag("--all-columns", given->hasAllColumns,
+                  "With --pairs, print the counts as well from which the others are made: how many "
+                  "texts have no such match, one and several; the other matches, the known pairs, "
+                  "the texts that have a known pair and those of them for which one is found")
+        ->group(kOutputGroup);
     given->run.addTo(command);
     given->run.addTruncate(command);
     return [given](AddInSettings const& addIn) -> Settings {
         OutputSettings const output = given->output.settings(given->files);
         SearchSettings search = given->terms.settings(given->files);
         std::vector<int> const percents = percentsOf(given->percents);
-        search.percentages = {percents[0], percents[0]};
+        Steps const steps = given->terms.steps(percents);
+        search.percentages = steps[0];
         given->files.validateIds(!given->pairs.empty());
+        validate(*given);
         std::optional<TextFile> pairs;
         if (!given->pairs.empty()) pairs = given->files.other(given->pairs);
+        std::optional<Source> entries;
+        if (!given->isWithin) entries = given->files.entries();
         return SweepSettings{addIn,
                              given->files.texts(),
-                             given->files.entries(),
+                             entries,
                              search,
                              percents,
+                             steps,
                              pairs,
-                             given->files.pairNaming(),
+                             given->files.pairNaming(given->isWithin),
+                             given->hasAllColumns,
                              output,
                              given->run.settings()};
     };
@@ -80,16 +111,22 @@ ReadSettings define(CLI::App& command) {
 
 Definition const kSweepDefinition = {
     "sweep",
-    {"count what a match finds at several percentages",
+    {"tell how good matches are at several percentages",
      "Helps to choose a percentage. For each one it prints how many texts find no entry, one and "
      "several, how many matches there are, and how many of them remain if only the best of each "
      "text are kept.\n\n"
-     "With --pairs it also prints how many of the known pairs are found and how many other matches "
-     "there are, for all matches and for the best alone, and for how many of the texts that have a "
-     "known pair the best matches include one.",
+     "With --pairs it prints a row for each percentage for all matches, for the best alone and for "
+     "the mutual ones, as match keeps them: how many there are, how many known pairs are found, "
+     "precision (found of the matches), recall (found of the known pairs) and F1, the harmonic "
+     "mean "
+     "of both. The highest F1 of each is marked. So all pairs among the texts have to be known, or "
+     "the texts cut down to those whose pairs are.",
      "0 something was found at the lowest percentage, 1 nothing was found, 2 a line or the run "
      "failed, 128 plus the signal's number if interrupted",
-     {"near_text sweep --texts supplier.txt --entries catalogue.txt --prepare --pairs pairs.tsv"}},
+     {"near_text sweep --texts supplier.txt --entries catalogue.txt --prepare --pairs pairs.tsv",
+      "near_text sweep --texts customers.csv --text-column name --text-id id --duplicates "
+      "--prepare "
+      "--pairs pairs.csv"}},
     define};
 
 }  // namespace near_text

@@ -29,7 +29,7 @@ Preparer PreparationOptions::preparer() const {
 }
 
 void TermsOptions::addTo(CLI::App& command, bool hasPercent) {
-    if (hasPercent) addPercentages(command);
+    addPercentages(command, hasPercent);
     command
         .add_option("-x,--exclude", exclude_,
                     "Words that count on neither side, in one argument; may be given several times")
@@ -53,17 +53,19 @@ void TermsOptions::addTo(CLI::App& command, bool hasPercent) {
         ->group(kPreparing);
 }
 
-void TermsOptions::addPercentages(CLI::App& command) {
+void TermsOptions::addPercentages(CLI::App& command, bool hasPercent) {
     auto const add = [&](char const* name, std::optional<int>& value, std::string const& text) {
         command.add_option(name, value, text)
             ->type_name("PERCENT")
             ->transform(percentCheck())
             ->group(kMatchesGroup);
     };
-    add("-p,--percent", percent_,
-        "How alike an entry must be, 0 to 100: once shared words have cancelled, 100 allows no "
-        "difference and 0 any. Default: " +
-            std::to_string(kDefaultPercent));
+    if (hasPercent) {
+        add("-p,--percent", percent_,
+            "How alike an entry must be, 0 to 100: once shared words have cancelled, 100 allows no "
+            "difference and 0 any. Default: " +
+                std::to_string(kDefaultPercent));
+    }
     command
         .add_option("--threshold", threshold_,
                     "Entries longer than this are long, the others short. UTF-16 units count, "
@@ -71,8 +73,9 @@ void TermsOptions::addPercentages(CLI::App& command) {
         ->type_name("UNITS")
         ->transform(numberCheck(0))
         ->group(kMatchesGroup);
-    add("--short-percent", percentShort_, "How alike a short entry must be");
-    add("--long-percent", percentLong_, "How alike a long entry must be");
+    std::string const instead = ", in place of --percent";
+    add("--short-percent", percentShort_, "How alike a short entry must be" + instead);
+    add("--long-percent", percentLong_, "How alike a long entry must be" + instead);
 }
 
 void TermsOptions::validate() const {
@@ -86,6 +89,16 @@ void TermsOptions::validate() const {
     if (percent_ && percentShort_ && percentLong_) {
         refuse("--percent", "has no effect beside --short-percent and --long-percent");
     }
+}
+
+Steps TermsOptions::steps(std::vector<int> const& percents) const {
+    if (percentShort_ && percentLong_) {
+        refuse("--percent", "has no effect beside --short-percent and --long-percent");
+    }
+    Steps steps;
+    for (int const percent : percents)
+        steps.push_back({percentShort_.value_or(percent), percentLong_.value_or(percent)});
+    return steps;
 }
 
 SearchSettings TermsOptions::settings(FileOptions const& files) const {

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "near_text/matching/search_terms.h"
+#include "near_text/matching/steps.h"
 #include "near_text/options/file_options.h"
 
 namespace near_text {
@@ -26,14 +27,17 @@ private:
 
 class TermsOptions {
 public:
-    // Without percentages where the command has some of its own.
+    // Without --percent where the command has its own.
     void addTo(CLI::App& command, bool hasPercent = true);
     // Throws std::runtime_error.
     SearchSettings settings(FileOptions const& files) const;
+    // What --percent would mean at each of these. Throws std::runtime_error where it would mean
+    // nothing.
+    Steps steps(std::vector<int> const& percents) const;
     bool isSameNumbers() const { return isSameNumbers_; }
 
 private:
-    void addPercentages(CLI::App& command);
+    void addPercentages(CLI::App& command, bool hasPercent);
     void validate() const;
 
     std::optional<int> percent_;
