@@ -500,6 +500,7 @@ TEST(Program, SweepsOverPairsThatAreNamedByIds) {
         << byIds.errors;
     expectFailure("known:2: there is no entry with the id '3'", run(withPairs("7,7\n1,3\n")));
     expectFailure("known:1: there is no text with the id '2'", run(withPairs("2,7\n7,x\n")));
+    expectFailure("known:2: an id is empty", run(withPairs("7,7\n,2\n")));
     expectFailure("--text-id: has no effect without --pairs", run("sweep" + ids));
     std::string const within = "sweep -f csv -p 60 --duplicates -t " +
                                fileOf("l.csv", "id,n\nb,cup red\n,x\na,red cup\n") +
@@ -508,7 +509,7 @@ TEST(Program, SweepsOverPairsThatAreNamedByIds) {
               "kept,percent,matches,found,precision,recall,f1,highest\n"
               "all,60,1,1,1.000,1.000,1.000,yes\n");
     expectFailure("p:1: an entry is no pair with itself", run(within + fileOf("p", "a,a\n")));
-    expectFailure("p:1: there is no entry with the id ''", run(within + fileOf("p", "a,\n")));
+    expectFailure("p:1: an id is empty", run(within + fileOf("p", "a,\n")));
 
     std::string const text = fileOf("text", "x\n");
     expectFailure("pairs:1: there is no text in line 2",

@@ -201,6 +201,16 @@ TEST(SameNumbers, AreLookedAtBeforeTheBestIsChosen) {
               "group,line,text\n1,1,pipe 13 mm\n1,2,pipe 17 mm\n1,3,steel pipe\n");
     std::string const pairs = outputOf("duplicates -f csv" + at + list);
     EXPECT_EQ(std::count(pairs.begin(), pairs.end(), '\n'), 3) << pairs;
+    Ending const explained =
+        endingOf("search 'pipe 15 mm' --explain-line 1 --explain-line 3" + at + "-e " + list);
+    EXPECT_EQ(explained.errors, "near_text: note: 2 matches left out for other numbers\n");
+    std::string const reason = "only text has 15, only entry has 13\n";
+    EXPECT_LT(explained.output.find(reason), explained.output.find("steel pipe"));
+    EXPECT_EQ(explained.output.rfind("left out"), explained.output.find("left out"));
+    EXPECT_EQ(endingOf("match -e " + list + " -t " + list + at).errors,
+              "near_text: note: 2 matches left out for other numbers\n");
+    EXPECT_EQ(endingOf("sweep --duplicates -p 40,90 --same-numbers -t " + list).errors,
+              "near_text: note: 1 match left out for other numbers\n");
     EXPECT_NE(endingOf("search a --indices" + at + "-e " + list).errors.find("--indices: prints"),
               std::string::npos);
 }
@@ -301,6 +311,11 @@ TEST(Truncate, SearchesForWhatFitsAndTellsHowMany) {
         EXPECT_EQ(ending.errors, "near_text: note: 1 of 2 lines cut to 1000 units\n");
     }
     EXPECT_EQ(pairsOf("--mutual --truncate " + lists), Pairs({{"1", "1"}, {"2", "1"}}));
+    EXPECT_EQ(
+        endingOf("search '" + a + ' ' + b + "' --indices --truncate -p 90 -e " + texts).output,
+        "1\n");
+    EXPECT_EQ(outputOf("sweep -f csv --truncate --duplicates -p 90 -t " + texts),
+              "percent,matches\n90,1\n");
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include "near_text/commands/commands.h"
 #include "near_text/commands/table_note.h"
 #include "near_text/input/text_codec.h"
+#include "near_text/matching/longest_text.h"
 #include "near_text/matching/read_entries.h"
 #include "near_text/messages/messages.h"
 #include "near_text/output/explanation_text.h"
@@ -56,7 +57,9 @@ public:
           list_(list),
           excluded_(reference::readExclusions(terms.exclusions, list.separator)),
           explanation_(text, excluded_, terms.threshold, terms.percentages.forShort,
-                       terms.percentages.forLong) {}
+                       terms.percentages.forLong),
+          isSameNumbers_(terms.isSameNumbers),
+          numbers_(text) {}
 
     void write(unsigned long index, bool isMatch) {
         reference::SideBySide const sides = explanation_.explain(
@@ -65,6 +68,9 @@ public:
         Match const shown = {index, reference::nearness(sides), sides.distance, sides.limit};
         output_.write(shownMatch(shown, list_.entries[index]) + '\n' +
                       explanationText(sides, "text", "entry"));
+        Numbers const ofEntry(list_.units(index));
+        if (isMatch && isSameNumbers_ && numbers_.contradict(ofEntry))
+            output_.write(numbersText(numbers_, ofEntry));
     }
 
 private:
@@ -72,6 +78,8 @@ private:
     EntryList const& list_;
     reference::ExcludedWords const excluded_;
     reference::SearchExplanation const explanation_;
+    bool const isSameNumbers_;
+    Numbers const numbers_;
 };
 
 void writeMatches(Output& output, TextSearchSettings const& settings, EntryFile const& entries,
@@ -108,7 +116,10 @@ void writeExplained(Output& output, TextSearchSettings const& settings, EntryLis
 Status execute(TextSearchSettings const& settings) {
     auto const component = makeComponent(settings.addIn);
     Preparer const preparer = readPreparer(settings.search);
-    std::u16string const text = preparer.prepared(toUnits(settings.text));
+    std::u16string text = preparer.prepared(toUnits(settings.text));
+    if (settings.isTruncating && truncate(text)) {
+        complain("note: TEXT cut to " + std::to_string(text.size()) + " units");
+    }
     SearchTerms const terms = readTerms(settings.search);
     EntryFile const entries = readList(settings, preparer);
     auto const excluded = reference::readExclusions(terms.exclusions, entries.list.separator);
@@ -122,6 +133,7 @@ Status execute(TextSearchSettings const& settings) {
     }
     Output output(settings.output.encoding);
     std::vector<Match> const matches = matcher.matches(text);
+    noteLeftOut(matcher.leftOut());
     Indices const asked = askedIndices(settings, entries.list);
     if (!asked.empty() && !reference::holdsWord(text)) {
         throw std::runtime_error("TEXT contains no word, so there is nothing to explain");

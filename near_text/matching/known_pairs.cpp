@@ -82,6 +82,7 @@ void KnownPairs::read(TableReader& table, EntryList const& list) {
         }
         if (namesNothing) continue;
         for (std::size_t i = 0; i < 2; ++i) {
+            if (isByIds[i] && row.fields[i].empty()) throw refusal("an id is empty");
             if (!isByIds[i] && !isLineNumber(row.fields[i]))
                 throw refusal('\'' + row.fields[i] + "' is not a line number");
         }

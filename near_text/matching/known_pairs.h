@@ -24,8 +24,8 @@ public:
     // None.
     KnownPairs() = default;
     // A pair that is there twice counts once. Throws std::runtime_error, with the line, for an
-    // entry that does not exist or is to be a pair with itself, a first row that names ids where
-    // lines are read, and a file without pairs.
+    // entry that does not exist or is to be a pair with itself, an id that is empty, a first row
+    // that names ids where lines are read, and a file without pairs.
     KnownPairs(TextFile const& file, Naming naming, EntryList const& list);
 
     // What a row of the texts is called.

@@ -8,6 +8,7 @@
 #include <stdexcept>
 
 #include "near_text/matching/numbers.h"
+#include "near_text/messages/messages.h"
 
 namespace near_text {
 
@@ -88,6 +89,12 @@ reference::Measure Matcher::measure(reference::SearchExplanation const& against,
                                     unsigned long index) const {
     return against.measure(
         reference::readEntry(list_.units(index), list_.isBehindSeparator(index)));
+}
+
+void noteLeftOut(std::size_t matches) {
+    if (matches == 0) return;
+    complain("note: " + std::to_string(matches) + (matches == 1 ? " match" : " matches") +
+             " left out for other numbers");
 }
 
 }  // namespace near_text

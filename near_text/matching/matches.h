@@ -58,4 +58,7 @@ private:
     std::size_t leftOut_ = 0;
 };
 
+// Tells so, on standard error, where there are any.
+void noteLeftOut(std::size_t matches);
+
 }  // namespace near_text

@@ -28,6 +28,15 @@ bool Numbers::contradict(Numbers const& other) const {
     return !isWithin(other) && !other.isWithin(*this);
 }
 
+std::string Numbers::notIn(Numbers const& other) const {
+    std::string text;
+    for (std::string const& value : values_) {
+        if (!std::binary_search(other.values_.begin(), other.values_.end(), value))
+            text += (text.empty() ? "" : " ") + value;
+    }
+    return text;
+}
+
 bool Numbers::isWithin(Numbers const& other) const {
     return std::includes(other.values_.begin(), other.values_.end(), values_.begin(),
                          values_.end());

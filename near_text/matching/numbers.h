@@ -19,6 +19,9 @@ public:
     // Whether each side has a number that the other lacks.
     bool contradict(Numbers const& other) const;
 
+    // Those that the other lacks, with blanks between them.
+    std::string notIn(Numbers const& other) const;
+
 private:
     bool isWithin(Numbers const& other) const;
 

@@ -15,6 +15,7 @@ struct Given {
     TermsOptions terms;
     Wanted wanted;
     OutputOptions output;
+    RunOptions run;
     bool isIndices = false;
     bool isExplained = false;
     std::vector<std::size_t> explainedPlaces;
@@ -101,6 +102,7 @@ ReadSettings define(CLI::App& command) {
     given->terms.addTo(command);
     addWanted(command, given->wanted);
     addOutput(command, *given);
+    given->run.addTruncate(command);
     return [given](AddInSettings const& addIn) -> Settings {
         validate(*given);
         argumentUnits("TEXT", given->text);
@@ -112,7 +114,8 @@ ReadSettings define(CLI::App& command) {
                                   given->output.settings(given->files),
                                   given->isIndices,
                                   given->isExplained,
-                                  given->explainedPlaces};
+                                  given->explainedPlaces,
+                                  given->run.settings().isTruncating};
     };
 }
 

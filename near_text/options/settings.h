@@ -43,6 +43,7 @@ struct TextSearchSettings {
     bool isIndices;                            // print the add-in's own answer
     bool isExplained;                          // each match
     std::vector<std::size_t> explainedPlaces;  // besides, whether they match or not
+    bool isTruncating;                         // a text that is too long
 };
 
 struct MatchSettings {

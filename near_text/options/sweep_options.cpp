@@ -87,8 +87,8 @@ ReadSettings define(CLI::App& command) {
         std::vector<int> const percents = percentsOf(given->percents);
         Steps const steps = given->terms.steps(percents);
         search.percentages = steps[0];
-        given->files.validateIds(!given->pairs.empty());
         validate(*given);
+        given->files.validateIds(!given->pairs.empty());
         std::optional<TextFile> pairs;
         if (!given->pairs.empty()) pairs = given->files.other(given->pairs);
         std::optional<Source> entries;

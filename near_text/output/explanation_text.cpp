@@ -44,6 +44,11 @@ std::string explanationText(reference::SideBySide const& sides, std::string cons
            row("alike up to", std::to_string(reference::nearness(sides)) + " percent");
 }
 
+std::string numbersText(Numbers const& ofText, Numbers const& ofEntry) {
+    return row("numbers", "left out: only text has " + ofText.notIn(ofEntry) + ", only entry has " +
+                              ofEntry.notIn(ofText));
+}
+
 void requireAgreement(reference::SideBySide const& sides, bool isAlike) {
     if (sides.isAlike == isAlike) return;
     throw std::runtime_error("the explanation and the add-in's answer disagree");

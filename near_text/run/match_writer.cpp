@@ -5,6 +5,7 @@
 #include <cstdio>
 
 #include "near_text/matching/longest_text.h"
+#include "near_text/matching/matches.h"
 #include "near_text/messages/interrupt.h"
 #include "near_text/messages/messages.h"
 
@@ -40,6 +41,7 @@ Status MatchWriter::close(std::size_t leftOut) {
         complain("note: " + std::to_string(cut_) + " of " + done() + " cut to " +
                  std::to_string(kMostUnits) + " units");
     }
+    noteLeftOut(leftOut);
     if (signalCaught() != 0) {
         complain("interrupted after " + done());
         return endedBy(signalCaught());
@@ -50,10 +52,7 @@ Status MatchWriter::close(std::size_t leftOut) {
         char summary[128];
         std::snprintf(summary, sizeof summary, "%s: %zu with a match, %zu without, in %.1f s",
                       done().c_str(), found_, lines_ - found_ - failures_, seconds);
-        std::string const others = ", " + std::to_string(leftOut) +
-                                   (leftOut == 1 ? " match" : " matches") +
-                                   " left out for other numbers";
-        complain(summary + (leftOut > 0 ? others : ""));
+        complain(summary);
     }
     return failures_ > 0 ? Status::Error : foundIf(found_ > 0);
 }

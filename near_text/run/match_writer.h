@@ -24,8 +24,8 @@ public:
     // Throws NotText where `text` could not be written.
     void requireEncodable(std::string_view text) const { output_.requireEncodable(text); }
 
-    // Tells how many lines failed or were cut, and whether the run was interrupted; on a terminal,
-    // what was done, and how many matches the terms left out.
+    // Tells how many lines failed or were cut, how many matches the terms left out, and whether the
+    // run was interrupted; on a terminal, what was done.
     Status close(std::size_t leftOut = 0);
 
 private:
