@@ -1,7 +1,9 @@
 #!/usr/bin/env bash
 # Both languages' pages say the same: as many headings and pictures in the same order, tables with the same
-# rows and numbers, the same code; and the host that they quote is the example. Usage: pages_test.sh FOLDER
+# rows and numbers, the same code; the host that they quote is the example, and what they quote of the program
+# is its answer. Usage: pages_test.sh FOLDER PROGRAM
 set -euo pipefail
+program=$2
 cd "$1"
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
@@ -32,6 +34,14 @@ grep -q '(README.ru.md)' README.md && grep -q '(README.md)' README.ru.md || fail
 
 sed -n '/^```cpp$/,/^```$/p' README.md | sed '1d;$d' | diff - examples/minimal_host.cpp ||
     fail 'README.md (<) does not quote examples/minimal_host.cpp (>)'
+
+for page in README.md README.ru.md; do
+    grep '^\$ near_text ' "$page" >"$scratch/commands" || fail "$page quotes no command"
+    while read -r _ _ arguments; do
+        awk -v command="\$ near_text $arguments" '/^```/ { isIn = 0 } isIn; $0 == command { isIn = 1 }' "$page" |
+            diff - <(eval "$program $arguments" 2>/dev/null) || fail "$page (<): $arguments (>)"
+    done <"$scratch/commands"
+done
 
 # A link leads to a file, or to a heading.
 for page in README.md README.ru.md CONTRIBUTING.md; do
