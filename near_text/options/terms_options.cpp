@@ -40,15 +40,19 @@ void TermsOptions::addTo(CLI::App& command, bool hasPercent) {
         ->type_name("FILE")
         ->group(kMatchesGroup);
     command
-        .add_flag("--same-numbers", isSameNumbers_,
-                  "Leave out matches in which each side has a number that the other lacks, such as "
-                  "13 mm and 17 mm. A number is a run of digits, without leading zeros")
+        .add_flag(
+            "--same-numbers", isSameNumbers_,
+            "Leave out matches in which each side has a number that the other lacks, such as "
+            "13 mm and 17 mm. A number is a run of digits, without leading zeros. For goods and "
+            "addresses, not for numbers in which people make typing errors")
         ->group(kMatchesGroup);
     preparation_.addTo(command);
     command
-        .add_option("--drop-words", dropWordsFile_,
-                    "Words to take out of texts and entries before the add-in sees these, so that "
-                    "the limits shrink with them. They are prepared as the texts are")
+        .add_option(
+            "--drop-words", dropWordsFile_,
+            "Words to take out of texts and entries before the add-in sees these, so that "
+            "the limits shrink with them: words that many texts share and that tell nothing "
+            "apart. They are prepared as the texts are")
         ->type_name("FILE")
         ->group(kPreparing);
 }
