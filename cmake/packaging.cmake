@@ -21,7 +21,7 @@ if(TARGET near_text)
     install(TARGETS near_text RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
     install(DIRECTORY samples DESTINATION ${CMAKE_INSTALL_DOCDIR})
 
-    # The man pages come out of the program.
+    # The man pages and the completions of command lines come out of the program.
     if(NOT NEAR_TEXT_SANITIZE)
         set(pages)
         foreach(command IN ITEMS "" describe compare search match duplicates sweep)
@@ -34,6 +34,25 @@ if(TARGET near_text)
         endforeach()
         add_custom_target(man ALL DEPENDS ${pages})
         install(FILES ${pages} DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+
+        # Where each shell looks; zsh by one of two folders, each distribution's own.
+        set(shells bash zsh fish)
+        set(completions near_text.bash _near_text near_text.fish)
+        set(paths)
+        foreach(shell completion IN ZIP_LISTS shells completions)
+            add_custom_command(OUTPUT ${PROJECT_BINARY_DIR}/${completion}
+                COMMAND near_text help --completion ${shell} > ${PROJECT_BINARY_DIR}/${completion}
+                DEPENDS near_text VERBATIM)
+            list(APPEND paths ${PROJECT_BINARY_DIR}/${completion})
+        endforeach()
+        add_custom_target(completions ALL DEPENDS ${paths})
+        set(share ${CMAKE_INSTALL_DATAROOTDIR})
+        install(FILES ${PROJECT_BINARY_DIR}/near_text.bash RENAME near_text
+            DESTINATION ${share}/bash-completion/completions)
+        install(FILES ${PROJECT_BINARY_DIR}/_near_text DESTINATION ${share}/zsh/vendor-completions)
+        install(FILES ${PROJECT_BINARY_DIR}/_near_text DESTINATION ${share}/zsh/site-functions)
+        install(FILES ${PROJECT_BINARY_DIR}/near_text.fish
+            DESTINATION ${share}/fish/vendor_completions.d)
     endif()
 endif()
 
@@ -80,7 +99,10 @@ set(CPACK_RPM_PACKAGE_LICENSE "see the documents")
 set(CPACK_RPM_LIBRARY_PACKAGE_OBSOLETES ${former})
 # Folders that belong to the system.
 set(CPACK_RPM_EXCLUDE_FROM_AUTO_FILELIST_ADDITION
-    /usr/${CMAKE_INSTALL_MANDIR} /usr/${CMAKE_INSTALL_MANDIR}/man1)
+    /usr/${CMAKE_INSTALL_MANDIR} /usr/${CMAKE_INSTALL_MANDIR}/man1
+    /usr/share/bash-completion /usr/share/bash-completion/completions
+    /usr/share/zsh /usr/share/zsh/vendor-completions /usr/share/zsh/site-functions
+    /usr/share/fish /usr/share/fish/vendor_completions.d)
 # No links by build id, which are for debuggers.
 set(CPACK_RPM_SPEC_MORE_DEFINE "%define _build_id_links none")
 include(CPack)

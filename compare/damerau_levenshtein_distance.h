@@ -37,7 +37,7 @@ public:
         unsigned short const* second, unsigned long secondLength, unsigned long secondSize,
         unsigned long percent);
 
-    // Appends to `matches` the index of each entry of `list` that is alike to the text. An entry
+    // Appends to `matches` the index of each entry of `list` that is similar to the text. An entry
     // longer than `lengthThreshold` is held to `percentLong`, any other to `percentShort`.
     [[gnu::visibility("default")]] void serchDuplicates(
         std::vector<unsigned long>& matches, unsigned short const* text, unsigned long length,

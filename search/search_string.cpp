@@ -1,4 +1,4 @@
-// The host's second method: which entries of a list are alike to a text?
+// The host's second method: which entries of a list are similar to a text?
 //
 //   records -> plain values -> for each entry of the dictionary: percentage by its length -> limit
 //       -> held against the search text

@@ -40,6 +40,10 @@ test -s "$root/$documents/README.md"
 for page in near_text near_text-match; do
     test -s "$root/usr/share/man/man1/$page.1"
 done
+for completion in bash-completion/completions/near_text zsh/vendor-completions/_near_text \
+    fish/vendor_completions.d/near_text.fish; do
+    test -s "$root/usr/share/$completion"
+done
 in_root --purge "$name"
 [ -z "$(find "$root" -path '*/usr/*' ! -type d)" ] || fail 'a file stays when the package goes'
 
@@ -51,6 +55,9 @@ test -s "$alone/libNearTextComparerLin64.so"
 # All that a host needs to be written and built.
 g++ -std=c++20 -I"$alone" "$alone/examples/minimal_host.cpp" -o host -ldl
 ./host "$alone/libNearTextComparerLin64.so" >said
+cc -std=c11 "$alone/examples/minimal_host.c" -o host_in_c -ldl
+./host_in_c "$alone/libNearTextComparerLin64.so" >said_in_c
+cmp said said_in_c || fail 'the two example hosts print different things'
 ! tar -tzf "$name-$version"-*.tar.gz | grep -v "^$name-$version-[^/]*/" || fail 'a file beside the folder'
 if command -v rpm >/dev/null; then
     rpm=$name-$version-1.$(uname -m).rpm

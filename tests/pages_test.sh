@@ -1,8 +1,10 @@
 #!/usr/bin/env bash
 # Both languages' pages say the same: as many headings and pictures in the same order, tables with the same
-# rows and numbers, the same code; the host that they quote is the example, and what they quote of the program
-# is its answer. Usage: pages_test.sh FOLDER PROGRAM
+# rows and numbers, the same code. What they quote of the example is in it, the slots that they name are those
+# of the interface, links lead somewhere, and what they quote of the program is its answer. Usage:
+# pages_test.sh FOLDER PROGRAM
 set -euo pipefail
+export LC_ALL=C.UTF-8
 program=$2
 cd "$1"
 scratch=$(mktemp -d)
@@ -25,15 +27,19 @@ outline() {
             print row " in " columns
         }'
 }
-outline README.md -e ':a;/^\|/s/([0-9]),([0-9]{3})/\1\2/;ta' >"$scratch/english"
-outline README.ru.md -e ':a;/^\|/s/([0-9]) ([0-9]{3})/\1\2/;ta' -e ':b;/^\|/s/([0-9]),([0-9])/\1.\2/;tb' \
-    >"$scratch/russian"
-diff "$scratch/english" "$scratch/russian" || fail 'README.md (<) and README.ru.md (>) differ'
-[ "$(grep -c '^row' "$scratch/english")" -gt 50 ] || fail 'the outline lacks the tables'
-grep -q '(README.ru.md)' README.md && grep -q '(README.md)' README.ru.md || fail 'a page lacks the other'
+for page in README docs/integrating; do
+    name=${page##*/}
+    outline $page.md -e ':a;/^\|/s/([0-9]),([0-9]{3})/\1\2/;ta' >"$scratch/english"
+    outline $page.ru.md -e ':a;/^\|/s/([0-9]) ([0-9]{3})/\1\2/;ta' -e ':b;/^\|/s/([0-9]),([0-9])/\1.\2/;tb' \
+        >"$scratch/russian"
+    diff "$scratch/english" "$scratch/russian" || fail "$page.md (<) and $page.ru.md (>) differ"
+    [ "$(grep -c '^row' "$scratch/english")" -gt 50 ] || fail "the outline of $page.md lacks the tables"
+    grep -q "($name.ru.md)" $page.md && grep -q "($name.md)" $page.ru.md || fail "$page: one lacks the other"
+done
 
-sed -n '/^```cpp$/,/^```$/p' README.md | sed '1d;$d' | diff - examples/minimal_host.cpp ||
-    fail 'README.md (<) does not quote examples/minimal_host.cpp (>)'
+quoted=$(sed -n '/^```cpp$/,/^```$/p' README.md | sed '1d;$d')
+[[ -n $quoted && $(sed 's/^    //' examples/minimal_host.cpp) == *"$quoted"* ]] ||
+    fail 'README.md quotes what examples/minimal_host.cpp lacks'
 
 for page in README.md README.ru.md; do
     grep '^\$ near_text ' "$page" >"$scratch/commands" || fail "$page quotes no command"
@@ -43,14 +49,23 @@ for page in README.md README.ru.md; do
     done <"$scratch/commands"
 done
 
-# A link leads to a file, or to a heading.
-for page in README.md README.ru.md CONTRIBUTING.md; do
-    sed -nE 's/^#+ //p' "$page" | sed -E 's/.*/\L&/; s/[^[:alnum:] _-]//g; s/ /-/g; s/^/#/' >"$scratch/anchors"
+# Each table of the component: where its object is, the slot, the operation. A destructor takes two slots.
+awk '/^class IInit/ { object = 0 } /^class ILang/ { object = 8 } /^class Locale/ { object = 16 }
+    /virtual ~/ { slot = 2; next }
+    /virtual/ && slot { sub(/\(.*/, ""); print object, slot++, $NF }' host/component_base.h >"$scratch/slots"
+sed -nE 's/^\| ([0-9]+) \| ([0-9]+) \| `(\w+)` \|.*/\1 \2 \3/p' docs/integrating.md | diff "$scratch/slots" - ||
+    fail 'host/component_base.h (<) has other slots than docs/integrating.md (>)'
+
+# A link leads to a file, and to a heading of it.
+anchors() {
+    sed -nE 's/^#+ //p' "$1" | sed -E 's/.*/\L&/; s/[^[:alnum:] _-]//g; s/ /-/g'
+}
+for page in *.md docs/*.md; do
     for link in $(grep -oE '\]\([^)]+\)' "$page" | sed -E 's/^\]\(//; s/\)$//'); do
-        case $link in
-        '#'*) grep -qxF -e "$link" "$scratch/anchors" || fail "$page: no heading $link" ;;
-        *) test -e "${link%%#*}" || fail "$page: no file $link" ;;
-        esac
+        target=$(dirname "$page")/${link%%#*}
+        [[ $link != '#'* ]] || target=$page
+        test -e "$target" || fail "$page: no file $link"
+        [[ $link != *'#'* ]] || grep -qxF -e "${link#*#}" <(anchors "$target") || fail "$page: no heading $link"
     done
 done
 echo "the pages say the same"

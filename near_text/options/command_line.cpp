@@ -7,6 +7,7 @@
 #include <sstream>
 
 #include "near_text/messages/memory.h"
+#include "near_text/options/completion.h"
 #include "near_text/options/definition.h"
 #include "near_text/options/help_format.h"
 #include "near_text/options/man_page.h"
@@ -51,6 +52,7 @@ private:
     std::string locale_;
     std::string explained_;  // the command that help is asked for
     bool isManPage_ = false;
+    std::string shell_;  // that completions are asked for
 };
 
 CommandLine::CommandLine(std::filesystem::path const& defaultLibrary) : library_(defaultLibrary) {
@@ -117,13 +119,22 @@ void CommandLine::define(Definition const& definition) {
 void CommandLine::defineHelp() {
     CLI::App& command = *app_.add_subcommand("help", "Explain a command");
     command.footer("");  // that of the program would come down
-    command.add_option("COMMAND", explained_, "The command. Default: the program as a whole")
-        ->type_name("");
-    command.add_flag("--man", isManPage_, "Print the source of the man page instead");
+    CLI::Option* const name =
+        command.add_option("COMMAND", explained_, "The command. Default: the program as a whole")
+            ->type_name("");
+    CLI::Option* const man =
+        command.add_flag("--man", isManPage_, "Print the source of the man page instead");
+    command
+        .add_option("--completion", shell_,
+                    "Print what this shell completes command lines of the program with instead")
+        ->type_name("SHELL")
+        ->check(CLI::IsMember(completionShells()))
+        ->excludes(man, name);
     readers_[&command] = [this](AddInSettings const&) { return PrintSettings{help()}; };
 }
 
 std::string CommandLine::help() const {
+    if (!shell_.empty()) return completionScript(app_, shell_);
     CLI::App const* command = &app_;
     try {
         if (!explained_.empty()) command = app_.get_subcommand(explained_);

@@ -102,8 +102,8 @@ Definition const kMatchDefinition = {
      "Prints what each text finds, in the order of the texts and as soon as it is known. Each "
      "match has its nearness (the highest percentage at which the add-in still finds it), the "
      "distance and its limit, the line number of the entry, the add-in's index, and the entry.\n\n"
-     "A text that is too long, contains a NUL or cannot be decoded, or whose row the output's "
-     "encoding cannot write, is reported, and the error takes its place in the output. When a "
+     "A text that is too long, contains a NUL or cannot be decoded, or whose row cannot be written "
+     "in the output encoding, is reported, and the error takes its place in the output. When a "
      "signal ends the run, everything finished by then has been written, and no line is cut short.",
      "0 at least one text matched, 1 none matched, 2 a line or the run failed, 128 plus the "
      "signal's number if interrupted",

@@ -53,8 +53,8 @@ void RunOptions::addTo(CLI::App& command) {
         ->group(kRunningGroup);
     command
         .add_flag("--strict", isStrict_,
-                  "Stop at the first line that is too long, not valid text or nothing that the "
-                  "output's encoding can write, instead of going on")
+                  "Stop at the first line that is too long, is not valid text or cannot be written "
+                  "in the output encoding, instead of going on")
         ->group(kRunningGroup);
     command
         .add_flag("--no-index", hasNoIndex_,

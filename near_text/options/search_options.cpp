@@ -123,7 +123,7 @@ ReadSettings define(CLI::App& command) {
 
 Definition const kSearchDefinition = {
     "search",
-    {"find the entries of a list that are alike to a text",
+    {"find the entries of a list that are similar to a text",
      "Prints the matching entries, the nearest first. Each has its nearness (the highest "
      "percentage at which the add-in still finds it), the distance and its limit, the line "
      "number, and the add-in's index. Indices count from 0; an entry without a word has none.",

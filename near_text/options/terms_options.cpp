@@ -14,7 +14,7 @@ constexpr int kDefaultPercent = 80;
 void PreparationOptions::addTo(CLI::App& command) {
     command
         .add_flag("-P,--prepare", isWhole_,
-                  "All three of the following. Texts are printed as they came")
+                  "--fold-case, --blank-punctuation and --compose. Texts are printed as they came")
         ->group(kPreparing);
     for (PreparationStep const& step : kPreparationSteps)
         command.add_flag(step.option, given_.*step.isChosen, step.text)->group(kPreparing);
