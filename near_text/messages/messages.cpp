@@ -1,9 +1,11 @@
 #include "near_text/messages/messages.h"
 
+#include <poll.h>
 #include <unicode/uchar.h>
 #include <unistd.h>
 
 #include <cstdio>
+#include <cstring>
 
 #include "near_text/text/code_points.h"
 
@@ -48,6 +50,15 @@ std::string withControlsAs(std::string (*shown)(CodePoint), std::string_view tex
 
 void complain(std::string const& message) {
     std::fputs((beginning() + withControlsAs(code, message) + '\n').c_str(), stderr);
+}
+
+void complainAtOnce(char const* message) noexcept {
+    for (char const* const part : {beginning(), message, "\n"}) {
+        pollfd errors = {STDERR_FILENO, POLLOUT, 0};
+        bool const isTaken =
+            poll(&errors, 1, 0) == 1 && write(STDERR_FILENO, part, strlen(part)) > 0;
+        if (!isTaken) return;
+    }
 }
 
 void complainOfMemory() noexcept {

@@ -11,6 +11,9 @@ namespace near_text {
 // A message on standard error, of one line; control characters are shown by their codes.
 void complain(std::string const& message);
 
+// The same without waiting for whoever reads it, or for a thread that does.
+void complainAtOnce(char const* message) noexcept;
+
 // That it ran out. Takes none.
 void complainOfMemory() noexcept;
 
