@@ -45,11 +45,14 @@ Lines linesOf(std::string const& file) {
     return lines;
 }
 
-TEST(Input, TakesReturnsAloneForLineEndsWhereThereIsNoLineFeed) {
+TEST(Input, TakesReturnsAloneForLineEnds) {
     std::string const longLine(1 << 16, 'x');
     std::pair<std::string, Lines> const cases[] = {{"a\rb\r", {"a", "b"}},
                                                    {"a\r\rb", {"a", "", "b"}},
-                                                   {"a\rb\nc\r", {"a\rb", "c"}},
+                                                   {"a\rb\nc\r\nd\r\r\n", {"a", "b", "c", "d", ""}},
+                                                   {"a\rb\rc\n", {"a", "b", "c"}},
+                                                   {"a\nb\rc\r\n", {"a", "b\rc"}},
+                                                   {"b\r" + longLine + "\nc", {"b", longLine, "c"}},
                                                    {"a\r", {"a"}},
                                                    {longLine + "\n\r\n", {longLine, ""}},
                                                    {"\r\n", {""}}};
@@ -123,7 +126,7 @@ TEST(LineReader, FindsALineFeedBehindTheFirstBlock) {
     near_text::TextFile const file(fileOf("long", std::string((1 << 16) - 1, 'x') + "\r\ny\n"));
     near_text::LineReader reader(file);
     near_text::Line line;
-    EXPECT_TRUE(reader.next(line) && line.hadReturn);
+    EXPECT_TRUE(reader.next(line) && line.end == "\r\n");
     EXPECT_TRUE(reader.next(line));
     EXPECT_EQ(line.text, "y");
 }

@@ -107,6 +107,19 @@ void Output::requireEncodable(std::string_view text) const {
     if (encoder_) Encoder(encoding_).encoded(text);
 }
 
+std::string Output::dropUnencodable(std::vector<std::string>& cells) const {
+    std::string reason;
+    for (std::string& cell : cells) {
+        try {
+            requireEncodable(cell);
+        } catch (NotText const& error) {
+            cell.clear();
+            if (reason.empty()) reason = error.what();
+        }
+    }
+    return reason;
+}
+
 void Output::write(std::string_view text) {
     std::lock_guard const lock(mutex);
     while (!text.empty()) {

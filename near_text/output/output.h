@@ -36,6 +36,8 @@ public:
 
     // From any number of threads. Throws NotText where `text` could not be written.
     void requireEncodable(std::string_view text) const;
+    // Empties those that could not be written. Gives the reason for the first of them, or nothing.
+    std::string dropUnencodable(std::vector<std::string>& cells) const;
 
     // Text that ends with a line feed. Throws NotText, and as `flush`.
     void write(std::string_view text);
