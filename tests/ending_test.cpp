@@ -68,10 +68,12 @@ TEST(Ending, LeavesWholeLinesInAFileThatIsFull) {
 
 TEST(Ending, RefusesAnInputThatIsTheOutput) {
     std::string const file = fileOf("self", "text\n");
-    Ending const ending = endingOf(matchOf(file, fileOf("entries", "text\n")) + " >>" + file);
+    std::string const match = matchOf(file, fileOf("entries", "text\n"));
+    Ending const ending = endingOf(match + " >>" + file);
     EXPECT_EQ(ending.status, 2);
     EXPECT_EQ(ending.errors, "near_text: " + file + ": is also the output\n");
     EXPECT_EQ(contentOf(file), "text\n");
+    EXPECT_EQ(endingOf(match + " 2>>" + file).output, "");
 }
 
 // Of a command that a signal ends after a while, and whose output nobody reads before that.

@@ -107,6 +107,16 @@ TEST(Input, KeepsToTextThatCanBeShown) {
     testing::internal::CaptureStderr();
     near_text::complain("a\n\u009B\u202E\u044F");
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "near_text: a\\x0A\\u009B\\u202E\u044F\n");
+    for (std::size_t const shift : {0U, 1U}) {
+        std::string ya(shift, 'x');
+        while (ya.size() < 100000)
+            ya += "\u044F";
+        testing::internal::CaptureStderr();
+        near_text::complain(ya + ": end");
+        std::string const told = testing::internal::GetCapturedStderr();
+        EXPECT_TRUE(told.size() < 1600 && near_text::isText(told)) << told;
+        EXPECT_TRUE(told.find(" ... ") != std::string::npos && told.ends_with(": end\n")) << told;
+    }
     EXPECT_EQ(near_text::toUtf8(u"\xDE00x\xD83Dy\xD83D"), "\uFFFDx\uFFFDy\uFFFD");
     EXPECT_EQ(near_text::toUtf8(u"\xD83D\xD83D\xDE00"), "\uFFFD\U0001F600");
 }

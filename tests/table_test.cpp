@@ -73,6 +73,7 @@ TEST(Table, FindsColumns) {
     EXPECT_EQ(blanks.column("id"), 0U);
     EXPECT_EQ(blanks.column(" name"), 2U);
     EXPECT_EQ(blanks.column("x y"), 4U);
+    EXPECT_EQ(blanks.column("\tid "), 0U);
     std::tuple<std::string, std::string, bool, std::string> const failures[] = {
         {" a,a \n", "a", true, "several columns are called 'a'"},
         {" a,a \n", "b", true, "there is no column 'b'"},

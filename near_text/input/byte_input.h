@@ -20,8 +20,8 @@ std::string placeOf(std::string const& name, std::size_t line);
 // Bytes as they come.
 class ByteInput {
 public:
-    // Throws std::runtime_error when the file cannot be opened, and when it is the output, which
-    // would feed itself.
+    // Throws std::runtime_error when the file cannot be opened, and when it is the output or
+    // where messages go, which would feed itself.
     explicit ByteInput(std::string const& file);
     ~ByteInput();
     ByteInput(ByteInput const&) = delete;

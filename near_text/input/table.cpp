@@ -62,7 +62,7 @@ TableReader::TableReader(TextFile const& file, TableLayout layout)
 std::size_t TableReader::column(std::string const& nameOrNumber) {
     std::size_t place = named(nameOrNumber, [](std::string const& name) { return name; });
     // As people see it, a name has no blanks around it.
-    if (place == names_.size()) place = named(nameOrNumber, trimmed);
+    if (place == names_.size()) place = named(trimmed(nameOrNumber), trimmed);
     if (place == names_.size()) place = numbered(nameOrNumber);
     needed_ = std::max(needed_, place + 1);
     return place;

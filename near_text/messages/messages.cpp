@@ -46,10 +46,22 @@ std::string withControlsAs(std::string (*shown)(CodePoint), std::string_view tex
     return replaced;
 }
 
+// The start and the end tell what is wrong.
+std::string shortened(std::string const& message) {
+    constexpr std::size_t kStart = 1000, kEnd = 500;
+    if (message.size() <= kStart + kEnd) return message;
+    std::size_t start = kStart, end = message.size() - kEnd;
+    while (start > 0 && U8_IS_TRAIL(message[start]))
+        --start;
+    while (end < message.size() && U8_IS_TRAIL(message[end]))
+        ++end;
+    return message.substr(0, start) + " ... " + message.substr(end);
+}
+
 }  // namespace
 
 void complain(std::string const& message) {
-    std::fputs((beginning() + withControlsAs(code, message) + '\n').c_str(), stderr);
+    std::fputs((beginning() + withControlsAs(code, shortened(message)) + '\n').c_str(), stderr);
 }
 
 void complainAtOnce(char const* message) noexcept {
