@@ -136,6 +136,8 @@ TEST(Encoding, TellsThatUtf8IsReadAsSomethingElse) {
         {"cp1251", "Молоток\n", notes},
         {"cp1251", late, notes},
         {"cp1251", "\uFEFFМолоток\n", ""},
+        {"", "\uFEFF" + encoded("cp1251", "Молоток\n"), ""},
+        {"cp1251", encoded("utf-16le", "\uFEFF\u4E9C\u8A9E\n"), ""},
         {"cp1251", "ball\n", ""},
         {"cp1251", encoded("cp1251", "Молоток\n"), ""},
         {"cp1251", encoded("cp1251", "м") + "Молоток\n", ""},

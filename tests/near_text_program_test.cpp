@@ -189,6 +189,8 @@ TEST(Program, NotesTablesThatAreReadAsLines) {
         {"match -t " + table + " -e " + named + " --entry-column name", "--text-column COLUMN"},
         {"duplicates " + named, "--text-column COLUMN"},
         {"search x -e " + named, "--entry-column COLUMN"},
+        {"search x -e " + fileOf("NAMED.CSV", "a,b\n"), "NAMED.CSV seems to be a table"},
+        {"search x --entry-column 2 -e " + fileOf("NAMED.TSV", "a,b\tx\n"), ""},
         {"match -t " + lines + " -e " + named + " --entry-column name", ""},
         {"match -t " + table + " -e " + table, ""}};
     for (auto const& [arguments, note] : cases) {

@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <poll.h>
+#include <strings.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -39,6 +40,11 @@ bool isSameFile(int input, int output) {
 
 std::string shownName(std::string const& file) {
     return file == kStandardInput ? "standard input" : file;
+}
+
+bool hasEnding(std::string_view file, std::string_view ending) {
+    return file.size() >= ending.size() &&
+           strncasecmp(&file[file.size() - ending.size()], ending.data(), ending.size()) == 0;
 }
 
 std::string placeOf(std::string const& name, std::size_t line) {

@@ -14,6 +14,9 @@ constexpr std::string_view kStandardInput = "-";
 // A file's name for messages.
 std::string shownName(std::string const& file);
 
+// Whether a file's name ends so, in letters of either case.
+bool hasEnding(std::string_view file, std::string_view ending);
+
 // "FILE:LINE: ", for messages.
 std::string placeOf(std::string const& name, std::size_t line);
 
