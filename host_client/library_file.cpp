@@ -142,7 +142,11 @@ void* loadLibrary(std::filesystem::path const& file) {
     // Where memory was missing the loader may say anything, even that there is no such file. What
     // it says again is so.
     if (handle == nullptr) handle = load();
-    if (handle == nullptr) fail(dlerror());
+    if (handle == nullptr) {
+        std::string const reason = dlerror();
+        if (reason.starts_with(path)) fail(reason);
+        fail(file, "cannot be loaded: " + reason);  // for the want of another
+    }
     return handle;
 }
 

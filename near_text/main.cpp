@@ -7,6 +7,7 @@
 #include "near_text/messages/memory.h"
 #include "near_text/messages/messages.h"
 #include "near_text/output/output.h"
+#include "near_text/output/signal_watch.h"
 #include "near_text/program.h"
 
 namespace near_text {
@@ -24,13 +25,14 @@ struct MemoryWatch {
 Status runAndComplain(int argc, char** argv) {
     try {
         catchSignals();
+        watchForSignals();
         Status const status = runProgram(argc, argv);
         requireMemory();
         return signalCaught() == 0 ? status : endedBy(signalCaught());
     } catch (BrokenPipe const&) {
         return endedBy(SIGPIPE);
-    } catch (Interrupted const& interrupted) {
-        complain(interrupted.what());
+    } catch (Interrupted const&) {
+        complain(interruptedText());
         return endedBy(signalCaught());
     } catch (std::bad_alloc const&) {
         throw;

@@ -83,7 +83,7 @@ private:
         bool const isWholeLines = ending.output.empty() || ending.output.back() == '\n';
         if (!isError || !isWholeLines || !whole_.output.starts_with(ending.output)) return false;
         if (ending.errors == "near_text: out of memory\n") return ++told_ > 0;
-        return ending.errors.starts_with("near_text: cannot start thread ") && ++threads_ > 0;
+        return ending.errors.starts_with("near_text: cannot start ") && ++threads_ > 0;
     }
 
     void tell(long n, Ending const& ending) const {

@@ -45,11 +45,14 @@ Lines linesOf(std::string const& file) {
     return lines;
 }
 
-TEST(Input, TakesReturnsAloneForLineEndsWhereThereIsNoLineFeed) {
+TEST(Input, TakesReturnsAloneForLineEnds) {
     std::string const longLine(1 << 16, 'x');
     std::pair<std::string, Lines> const cases[] = {{"a\rb\r", {"a", "b"}},
                                                    {"a\r\rb", {"a", "", "b"}},
-                                                   {"a\rb\nc\r", {"a\rb", "c"}},
+                                                   {"a\rb\nc\r\nd\r\r\n", {"a", "b", "c", "d", ""}},
+                                                   {"a\rb\rc\n", {"a", "b", "c"}},
+                                                   {"a\nb\rc\r\n", {"a", "b\rc"}},
+                                                   {"b\r" + longLine + "\nc", {"b", longLine, "c"}},
                                                    {"a\r", {"a"}},
                                                    {longLine + "\n\r\n", {longLine, ""}},
                                                    {"\r\n", {""}}};
@@ -104,6 +107,16 @@ TEST(Input, KeepsToTextThatCanBeShown) {
     testing::internal::CaptureStderr();
     near_text::complain("a\n\u009B\u202E\u044F");
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "near_text: a\\x0A\\u009B\\u202E\u044F\n");
+    for (std::size_t const shift : {0U, 1U}) {
+        std::string ya(shift, 'x');
+        while (ya.size() < 100000)
+            ya += "\u044F";
+        testing::internal::CaptureStderr();
+        near_text::complain(ya + ": end");
+        std::string const told = testing::internal::GetCapturedStderr();
+        EXPECT_TRUE(told.size() < 1600 && near_text::isText(told)) << told;
+        EXPECT_TRUE(told.find(" ... ") != std::string::npos && told.ends_with(": end\n")) << told;
+    }
     EXPECT_EQ(near_text::toUtf8(u"\xDE00x\xD83Dy\xD83D"), "\uFFFDx\uFFFDy\uFFFD");
     EXPECT_EQ(near_text::toUtf8(u"\xD83D\xD83D\xDE00"), "\uFFFD\U0001F600");
 }
@@ -120,12 +133,18 @@ TEST(Input, DropsReportsOfEarlierCalls) {
 
 // A carriage return at the end of what is looked at may have its line feed behind it.
 TEST(LineReader, FindsALineFeedBehindTheFirstBlock) {
-    near_text::TextFile const file(fileOf("long", std::string((1 << 16) - 1, 'x') + "\r\ny\n"));
-    near_text::LineReader reader(file);
-    near_text::Line line;
-    EXPECT_TRUE(reader.next(line) && line.hadReturn);
-    EXPECT_TRUE(reader.next(line));
-    EXPECT_EQ(line.text, "y");
+    for (std::string const start : {"", "a\n", "a\rb\n"}) {
+        std::string const longLine((1 << 16) - 1 - start.size(), 'x');
+        near_text::TextFile const file(fileOf("long", start + longLine + "\r\ny\n"));
+        near_text::LineReader reader(file);
+        near_text::Line line;
+        while (reader.next(line) && line.text.size() < 2) {
+        }
+        EXPECT_EQ(line.text, longLine);
+        EXPECT_EQ(line.end, "\r\n");
+        EXPECT_TRUE(reader.next(line));
+        EXPECT_EQ(line.text, "y");
+    }
 }
 
 }  // namespace

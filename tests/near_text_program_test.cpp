@@ -194,6 +194,8 @@ TEST(Program, NotesTablesThatAreReadAsLines) {
         {"match -t " + table + " -e " + named + " --entry-column name", "--text-column COLUMN"},
         {"duplicates " + named, "--text-column COLUMN"},
         {"search x -e " + named, "--entry-column COLUMN"},
+        {"search x -e " + fileOf("NAMED.CSV", "a,b\n"), "NAMED.CSV seems to be a table"},
+        {"search x --entry-column 2 -e " + fileOf("NAMED.TSV", "a,b\tx\n"), ""},
         {"match -t " + lines + " -e " + named + " --entry-column name", ""},
         {"match -t " + table + " -e " + table, ""}};
     for (auto const& [arguments, note] : cases) {
@@ -397,18 +399,19 @@ TEST(Program, CarriesColumnsFromTableToTable) {
 // What the output's encoding lacks fails the row that holds it, in the error's place and on
 // standard error.
 TEST(Program, FailsTheRowsThatItCannotEncode) {
-    std::string const table = fileOf("table.csv", "1,x\n2,я\n☺,я\n4,☺\n5,x\n");
-    std::string const to = " --keep 1 -f csv --output-encoding cp1251 -p 100 ";
+    std::string const table = fileOf("table.csv", "1,x,a\n2,я,b\n☺,я,c\n4,☺,d\n5,x,e\n");
+    std::string const to = " --keep 1,3 -f csv --output-encoding cp1251 -p 100 ";
     Outcome const matched = run("match --no-heading --text-column 2 -t " + table +
                                 " --entry-column 2 --best -e " + table + to);
     EXPECT_EQ(matched.output,
-              "1,x,100,0,0,0,1,x,,1\n1,x,100,0,0,4,5,x,,1\n"
-              "2,\xFF,100,0,0,1,2,\xFF,,2\n2,\xFF,100,0,0,2,3,\xFF,,2\n"
-              "3,,,,,,,,cp1251 has no U+263A,\n4,,,,,,,,cp1251 has no U+263A,4\n"
-              "5,x,100,0,0,0,1,x,,5\n5,x,100,0,0,4,5,x,,5\n");
+              "1,x,100,0,0,0,1,x,,1,a\n1,x,100,0,0,4,5,x,,1,a\n"
+              "2,\xFF,100,0,0,1,2,\xFF,,2,b\n2,\xFF,100,0,0,2,3,\xFF,,2,b\n"
+              "3,,,,,,,,cp1251 has no U+263A,,c\n4,,,,,,,,cp1251 has no U+263A,4,d\n"
+              "5,x,100,0,0,0,1,x,,5,e\n5,x,100,0,0,4,5,x,,5,e\n");
     expectFailure("table.csv:4: cp1251 has no U+263A", matched);
     Outcome const grouped = run("duplicates -g --text-column 2 " + table + to);
-    EXPECT_EQ(grouped.output, "group,line,text,text_1\n1,1,x,1\n1,5,x,5\n2,2,\xFF,2\n2,3,,\n");
+    EXPECT_EQ(grouped.output,
+              "group,line,text,text_1,text_3\n1,1,x,1,a\n1,5,x,5,e\n2,2,\xFF,2,b\n2,3,\xFF,,c\n");
     expectFailure("table.csv:3: cp1251 has no U+263A", grouped);
 }
 

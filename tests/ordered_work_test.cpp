@@ -93,9 +93,13 @@ TEST(OrderedWork, HoldsBoundedLinesAndResults) {
                 if (line.text == "0") {
                     EXPECT_FALSE(happensSoon([&] { return begun > most; }));
                 }
-                return {std::string(line.text == "1" ? size : 0, 'x'), {}, false};
+                return {.output = std::string(line.text == "1" ? size : 0, 'x'),
+                        .line = std::stoul(line.text)};
             },
-            [&](LineResult const&, bool) { return ++delivered > 0; });
+            [&](LineResult const& result, bool) {
+                EXPECT_EQ(result.line, delivered);  // none has taken another's place
+                return ++delivered > 0;
+            });
         for (std::size_t i = 0; i < lines; ++i)
             work.add(lineOf(i));
         work.finish();

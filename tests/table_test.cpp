@@ -40,7 +40,8 @@ TEST(Table, ReadsRows) {
         {"a,b\t\";\"\n", {.delimiter = TableLayout::kGuessed}, {"1:a,b|\";\""}},
         {"a,b;\";\"\n", {.delimiter = TableLayout::kGuessed}, {"1:a,b|;"}},
         {"\xEF\xBB\xBFn,m\n\"1\n2\",3\n4\n", {.hasHeader = true}, {"2:1\n2|3", "4:4"}},
-        {"a\rb,c\n", {}, {"1:a\rb|c"}},
+        {"a\n\"b\rc\",d\n", {}, {"1:a", "2:b\rc|d"}},
+        {"\"a\rb\",c\rd\r\ne\n", {}, {"1:a\rb|c", "3:d", "4:e"}},
         {"", {}, {}},
         // A fault ends with its row, and the next is as good as any.
         {"a\n\"b\"c,\"d\ne\n",
@@ -49,8 +50,12 @@ TEST(Table, ReadsRows) {
         {"a\n\"b\n\xFF\",c\nd\0\ne\n"s,
          {},
          {"1:a", "2:b\n\xFF|c!line 3: not valid UTF-8 at byte 1", "4:d\0!contains a NUL"s, "5:e"}},
-        {"a\n\"b\n\",c,\"d\n", {}, {"1:a", "2!the quote opened in line 3 is not closed"}},
-        {"a\n\"b\nc\nd\n", {}, {"1:a", "2!the quote opened in line 2 is not closed"}},
+        {"a\n\"b\n\",c,\"d\n", {}, {"1:a", "2:b\n|c!the quote opened in line 3 is not closed"}},
+        {"a\n\"b\nc\nd\n",
+         {},
+         {"1:a",
+          "2!the quote opened in line 2 is not closed, so no row is read in the 2 lines behind "
+          "it"}},
     };
     for (auto const& [content, shape, rows] : cases)
         EXPECT_EQ(rowsOf(content, shape), rows) << content;
@@ -68,6 +73,7 @@ TEST(Table, FindsColumns) {
     EXPECT_EQ(blanks.column("id"), 0U);
     EXPECT_EQ(blanks.column(" name"), 2U);
     EXPECT_EQ(blanks.column("x y"), 4U);
+    EXPECT_EQ(blanks.column("\tid "), 0U);
     std::tuple<std::string, std::string, bool, std::string> const failures[] = {
         {" a,a \n", "a", true, "several columns are called 'a'"},
         {" a,a \n", "b", true, "there is no column 'b'"},
@@ -92,23 +98,24 @@ TEST(Table, FindsColumns) {
 }
 
 TEST(Table, KeepsTheCellsThatCanBeReadOfARowWithAFault) {
-    std::string const file = fileOf("table", "7,\xFF,\xFE\n8,\0,x\n9\n\"a\"b,y,z\n1,w,v\n"s);
+    std::string const file = fileOf("table", "7,\xFF,\xFE\n8,\0,x\n9\n5,\"a\"b,z\n1,w,v\n4,\"\n"s);
     near_text::RowReader reader({file, {"2"}, {"1", "3"}, {}});
     std::vector<std::vector<std::string>> kept;
     std::string texts;
     for (near_text::TextRow row; reader.next(row); texts += row.text + ';')
         kept.push_back(row.kept);
     EXPECT_EQ(kept, (std::vector<std::vector<std::string>>{
-                        {"7", ""}, {"8", "x"}, {"9", ""}, {}, {"1", "v"}}));
-    EXPECT_EQ(texts, ";;;;w;");
+                        {"7", ""}, {"8", "x"}, {"9", ""}, {"5", ""}, {"1", "v"}, {"4", ""}}));
+    EXPECT_EQ(texts, ";;;;w;;");
 }
 
 TEST(Table, BoundsARow) {
     std::string const large(1 << 20, 'x');
-    EXPECT_EQ(rowsOf(large + "\na\n"), (std::vector<std::string>{"1!is longer than 1 MiB", "2:a"}));
+    EXPECT_EQ(rowsOf("7," + large + "\na\n"),
+              (std::vector<std::string>{"1:7!is longer than 1 MiB", "2:a"}));
     std::vector<std::string> const rows = rowsOf("a\nb,\"\n" + large + "\nc\n");
     ASSERT_EQ(rows.size(), 2U);
-    EXPECT_TRUE(rows[1].starts_with("2!the quote opened in line 2 is not closed within"));
+    EXPECT_TRUE(rows[1].starts_with("2:b!the quote opened in line 2 is not closed within"));
 }
 
 TEST(Table, ReadsTheRowsItWrites) {

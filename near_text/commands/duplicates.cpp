@@ -42,13 +42,8 @@ Table groupTable(
             Entry const& entry = list.entries[index];
             Cells texts = entry.kept;
             texts.insert(texts.begin(), entry.text);
-            try {
-                for (std::string const& text : texts)
-                    output.requireEncodable(text);
-            } catch (NotText const& error) {
-                complainOf(entry, error.what());
-                texts.assign(texts.size(), {});
-            }
+            std::string const error = output.dropUnencodable(texts);
+            if (!error.empty()) complainOf(entry, error);
             Cells& row =
                 table.rows.emplace_back(Cells{std::to_string(number), std::to_string(entry.place)});
             row.insert(row.end(), texts.begin(), texts.end());

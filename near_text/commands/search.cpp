@@ -5,6 +5,7 @@
 #include "near_text/input/text_codec.h"
 #include "near_text/matching/longest_text.h"
 #include "near_text/matching/read_entries.h"
+#include "near_text/messages/interrupt.h"
 #include "near_text/messages/messages.h"
 #include "near_text/output/explanation_text.h"
 #include "near_text/output/output.h"
@@ -62,6 +63,10 @@ public:
           numbers_(text) {}
 
     void write(unsigned long index, bool isMatch) {
+        if (signalCaught() != 0) {
+            output_.flush();
+            throw Interrupted();
+        }
         reference::SideBySide const sides = explanation_.explain(
             reference::readEntry(list_.units(index), list_.isBehindSeparator(index)));
         requireAgreement(sides, isMatch);

@@ -29,7 +29,7 @@ std::string firstLine(std::string const& file) {
 
 void noteTable(Source const& source, std::string const& option, bool isOtherTable) {
     std::string const& name = source.file.name;
-    bool const isNamedSo = name.ends_with(".csv") || name.ends_with(".tsv");
+    bool const isNamedSo = hasEnding(name, ".csv") || hasEnding(name, ".tsv");
     if (source.isTable() || (!isNamedSo && !(isOtherTable && hasFields(firstLine(name))))) return;
     complain("note: " + name + " seems to be a table, but whole lines of it are compared; " +
              option + " COLUMN takes a column");

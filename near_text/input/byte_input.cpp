@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <poll.h>
+#include <strings.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -29,16 +30,21 @@ std::optional<std::uintmax_t> bytesLeft(int descriptor) {
     return static_cast<std::uintmax_t>(left);
 }
 
-bool isOutput(int descriptor) {
-    struct stat input = {}, output = {};
-    return fstat(descriptor, &input) == 0 && fstat(STDOUT_FILENO, &output) == 0 &&
-           S_ISREG(input.st_mode) && input.st_dev == output.st_dev && input.st_ino == output.st_ino;
+bool isSameFile(int input, int output) {
+    struct stat from = {}, to = {};
+    return fstat(input, &from) == 0 && fstat(output, &to) == 0 && S_ISREG(from.st_mode) &&
+           from.st_dev == to.st_dev && from.st_ino == to.st_ino;
 }
 
 }  // namespace
 
 std::string shownName(std::string const& file) {
     return file == kStandardInput ? "standard input" : file;
+}
+
+bool hasEnding(std::string_view file, std::string_view ending) {
+    return file.size() >= ending.size() &&
+           strncasecmp(&file[file.size() - ending.size()], ending.data(), ending.size()) == 0;
 }
 
 std::string placeOf(std::string const& name, std::size_t line) {
@@ -55,7 +61,10 @@ ByteInput::ByteInput(std::string const& file) : descriptor_(STDIN_FILENO), name_
         descriptor_ = open(file.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
         if (descriptor_ < 0) fail(name_);
     }
-    if (isOutput(descriptor_)) throw std::runtime_error(name_ + ": is also the output");
+    if (isSameFile(descriptor_, STDOUT_FILENO))
+        throw std::runtime_error(name_ + ": is also the output");
+    if (isSameFile(descriptor_, STDERR_FILENO))
+        throw std::runtime_error(name_ + ": is also where messages go");
     size_ = bytesLeft(descriptor_);
 }
 

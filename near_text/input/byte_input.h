@@ -14,14 +14,17 @@ constexpr std::string_view kStandardInput = "-";
 // A file's name for messages.
 std::string shownName(std::string const& file);
 
+// Whether a file's name ends so, in letters of either case.
+bool hasEnding(std::string_view file, std::string_view ending);
+
 // "FILE:LINE: ", for messages.
 std::string placeOf(std::string const& name, std::size_t line);
 
 // Bytes as they come.
 class ByteInput {
 public:
-    // Throws std::runtime_error when the file cannot be opened, and when it is the output, which
-    // would feed itself.
+    // Throws std::runtime_error when the file cannot be opened, and when it is the output or
+    // where messages go, which would feed itself.
     explicit ByteInput(std::string const& file);
     ~ByteInput();
     ByteInput(ByteInput const&) = delete;

@@ -63,9 +63,9 @@ void Decoder::begin(std::string& utf8) {
         break;
     }
     if (converter_ != nullptr && canonicalName(converter_) == "UTF-16") {
-        Nulls nulls;
-        nulls.count(head_);
-        converter_ = openConverter(nulls.even > nulls.odd ? "utf-16be" : "utf-16le");
+        Uppers uppers;
+        uppers.count(head_);
+        converter_ = openConverter(uppers.even() > uppers.odd() ? "utf-16be" : "utf-16le");
     }
     convert(head_, false, utf8);
     head_.clear();

@@ -20,7 +20,7 @@ public:
     // Without an encoding, a byte order mark of UTF-8, UTF-16 or UTF-32 decides, and UTF-8 is the
     // default.
     // With one, such a mark still wins. The mark is no part of the text. UTF-16 without a mark is
-    // little-endian unless its NULs say otherwise. Throws as openConverter.
+    // little-endian unless its bytes say otherwise. Throws as openConverter.
     //
     // `option`, with an encoding behind it, reads this file in that, for messages.
     explicit Decoder(std::string const& encoding, std::string const& option = "--encoding");

@@ -45,38 +45,49 @@ double russianShare(std::string const& encoding, std::string_view bytes) {
 
 }  // namespace
 
-void Nulls::count(std::string_view bytes) {
+void Uppers::count(std::string_view bytes) {
+    constexpr char kFirstOfText = '\t';
     for (char const byte : bytes) {
-        if (byte == '\0') ++(places % 2 == 0 ? even : odd);
+        if (byte >= 0 && byte < kFirstOfText) ++at[places % at.size()];
         ++places;
     }
 }
 
 std::string const& EncodingGuess::hintAfter(std::string_view bytes) {
-    if (told_.empty()) told_ = utf16Hint(bytes);
+    if (told_.empty()) told_ = unitsHint(bytes);
     if (told_.empty()) told_ = binaryHint();
     if (told_.empty()) told_ = bytesHint(bytes);
     return told_;
 }
 
 std::string EncodingGuess::hintOf(std::string const& encoding) const {
-    return "looks like " + encoding + ", not UTF-8: " + option_ + ' ' + encoding + " reads it";
+    std::string const others = option_ == "--encoding" ? " and all other files so" : "";
+    return "looks like " + encoding + ", not UTF-8: " + option_ + ' ' + encoding + " reads it" +
+           others;
 }
 
-std::string EncodingGuess::utf16Hint(std::string_view bytes) {
+std::string EncodingGuess::unitsHint(std::string_view bytes) {
     constexpr std::size_t kMostBytesPerNull = 32;  // of UTF-16: it has blanks and line feeds
-    if (nulls_.places >= kSample) nulls_ = {nulls_.places % 2, 0, 0};
-    nulls_.count(bytes);
-    auto const [fewer, more] = std::minmax(nulls_.even, nulls_.odd);
+    if (uppers_.places >= kSample) uppers_ = {uppers_.places % uppers_.at.size(), {}};
+    uppers_.count(bytes);
+    // Of UTF-32 the two upper bytes of each character are nearly all.
+    std::size_t const most = uppers_.places / 4 * 7 / 8;
+    auto const [least, upper1, upper2, upper3] = uppers_.at;
+    if (most >= kFew && least <= most / 8 && upper2 >= most && upper3 >= most)
+        return hintOf("utf-32le");
+    if (most >= kFew && upper3 <= most / 8 && least >= most && upper1 >= most)
+        return hintOf("utf-32be");
+    auto const [fewer, more] = std::minmax({uppers_.even(), uppers_.odd()});
     bool const isLikely =
-        more >= kFew && more >= nulls_.places / kMostBytesPerNull && fewer <= more / 8;
-    return isLikely ? hintOf(nulls_.even > nulls_.odd ? "utf-16be" : "utf-16le") : std::string();
+        more >= kFew && more >= uppers_.places / kMostBytesPerNull && fewer <= more / 8;
+    return isLikely ? hintOf(uppers_.even() > uppers_.odd() ? "utf-16be" : "utf-16le")
+                    : std::string();
 }
 
 std::string EncodingGuess::binaryHint() const {
     constexpr std::size_t kMany = 32;
-    std::size_t const count = nulls_.even + nulls_.odd;
-    bool const isLikely = count >= kMany && count >= nulls_.places / 8;
+    std::size_t const count = uppers_.even() + uppers_.odd();
+    bool const isLikely = count >= kMany && count >= uppers_.places / 8;
     return isLikely ? "looks binary, not like UTF-8: save it as text or CSV first" : "";
 }
 

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <stdexcept>
 
+#include "near_text/messages/messages.h"
 #include "near_text/text/code_points.h"
 
 namespace near_text {
@@ -34,9 +35,12 @@ void LineReader::chooseLineEnd() {
     } catch (std::runtime_error const&) {
         fault_ = std::current_exception();
     }
-    // One at the end may belong to a line feed that is still to come.
-    bool const hasReturn = buffer_.find('\r') < buffer_.size() - 1;
-    lineEnd_ = feed == std::string::npos && hasReturn ? '\r' : '\n';
+    // Others belong to the line feed behind them, which may be still to come.
+    std::size_t const lone = buffer_.find_last_not_of("\r\n", feed);
+    bool const hasReturn = lone != std::string::npos && buffer_.find('\r') < lone;
+    lineEnds_ = hasReturn ? "\r\n" : "\n";
+    if (hasReturn && feed != std::string::npos)
+        complain("note: " + name() + ": its lines end in carriage returns and in line feeds");
 }
 
 bool LineReader::refill() {
@@ -44,6 +48,18 @@ bool LineReader::refill() {
     buffer_.clear();
     position_ = 0;
     return input_.read(buffer_);
+}
+
+// Of a carriage return, if it has one. Waits for what is behind it.
+bool LineReader::takeFeed() {
+    try {
+        if (position_ == buffer_.size() && !refill()) return false;
+    } catch (std::runtime_error const&) {
+        fault_ = std::current_exception();
+    }
+    bool const isFeed = position_ < buffer_.size() && buffer_[position_] == '\n';
+    if (isFeed) ++position_;
+    return isFeed;
 }
 
 void LineReader::append(std::string& text, std::string_view bytes) const {
@@ -63,19 +79,21 @@ void LineReader::cut(std::string& text) const {
 }
 
 bool LineReader::next(Line& line) {
-    if (lineEnd_ == '\0') chooseLineEnd();
+    if (lineEnds_ == nullptr) chooseLineEnd();
     line.text.clear();
     bool isEnded = false;
     while (!isEnded && (position_ < buffer_.size() || refill())) {
-        std::size_t const end = buffer_.find(lineEnd_, position_);
+        std::size_t const end = buffer_.find_first_of(lineEnds_, position_);
         isEnded = end != std::string::npos;
         append(line.text, std::string_view(buffer_).substr(position_, end - position_));
         position_ = isEnded ? end + 1 : buffer_.size();
     }
     if (!isEnded && line.text.empty()) return false;
     line.number = ++number_;
-    line.hadReturn = line.text.ends_with('\r');
-    if (line.hadReturn) line.text.pop_back();
+    bool const isFeed = !isEnded || buffer_[position_ - 1] == '\n';
+    bool const hasReturn = isFeed ? line.text.ends_with('\r') : takeFeed();
+    line.end = hasReturn ? "\r\n" : isFeed ? "\n" : "\r";
+    if (isFeed && hasReturn) line.text.pop_back();
     if (line.text.size() > longest_) cut(line.text);
     line.fault = input_.faultOf(line.text);
     return true;

@@ -16,14 +16,15 @@ struct Line {
     std::size_t number = 0;  // from 1
     std::string text;        // UTF-8 if it has no fault, and unless the file pretends to be UTF-8
     std::string fault;       // what could not be decoded; empty where there is nothing
-    bool hadReturn = false;  // ahead of its line feed
+    std::string_view end;    // "\n", "\r\n" or "\r"; of the last line it may be missing
 };
 
 // Lines one at a time, each as soon as it is complete. A line ends with a line feed or with
 // carriage return and line feed, which are no part of it; the last may lack its end. Neither is a
-// byte order mark ahead of the first. In a file that begins with 64 KiB, or ends, without a line
-// feed carriage returns alone end lines. Throws as TextInput, once all lines ahead of the fault are
-// taken.
+// byte order mark ahead of the first. In a file that has a carriage return within its first line,
+// or what would be, carriage returns alone end lines too, which is noted on standard error where
+// there is a line feed within the first 64 KiB. Throws as TextInput, once all lines ahead of the
+// fault are taken.
 class LineReader {
 public:
     // Of a line above `longest` bytes only so much is kept, cut between two characters.
@@ -43,6 +44,7 @@ public:
 private:
     void chooseLineEnd();
     bool refill();
+    bool takeFeed();
     void append(std::string& text, std::string_view bytes) const;
     void cut(std::string& text) const;
 
@@ -50,9 +52,9 @@ private:
     std::size_t longest_;
     std::size_t number_ = 0;
     std::string buffer_;
-    std::size_t position_ = 0;  // in the buffer
-    char lineEnd_ = '\0';       // once it is chosen
-    std::exception_ptr fault_;  // behind the buffer
+    std::size_t position_ = 0;        // in the buffer
+    char const* lineEnds_ = nullptr;  // once they are chosen
+    std::exception_ptr fault_;        // behind the buffer
 };
 
 // Whether it is valid UTF-8 without a NUL.

@@ -62,7 +62,7 @@ TableReader::TableReader(TextFile const& file, TableLayout layout)
 std::size_t TableReader::column(std::string const& nameOrNumber) {
     std::size_t place = named(nameOrNumber, [](std::string const& name) { return name; });
     // As people see it, a name has no blanks around it.
-    if (place == names_.size()) place = named(nameOrNumber, trimmed);
+    if (place == names_.size()) place = named(trimmed(nameOrNumber), trimmed);
     if (place == names_.size()) place = numbered(nameOrNumber);
     needed_ = std::max(needed_, place + 1);
     return place;
@@ -156,9 +156,12 @@ bool TableReader::read(Row& row) {
 // True when the row is complete or has a fault that ends it.
 bool TableReader::take(Line const& line, Row& row) {
     bytes_ += line.text.size() + 1;
+    lastLine_ = line.number;
     bool const isFirst = line.number == row.line;
     if (bytes_ > kLongestRow) {
+        if (isFirst) parser_->take(line.text);  // as far as it was read
         row.fault = "is longer than 1 MiB";
+        row.fields = parser_->takeFields();
         if (!isFirst) leaveOpen(row);
         return true;
     }
@@ -174,9 +177,10 @@ bool TableReader::take(Line const& line, Row& row) {
     std::size_t const before = parser_->count();
     if (!parser_->take(line.text)) {
         blame("has text after the quote that closes field " + std::to_string(parser_->count() + 1));
+        row.fields = parser_->takeFields();
         return true;
     }
-    bool const isComplete = parser_->endLine(line.hadReturn ? "\r\n" : "\n");
+    bool const isComplete = parser_->endLine(line.end);
     if (isComplete) {
         row.fields = parser_->takeFields();
     } else if (parser_->count() > before) {
@@ -187,7 +191,16 @@ bool TableReader::take(Line const& line, Row& row) {
 
 void TableReader::leaveOpen(Row& row) {
     row.fault = "the quote opened in line " + std::to_string(quoteLine_) + " is not closed";
-    if (bytes_ > kLongestRow) row.fault += " within 1 MiB; nothing after it is read";
+    std::size_t const behind = lastLine_ - quoteLine_;
+    if (bytes_ > kLongestRow) {
+        row.fault += " within 1 MiB; nothing after it is read";
+    } else {
+        row.fields = parser_->takeFields();
+        if (behind > 0) {
+            row.fault += ", so no row is read in the " + std::to_string(behind) +
+                         (behind == 1 ? " line behind it" : " lines behind it");
+        }
+    }
     isOver_ = true;
 }
 

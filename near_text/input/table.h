@@ -25,7 +25,7 @@ struct TableLayout {
 struct Row {
     std::size_t line = 0;             // in which it begins, from 1
     std::string fault;                // why it cannot be used as a whole; empty where it can
-    std::vector<std::string> fields;  // none where the fault leaves open where they end
+    std::vector<std::string> fields;  // of one with a fault, those ahead of it
 };
 
 // Rows one at a time, each as soon as its last line is complete. A row of more than 1 MiB has a
@@ -69,6 +69,7 @@ private:
     std::optional<RowParser> parser_;  // once the delimiter is known
     std::size_t quoteLine_ = 0;        // in which the last field of its lines so far begins
     std::size_t bytes_ = 0;            // that its row has so far
+    std::size_t lastLine_ = 0;         // of its row so far
     bool isOver_ = false;
 
     std::vector<std::string> names_;

@@ -1,9 +1,11 @@
 #include "near_text/messages/messages.h"
 
+#include <poll.h>
 #include <unicode/uchar.h>
 #include <unistd.h>
 
 #include <cstdio>
+#include <cstring>
 
 #include "near_text/text/code_points.h"
 
@@ -44,10 +46,31 @@ std::string withControlsAs(std::string (*shown)(CodePoint), std::string_view tex
     return replaced;
 }
 
+// The start and the end tell what is wrong.
+std::string shortened(std::string const& message) {
+    constexpr std::size_t kStart = 1000, kEnd = 500;
+    if (message.size() <= kStart + kEnd) return message;
+    std::size_t start = kStart, end = message.size() - kEnd;
+    while (start > 0 && U8_IS_TRAIL(message[start]))
+        --start;
+    while (end < message.size() && U8_IS_TRAIL(message[end]))
+        ++end;
+    return message.substr(0, start) + " ... " + message.substr(end);
+}
+
 }  // namespace
 
 void complain(std::string const& message) {
-    std::fputs((beginning() + withControlsAs(code, message) + '\n').c_str(), stderr);
+    std::fputs((beginning() + withControlsAs(code, shortened(message)) + '\n').c_str(), stderr);
+}
+
+void complainAtOnce(char const* message) noexcept {
+    for (char const* const part : {beginning(), message, "\n"}) {
+        pollfd errors = {STDERR_FILENO, POLLOUT, 0};
+        bool const isTaken =
+            poll(&errors, 1, 0) == 1 && write(STDERR_FILENO, part, strlen(part)) > 0;
+        if (!isTaken) return;
+    }
 }
 
 void complainOfMemory() noexcept {

@@ -161,7 +161,7 @@ Source FileOptions::source(GivenSource const& given) const {
                   given.keep,
                   {}};
     source.file.encodingOption = given.encodingOption;
-    if (given.file.ends_with(".tsv")) source.layout.delimiter = '\t';
+    if (hasEnding(given.file, ".tsv")) source.layout.delimiter = '\t';
     std::string const& delimiter = given.delimiter.empty() ? delimiter_ : given.delimiter;
     if (!delimiter.empty()) source.layout.delimiter = delimiterOf(delimiter);
     source.layout.hasHeader = hasHeader_ || std::ranges::any_of(given.columns, isName) ||

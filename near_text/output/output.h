@@ -1,6 +1,7 @@
 // The program's standard output. Nothing is lost in silence: a write that fails throws.
 #pragma once
 
+#include <chrono>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -21,13 +22,22 @@ public:
 // start; reading or writing such a stream fails.
 void holdStandardStreams();
 
+// What is said when a signal ends the program.
+char const* interruptedText();
+
+// One at a time.
 class Output {
 public:
     // In UTF-8 unless an encoding is named. Throws std::runtime_error when there is none so called.
     explicit Output(std::string encodingName = {});
+    ~Output();
+    Output(Output const&) = delete;
+    Output& operator=(Output const&) = delete;
 
     // From any number of threads. Throws NotText where `text` could not be written.
     void requireEncodable(std::string_view text) const;
+    // Empties those that could not be written. Gives the reason for the first of them, or nothing.
+    std::string dropUnencodable(std::vector<std::string>& cells) const;
 
     // Text that ends with a line feed. Throws NotText, and as `flush`.
     void write(std::string_view text);
@@ -35,7 +45,16 @@ public:
     // nobody takes the output. No line is cut that could be left whole.
     void flush();
 
+    // So many have been written, by all outputs.
+    static std::size_t writtenBytes();
+    // From any thread: writes what is finished, and nothing can be written any more. Waits no
+    // longer than `patience` for a thread that is writing.
+    static void close(std::chrono::milliseconds patience) noexcept;
+
 private:
+    void flushWaiting();
+    void writeLines();
+    void forget();
     void writeOut(std::size_t begin, std::size_t end);
     std::size_t cutBytes(std::size_t end) const;
 

@@ -4,6 +4,7 @@
 #include <atomic>
 #include <exception>
 #include <mutex>
+#include <system_error>
 #include <thread>
 #include <vector>
 
@@ -35,8 +36,12 @@ void inParallel(std::size_t workers, std::size_t count, Progress& progress, doub
     };
     {
         std::vector<std::jthread> threads;
-        for (std::size_t worker = 1; worker < std::min(workers, count); ++worker)
-            threads.emplace_back(workAs, worker);
+        try {
+            for (std::size_t worker = 1; worker < std::min(workers, count); ++worker)
+                threads.emplace_back(workAs, worker);
+        } catch (std::system_error const&) {
+            // Those that there are do all of it.
+        }
         workAs(0);
     }
     if (failure) std::rethrow_exception(failure);

@@ -6,6 +6,7 @@
 
 #include "near_text/input/line_reader.h"
 #include "near_text/messages/status.h"
+#include "near_text/output/columns.h"
 #include "near_text/output/output.h"
 #include "near_text/output/progress.h"
 #include "near_text/run/ordered_work.h"
@@ -23,6 +24,8 @@ public:
 
     // Throws NotText where `text` could not be written.
     void requireEncodable(std::string_view text) const { output_.requireEncodable(text); }
+    // As Output.
+    std::string dropUnencodable(Cells& cells) const { return output_.dropUnencodable(cells); }
 
     // Tells how many lines failed or were cut, how many matches the terms left out, and whether the
     // run was interrupted; on a terminal, what was done.

@@ -37,7 +37,8 @@ void OrderedWork::start(std::size_t number, std::size_t count, Member member) {
         threads_.emplace_back(member);
     } catch (std::system_error const& error) {
         throw std::runtime_error("cannot start thread " + std::to_string(number) + " of " +
-                                 std::to_string(count) + ": " + error.code().message());
+                                 std::to_string(count) + ": " + error.code().message() +
+                                 "; fewer --jobs need fewer");
     }
 }
 

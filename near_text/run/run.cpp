@@ -15,15 +15,9 @@ Status run(Matchers& matchers, Preparer const& preparer,
            std::function<bool(TextRow& row)> const& next, RowWork const& work,
            FailureText const& failureText, MatchWriter& writer) {
     auto const failed = [&](TextRow const& row, std::string const& error) -> LineResult {
-        std::string text = failureText(row, error);
-        try {
-            writer.requireEncodable(text);
-        } catch (NotText const&) {
-            TextRow bare = row;
-            bare.kept.clear();
-            text = failureText(bare, error);
-        }
-        return {text, error};
+        TextRow shown = row;
+        writer.dropUnencodable(shown.kept);
+        return {failureText(shown, error), error};
     };
     auto const workOn = [&](std::size_t worker, TextRow const& row) {
         LineResult result;
