@@ -176,14 +176,15 @@ def measure_other(data, scores):
 # The table.
 
 
-def measured(command):
+def measured(command, worst_status=0):
     """What it prints, its processor seconds and its peak of memory in MiB."""
-    with tempfile.TemporaryFile() as output:
-        process = subprocess.Popen(command, stdout=output, stderr=subprocess.DEVNULL)
+    with tempfile.TemporaryFile() as output, tempfile.TemporaryFile() as errors:
+        process = subprocess.Popen(command, stdout=output, stderr=errors)
         _, status, usage = os.wait4(process.pid, 0)
-        if os.waitstatus_to_exitcode(status) > 1:
-            raise SystemExit(f"failed: {' '.join(map(str, command))}")
         output.seek(0)
+        errors.seek(0)
+        if os.waitstatus_to_exitcode(status) not in range(worst_status + 1):
+            raise SystemExit(f"failed: {' '.join(map(str, command))}\n{errors.read().decode()}")
         return output.read().decode("utf-8"), usage.ru_utime + usage.ru_stime, usage.ru_maxrss / 1024
 
 
@@ -191,7 +192,7 @@ def rows(data, program, scratch):
     words = common_words(data, scratch)
     for options in (["--best"], ["--best", "--same-numbers"], ["--mutual"], ["--mutual", "--same-numbers"],
                     ["--mutual", "--drop-words", words], ["--mutual", "--exclusions", words]):  # fmt: skip
-        output, seconds, peak = measured(match_command(program, data, options))
+        output, seconds, peak = measured(match_command(program, data, options), worst_status=1)
         shown = " ".join(options[:-1] + [f"({COMMON_WORDS} words)"] if words in options else options)
         yield f"near_text {shown}", match_f1(data, output), PERCENT, seconds, peak
     for name, (module, _) in OTHERS.items():
