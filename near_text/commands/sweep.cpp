@@ -21,7 +21,9 @@ struct Count {
     std::size_t textsRight = 0;  // that have a match among the pairs
 
     void add(std::vector<Match> const& found, std::string const& text, KnownPairs const& pairs) {
-        auto const isKnown = [&](Match const& match) { return pairs.contains(text, match.index); };
+        auto const isKnown = [&](Match const& match) {
+            return pairs.isAccepted(text, match.index);
+        };
         auto const count =
             static_cast<std::size_t>(std::count_if(found.begin(), found.end(), isKnown));
         matches += found.size();
@@ -120,7 +122,13 @@ Status execute(SweepSettings const& settings) {
     SearchTerms const terms = readTerms(settings.search);
     auto const file = readEntries(settings.entries, preparer);
     KnownPairs pairs;
-    if (settings.pairs) pairs = KnownPairs(*settings.pairs, settings.pairNaming, file.list);
+    if (settings.pairs) {
+        pairs = KnownPairs({*settings.pairs}, settings.pairNaming, file.list);
+        if (pairs.size() == 0) {
+            throw std::runtime_error(shownName(settings.pairs->name) +
+                                     " contains no pair that is accepted");
+        }
+    }
     Sweep counts(settings.percents, pairs);
     Matchers matchers(settings.addIn, settings.run, file.list, terms, {});
     RowReader reader(settings.texts, kLongestText);

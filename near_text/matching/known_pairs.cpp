@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <optional>
 #include <stdexcept>
 #include <unordered_map>
 
@@ -37,7 +38,7 @@ Entries byName(EntryList const& list, bool isById) {
     Entries entries;
     for (unsigned long index = 0; index < list.entries.size(); ++index) {
         Entry const& entry = list.entries[index];
-        entries[isById ? entry.kept[0] : std::to_string(entry.place)].push_back(index);
+        entries[isById ? entry.id : std::to_string(entry.place)].push_back(index);
     }
     entries.erase("");
     return entries;
@@ -50,65 +51,118 @@ std::string nameIn(std::string const& cell, bool isById) {
 
 }  // namespace
 
-KnownPairs::KnownPairs(TextFile const& file, Naming naming, EntryList const& list)
-    : naming_(naming), file_(shownName(file.name)) {
-    TableReader table(file, {.delimiter = TableLayout::kGuessed, .hasHeader = naming.hasHeader});
-    table.column("2");
-    read(table, list);
-    for (auto& [name, text] : texts_) {
-        std::sort(text.entries.begin(), text.entries.end());
-        text.entries.erase(std::unique(text.entries.begin(), text.entries.end()),
-                           text.entries.end());
-        size_ += text.entries.size();
+// One file, a row at a time.
+class KnownPairs::Reading {
+public:
+    Reading(KnownPairs& pairs, TextFile const& file, Entries const& entries)
+        : pairs_(pairs),
+          entries_(entries),
+          isById_{pairs.naming_.hasTextIds, pairs.naming_.hasEntryIds},
+          table_(file, {.delimiter = TableLayout::kGuessed, .hasHeader = pairs.naming_.hasHeader}) {
+        table_.column("2");
+        findDecisions(table_.header());
+        std::size_t count = 0;
+        for (; table_.next(row_); ++count) {
+            if (!row_.fault.empty()) throw refusal(row_.fault);
+            if (count > 0 || !isHeading()) takeRow();
+        }
+        if (!hasPairs_) throw std::runtime_error(shownName(file.name) + " contains no pairs");
     }
-    if (texts_.empty()) throw std::runtime_error(file_ + " contains no pairs");
-}
 
-void KnownPairs::read(TableReader& table, EntryList const& list) {
-    Entries const entries = byName(list, naming_.hasEntryIds);
-    bool const isByIds[] = {naming_.hasTextIds, naming_.hasEntryIds};
-    bool isFirst = true;
-    for (Row row; table.next(row); isFirst = false) {
-        auto const refusal = [&](std::string const& reason) {
-            return std::runtime_error(table.place(row) + reason);
-        };
-        if (!row.fault.empty()) throw refusal(row.fault);
-        bool namesNothing = isFirst;
+private:
+    std::runtime_error refusal(std::string const& reason) const {
+        return std::runtime_error(table_.place(row_) + reason);
+    }
+
+    void findDecisions(std::vector<std::string> const& names) {
+        auto const found = std::find(names.begin(), names.end(), "decision");
+        if (found == names.end()) return;
+        column_ = static_cast<std::size_t>(found - names.begin());
+        table_.column(std::to_string(*column_ + 1));  // each row has to reach so far
+    }
+
+    // Of the first row.
+    bool isHeading() {
+        bool namesNothing = true;
         for (std::size_t i = 0; i < 2; ++i) {
-            std::string const& cell = row.fields[i];
-            namesNothing &= isByIds[i] ? namesIds(cell) : !isLineNumber(cell);
-            if (isFirst && !isByIds[i] && namesIds(cell))
+            std::string const& cell = row_.fields[i];
+            namesNothing &= isById_[i] ? namesIds(cell) : !isLineNumber(cell);
+            if (!isById_[i] && namesIds(cell))
                 throw refusal('\'' + cell + "' names ids, but line numbers are read");
         }
-        if (namesNothing) continue;
+        if (namesNothing) findDecisions(row_.fields);
+        return namesNothing;
+    }
+
+    void takeRow() {
         for (std::size_t i = 0; i < 2; ++i) {
-            if (!isByIds[i] && !isLineNumber(row.fields[i]))
-                throw refusal('\'' + row.fields[i] + "' is not a line number");
+            if (!isById_[i] && !isLineNumber(row_.fields[i]))
+                throw refusal('\'' + row_.fields[i] + "' is not a line number");
         }
-        std::string const name = nameIn(row.fields[1], naming_.hasEntryIds);
-        auto const found = entries.find(name);
-        if (found == entries.end())
-            throw refusal("there is no entry " + named(naming_.hasEntryIds, name));
+        std::string const name = nameIn(row_.fields[1], isById_[1]);
+        auto const found = entries_.find(name);
+        if (found == entries_.end()) throw refusal("there is no entry " + named(isById_[1], name));
         if (found->second.size() > 1) {
-            complain("note: " + table.place(row) + std::to_string(found->second.size()) +
+            complain("note: " + table_.place(row_) + std::to_string(found->second.size()) +
                      " entries have the id '" + name + '\'');
         }
-        Text& text =
-            texts_.try_emplace(nameIn(row.fields[0], naming_.hasTextIds), Text{row.line, {}})
-                .first->second;
-        text.entries.insert(text.entries.end(), found->second.begin(), found->second.end());
+        std::string const decision = column_ ? row_.fields[*column_] : "accepted";
+        if (decision.empty()) return;
+        if (decision != "accepted" && decision != "rejected")
+            throw refusal('\'' + decision + "' is neither accepted nor rejected");
+        hasPairs_ = true;
+        Text& text = pairs_.texts_
+                         .try_emplace(nameIn(row_.fields[0], isById_[0]),
+                                      Text{pairs_.texts_.size(), table_.place(row_), {}})
+                         .first->second;
+        for (unsigned long const entry : found->second)
+            text.decisions[entry] = decision == "accepted";
+    }
+
+    KnownPairs& pairs_;
+    Entries const& entries_;
+    bool const isById_[2];
+    TableReader table_;
+    Row row_;
+    std::optional<std::size_t> column_;  // of decisions
+    bool hasPairs_ = false;
+};
+
+KnownPairs::KnownPairs(std::vector<TextFile> const& files, Naming naming, EntryList const& list)
+    : naming_(naming) {
+    Entries const entries = byName(list, naming.hasEntryIds);
+    for (TextFile const& file : files)
+        Reading(*this, file, entries);
+    for (auto const& [name, text] : texts_) {
+        auto const accepted = std::count_if(text.decisions.begin(), text.decisions.end(),
+                                            [](auto const& decision) { return decision.second; });
+        size_ += static_cast<std::size_t>(accepted);
+        if (accepted > 0) ++textsInPairs_;
     }
 }
 
 std::string KnownPairs::nameOf(TextRow const& row) const {
-    if (!naming_.hasTextIds) return std::to_string(row.number);
-    return row.kept.empty() ? std::string() : row.kept[0];
+    return naming_.hasTextIds ? row.id : std::to_string(row.number);
 }
 
-bool KnownPairs::contains(std::string const& text, unsigned long entry) const {
+bool KnownPairs::isDecided(std::string const& text, unsigned long entry, bool isAccepted) const {
     auto const found = texts_.find(text);
-    return found != texts_.end() &&
-           std::binary_search(found->second.entries.begin(), found->second.entries.end(), entry);
+    if (found == texts_.end()) return false;
+    auto const decision = found->second.decisions.find(entry);
+    return decision != found->second.decisions.end() && decision->second == isAccepted;
+}
+
+bool KnownPairs::isAccepted(std::string const& text, unsigned long entry) const {
+    return isDecided(text, entry, true);
+}
+
+bool KnownPairs::isRejected(std::string const& text, unsigned long entry) const {
+    return isDecided(text, entry, false);
+}
+
+std::function<bool(unsigned long)> KnownPairs::rejectedOf(TextRow const& row) const {
+    if (texts_.find(nameOf(row)) == texts_.end()) return {};
+    return [this, name = nameOf(row)](unsigned long entry) { return isRejected(name, entry); };
 }
 
 void KnownPairs::see(TextRow const& row) {
@@ -119,16 +173,15 @@ void KnownPairs::see(TextRow const& row) {
 }
 
 void KnownPairs::requireAllSeen() const {
-    Text const* missing = nullptr;
-    std::string name;
-    for (auto const& [key, text] : texts_) {
-        if (text.seen > 0 || (missing != nullptr && missing->line < text.line)) continue;
+    std::pair<std::string const, Text> const* missing = nullptr;
+    for (auto const& text : texts_) {
+        if (text.second.seen > 0 || (missing != nullptr && missing->second.row < text.second.row))
+            continue;
         missing = &text;
-        name = key;
     }
     if (missing == nullptr) return;
-    throw std::runtime_error(placeOf(file_, missing->line) + "there is no text " +
-                             named(naming_.hasTextIds, name));
+    throw std::runtime_error(missing->second.place + "there is no text " +
+                             named(naming_.hasTextIds, missing->first));
 }
 
 }  // namespace near_text

@@ -12,7 +12,8 @@ struct Match {
     // The highest percentage, for short and long entries alike, at which the add-in still finds it.
     int percent;
     unsigned long distance;
-    unsigned long limit;  // at the percentage that was asked for
+    unsigned long limit;      // at the percentage that was asked for
+    bool isAccepted = false;  // by somebody
 };
 
 // Nearest first; those equally near in the order of the list.

@@ -20,25 +20,27 @@ Matcher::Matcher(host_client::Component& component, EntryList const& searchedLis
       wanted_(wantedMatches),
       excluded_(excludedWords) {}
 
-std::vector<Match> Matcher::matches(std::u16string_view text) {
-    std::vector<Match> matches = measured(text, found(text));
+std::vector<Match> Matcher::matches(std::u16string_view text, IsRejected const& isRejected) {
+    std::vector<Match> matches = measured(text, found(text, isRejected));
     if (!wanted_.isAll()) keepWanted(matches, wanted_);
     return matches;
 }
 
-Indices Matcher::found(std::u16string_view text) {
+Indices Matcher::found(std::u16string_view text, IsRejected const& isRejected) {
     Percentages const asked = terms_.percentages;
     for (int const high : {85, 75}) {
         Percentages const raised = {std::max(asked.forShort, high), std::max(asked.forLong, high)};
         bool const isRaised = raised.forShort > asked.forShort || raised.forLong > asked.forLong;
         if (wanted_.isAll() || !isRaised) continue;
         Indices indices = search.find(text, raised);
+        if (isRejected) std::erase_if(indices, isRejected);
         std::size_t const before = leftOut_;
         leaveOut(text, indices);
         if (indices.size() >= (wanted_.isBestAlone ? 1 : wanted_.most)) return indices;
         leftOut_ = before;  // they will be found again
     }
     Indices indices = search.find(text, asked);
+    if (isRejected) std::erase_if(indices, isRejected);
     leaveOut(text, indices);
     return indices;
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <string_view>
 #include <vector>
 
@@ -21,8 +22,9 @@ public:
             Wanted wantedMatches, Shortlist* shortlist = nullptr);
 
     // All matches in the order of the list; where only some are wanted, these, nearest first. Those
-    // that the terms leave out are none. Throws Refused.
-    std::vector<Match> matches(std::u16string_view text);
+    // that the terms leave out, or that `isRejected`, are none. Throws Refused.
+    using IsRejected = std::function<bool(unsigned long index)>;
+    std::vector<Match> matches(std::u16string_view text, IsRejected const& isRejected = {});
 
     // How near the entries at `indices` are, in their order; each is a match of `text`. Throws
     // std::runtime_error where the plain computation says that one is none.
@@ -48,7 +50,7 @@ private:
     reference::SearchExplanation explanation(std::u16string_view text) const;
     reference::Measure measure(reference::SearchExplanation const& against,
                                unsigned long index) const;
-    Indices found(std::u16string_view text);
+    Indices found(std::u16string_view text, IsRejected const& isRejected);
 
     EntryList const& list_;
     SearchTerms const& terms_;

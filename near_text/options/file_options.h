@@ -46,7 +46,8 @@ public:
 
     // With what `addIds` takes.
     KnownPairs::Naming pairNaming() const;
-    void validateIds(bool hasPairs) const;
+    // `users` are the options that make use of ids; `hasPairs` says whether one is given.
+    void validateIds(bool hasPairs, std::string const& users) const;
 
     Source texts() const { return source(texts_); }
     Source entries() const { return source(entries_); }

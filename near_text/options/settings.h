@@ -57,6 +57,8 @@ struct MatchSettings {
     bool printsMatched;    // texts with a match
     bool printsUnmatched;  // those without
     bool isMutual;         // the best alone that are so in both directions
+    std::vector<TextFile> decisions;
+    KnownPairs::Naming pairNaming;
 };
 
 struct DuplicatesSettings {

@@ -48,7 +48,9 @@ ReadSettings define(CLI::App& command) {
         .add_option(
             "--pairs", given->pairs,
             "Known pairs: a table, with tabs, semicolons or commas, whose first two columns "
-            "are the line of the text and the line of the entry, or their ids")
+            "are the line of the text and the line of the entry, or their ids. In a column with "
+            "the "
+            "heading decision, rejected says that they are none")
         ->type_name("FILE")
         ->group(kFilesGroup);
     given->files.addIds(command);
@@ -61,7 +63,7 @@ ReadSettings define(CLI::App& command) {
         SearchSettings search = given->terms.settings(given->files);
         std::vector<int> const percents = percentsOf(given->percents);
         search.percentages = {percents[0], percents[0]};
-        given->files.validateIds(!given->pairs.empty());
+        given->files.validateIds(!given->pairs.empty(), "--pairs");
         std::optional<TextFile> pairs;
         if (!given->pairs.empty()) pairs = given->files.other(given->pairs);
         return SweepSettings{addIn,

@@ -9,15 +9,15 @@
 namespace near_text {
 
 MutualMatches::MutualMatches(std::function<bool(TextRow& row)> const& readRow,
-                             Preparer const& preparer, Matchers& matchers,
-                             EntryList const& entries) {
+                             Preparer const& preparer, Matchers& matchers, EntryList const& entries,
+                             KnownPairs const& decisions) {
     for (TextRow row; readRow(row);) {
         std::size_t const line = row.number;
         texts_.push_back({std::exchange(row, {}), line, {}, {}});
     }
-    findBest(matchers, preparer);
+    findBest(matchers, preparer, decisions);
     Indices const found = foundEntries();
-    if (!found.empty()) keepMutual(matchers, preparer, entries, found);
+    if (!found.empty()) keepMutual(matchers, preparer, entries, decisions, found);
 }
 
 bool MutualMatches::next(TextRow& row) {
@@ -34,12 +34,13 @@ std::vector<Match> const& MutualMatches::of(TextRow const& row) const {
     return text.matches;
 }
 
-void MutualMatches::findBest(Matchers& matchers, Preparer const& preparer) {
+void MutualMatches::findBest(Matchers& matchers, Preparer const& preparer,
+                             KnownPairs const& decisions) {
     inParallel(matchers.size(), texts_.size(), [&](std::size_t worker, std::size_t number) {
         Text& text = texts_[number];
         try {
             RowUnits const prepared(text.row, preparer, matchers.settings());
-            text.matches = matchers[worker].matches(prepared.units);
+            text.matches = matchers[worker].matches(prepared.units, decisions.rejectedOf(text.row));
         } catch (NotText const& error) {
             text.failure = error.what();
         } catch (Refused const& error) {
@@ -72,7 +73,8 @@ EntryList MutualMatches::list(Preparer const& preparer, RunSettings const& setti
 }
 
 void MutualMatches::keepMutual(Matchers const& matchers, Preparer const& preparer,
-                               EntryList const& entries, Indices const& found) {
+                               EntryList const& entries, KnownPairs const& decisions,
+                               Indices const& found) {
     EntryList const texts = list(preparer, matchers.settings());
     Matchers back = matchers.in(texts);
     std::vector<Indices> bestOf(found.size());  // numbers of texts, ascending
@@ -80,7 +82,11 @@ void MutualMatches::keepMutual(Matchers const& matchers, Preparer const& prepare
         try {
             std::u16string entry(entries.units(found[number]));
             if (matchers.settings().isTruncating) truncate(entry);
-            for (Match const& match : back[worker].matches(entry))
+            auto const isRejected = [&](unsigned long index) {
+                TextRow const& row = texts_[texts.entries[index].place - 1].row;
+                return decisions.isRejected(decisions.nameOf(row), found[number]);
+            };
+            for (Match const& match : back[worker].matches(entry, isRejected))
                 bestOf[number].push_back(texts.entries[match.index].place - 1);
         } catch (Refused const&) {
             return;

@@ -13,6 +13,7 @@
 #include <string>
 #include <vector>
 
+#include "near_text/matching/known_pairs.h"
 #include "near_text/run/matchers.h"
 
 namespace near_text {
@@ -20,9 +21,10 @@ namespace near_text {
 class MutualMatches {
 public:
     // Of the rows that `readRow` gives, all of which it keeps. The matchers find the best of each
-    // text among `entries`. Throws as `readRow`, as Matchers, and Interrupted.
+    // text among `entries`. Pairs that are rejected are none in either direction. Throws as
+    // `readRow`, as Matchers, and Interrupted.
     MutualMatches(std::function<bool(TextRow& row)> const& readRow, Preparer const& preparer,
-                  Matchers& matchers, EntryList const& entries);
+                  Matchers& matchers, EntryList const& entries, KnownPairs const& decisions);
 
     // The rows once more, in their order. False at the end.
     bool next(TextRow& row);
@@ -38,9 +40,9 @@ private:
         std::string failure;
     };
 
-    void findBest(Matchers& matchers, Preparer const& preparer);
+    void findBest(Matchers& matchers, Preparer const& preparer, KnownPairs const& decisions);
     void keepMutual(Matchers const& matchers, Preparer const& preparer, EntryList const& entries,
-                    Indices const& found);
+                    KnownPairs const& decisions, Indices const& found);
     Indices foundEntries() const;
     EntryList list(Preparer const& preparer, RunSettings const& settings) const;
 
