@@ -20,8 +20,14 @@ Status execute(MatchSettings const& settings) {
     RowReader reader(settings.texts, kLongestText);
     Output output(settings.output.encoding);
     Format const& format = *settings.output.format;
-    RowLayout const layout(settings.isNumbered, settings.output.delimiter, reader.keptNames(),
-                           entryColumns, RowLayout::matchColumns(!settings.decisions.empty()));
+    RowLayout layout(settings.isNumbered, settings.output.delimiter, reader.keptNames(),
+                     entryColumns, RowLayout::matchColumns(!settings.decisions.empty()));
+    layout.about = {"match",
+                    settings.output.commandLine,
+                    shownName(settings.texts.file.name),
+                    shownName(settings.entries.file.name),
+                    settings.pairNaming.hasTextIds,
+                    settings.pairNaming.hasEntryIds};
     if (settings.hasHeading) output.write(format.heading(layout));
     MatchWriter writer(output, settings.texts.file, settings.run.isStrict);
     std::optional<MutualMatches> mutual;
@@ -42,6 +48,7 @@ Status execute(MatchSettings const& settings) {
             mutual ? mutual->of(row) : matcher.matches(units, decisions.rejectedOf(row));
         for (Match& match : matches)
             match.isAccepted = decisions.isAccepted(decisions.nameOf(row), match.index);
+        if (format.isPage) matcher.markDifferences(matches, row.text, units, preparer);
         bool const isWritten = matches.empty() ? settings.printsUnmatched : settings.printsMatched;
         return {
             isWritten ? format.matches(layout, row, entries, matches) : "", {}, !matches.empty()};
@@ -52,6 +59,7 @@ Status execute(MatchSettings const& settings) {
             return format.failure(layout, row, error);
         },
         writer);
+    if (writer.isWhole()) output.write(format.ending());
     output.flush();
     // The ids of a part need not be all.
     if (isWhole && !settings.pairNaming.hasTextIds) decisions.requireAllSeen();

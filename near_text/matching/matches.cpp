@@ -68,6 +68,20 @@ std::vector<Match> Matcher::measured(std::u16string_view text, Indices const& in
     return matches;
 }
 
+void Matcher::markDifferences(std::vector<Match>& matches, std::string const& text,
+                              std::u16string_view units, Preparer const& preparer) const {
+    if (matches.empty()) return;
+    PrintedText printed(text, preparer);
+    printed.units.resize(units.size());  // a text that is too long may have been cut
+    auto const against = explanation(printed.units);
+    for (Match& match : matches) {
+        PrintedText const entry(list_.entries[match.index].text, preparer);
+        match.difference = differenceOf(printed, entry,
+                                        against.explain(reference::readEntry(
+                                            entry.units, list_.isBehindSeparator(match.index))));
+    }
+}
+
 int Matcher::nearnessOf(std::u16string_view text, unsigned long index) const {
     return reference::nearness(measure(explanation(text), index));
 }

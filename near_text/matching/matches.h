@@ -30,6 +30,11 @@ public:
     // std::runtime_error where the plain computation says that one is none.
     std::vector<Match> measured(std::u16string_view text, Indices const& indices) const;
 
+    // Fills in how the matches of a text differ from it. `text` is as it is printed, `units` as
+    // they are compared.
+    void markDifferences(std::vector<Match>& matches, std::string const& text,
+                         std::u16string_view units, Preparer const& preparer) const;
+
     // As Match::percent, of the entry at `index`, match or not. The text holds a word.
     int nearnessOf(std::u16string_view text, unsigned long index) const;
 

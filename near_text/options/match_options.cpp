@@ -66,7 +66,10 @@ void validate(Given const& given, Format const& format) {
     if (given.isUnheaded && !format.hasHeading) {
         refuse("--no-heading", "has no effect in the format " + given.output.format());
     }
-    given.files.validateIds(!given.decisions.empty(), "--decisions");
+    given.files.validateIds(!given.decisions.empty() || format.isPage,
+                            "--decisions or --format html");
+    if (given.isUnnumbered && format.isPage)
+        refuse("--no-numbers", "has no effect on a page, whose decisions name lines");
     if (given.isMutual && !given.wanted.isAll()) {
         refuse("--mutual", "keeps the best of both sides, so --best and --top have no effect");
     }

@@ -19,8 +19,9 @@ namespace near_text {
 
 struct OutputSettings {
     Format const* format;
-    char delimiter;        // of csv
-    std::string encoding;  // empty for UTF-8
+    char delimiter;           // of csv
+    std::string encoding;     // empty for UTF-8
+    std::string commandLine;  // what was given, as a shell reads it
 };
 
 struct CompareSettings {

@@ -55,7 +55,7 @@ ReadSettings define(CLI::App& command) {
         ->group(kFilesGroup);
     given->files.addIds(command);
     given->terms.addTo(command, false);
-    given->output.addTo(command);
+    given->output.addTo(command, false);
     given->run.addTo(command);
     given->run.addTruncate(command);
     return [given](AddInSettings const& addIn) -> Settings {

@@ -5,6 +5,7 @@
 #include <set>
 #include <string>
 
+#include "near_text/output/about.h"
 #include "near_text/output/columns.h"
 
 namespace near_text {
@@ -27,6 +28,7 @@ struct RowLayout {
     char delimiter;
     bool hasDecisions;
     Cells textColumns, entryColumns;
+    About about;
 };
 
 }  // namespace near_text

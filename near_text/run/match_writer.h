@@ -26,6 +26,9 @@ public:
 
     // Tells how many lines failed or were cut, and whether the run was interrupted; on a terminal,
     // what was done, and how many matches the terms left out.
+    // Whether all results came: neither a signal nor a failed line ended the run.
+    bool isWhole() const;
+
     Status close(std::size_t leftOut = 0);
 
 private:
