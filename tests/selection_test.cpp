@@ -115,6 +115,30 @@ TEST(Decisions, LeaveOutAndMarkWhatTheyName) {
     }
 }
 
+// A page tells by its end that nothing is missing.
+TEST(Page, IsCompleteWhereItsRunIs) {
+    std::string const match = "match -f html -p 50 -e " NEAR_TEXT_SAMPLES "/catalogue.txt -t ";
+    std::string const texts = fileOf("texts", "claw hammer\n\xFF\nsaw\n");
+    std::string const interrupted =
+        "help >/dev/null; (echo claw hammer; sleep 2) | timeout -s INT "
+        "--preserve-status 0.5 " NEAR_TEXT_PROGRAM " ";
+    std::tuple<std::string, int, int, bool> const cases[] = {
+        {match + texts, 2, 3, true},
+        {match + texts + " --strict", 2, 1, false},
+        {interrupted + match + "-", 130, 1, false}};
+    for (auto const& [arguments, status, rows, isComplete] : cases) {
+        Ending const ending = endingOf(arguments);
+        EXPECT_EQ(ending.status, status) << arguments << ending.errors;
+        std::istringstream lines(ending.output.substr(ending.output.find("\n{\"command\"")));
+        int count = 0;
+        for (std::string line; std::getline(lines, line);)
+            count += line.starts_with('[') ? 1 : 0;
+        EXPECT_EQ(count, rows) << arguments;
+        EXPECT_EQ(ending.output.ends_with("{\"complete\":true}\n</script>\n</body>\n</html>\n"),
+                  isComplete);
+    }
+}
+
 // With enough texts for an index to be asked.
 TEST(Mutual, IsWhatTheBestOfBothDirectionsShare) {
     RandomText random(7);
