@@ -203,6 +203,8 @@ class PageTest(unittest.TestCase):
         self.press(Keys.HOME)
         edits = self.texts_of(".text :is(del, mark)") + self.texts_of(".group .match:first-of-type ins, #m0 ins")
         self.assertEqual(len("".join(edits).replace(" ", "")), json_row["matches"][0]["distance"])
+        self.open(near_text("search", "\U0001F600a claw", "-e", write("m", "claw \U0001F600b\n"), "-p", "50", "-f", "html"))
+        self.assertEqual(self.texts_of(".group mark"), ["a", "b"])
         self.open(near_text("duplicates", "catalogue.txt", "-p", "85", "-P", "-f", "html"))
         rows = near_text("duplicates", "catalogue.txt", "-p", "85", "-P", "-f", "csv").count("\n") - 1
         self.assertEqual(self.find("#left").text, f"{rows} matches left to decide")
