@@ -55,13 +55,6 @@ bool takeOne(Counts& counts, Word word) {
     return isThere;
 }
 
-std::u16string joined(Words const& words) {
-    std::u16string text;
-    for (Word const word : words)
-        text += word;
-    return text;
-}
-
 // A whole text as a comparison of two reads it: up to the first NUL, every run of whitespace as if
 // it were one unit long. What stands behind a NUL still counts in the length.
 PlainSection readText(std::u16string_view text) {
@@ -135,12 +128,12 @@ void judge(Measure& sides, std::u16string_view firstLeft, std::u16string_view se
 }
 
 // Fills in what follows from the words that count and from the length.
-void explainWords(SideBySide& sides, Words const& first, Words const& second) {
-    for (Word const word : withPartner(first, second))
-        sides.cancelled.emplace_back(word);
-    sides.firstLeft = joined(withoutPartner(first, second));
-    sides.secondLeft = joined(withoutPartner(second, first));
-    judge(sides, sides.firstLeft, sides.secondLeft);
+void explainWords(SideBySide& sides, Words first, Words second) {
+    sides.cancelled = withPartner(first, second);
+    Words firstLeft = withoutPartner(first, second), secondLeft = withoutPartner(second, first);
+    judge(sides, joined(firstLeft), joined(secondLeft));
+    sides.first = {std::move(first), std::move(firstLeft)};
+    sides.second = {std::move(second), std::move(secondLeft)};
 }
 
 // Moves the excluded words out of `words`.
@@ -154,6 +147,13 @@ void exclude(Words& words, ExcludedWords const& exclusions, DistinctWords& exclu
 }
 
 }  // namespace
+
+std::u16string joined(Words const& words) {
+    std::u16string text;
+    for (Word const word : words)
+        text += word;
+    return text;
+}
 
 unsigned long distanceBetween(std::u16string_view first, std::u16string_view second) {
     std::vector<unsigned long> row(second.size() + 1);
@@ -237,10 +237,9 @@ Measure SearchExplanation::measure(PlainSection const& entry) const {
 }
 
 SideBySide SearchExplanation::explain(PlainSection const& entry) const {
-    CountedWords const words = countedWords(entry);
-    SideBySide sides{unjudged(entry), {}, {}, {}, {}};
-    sides.excluded.assign(words.excluded.begin(), words.excluded.end());
-    explainWords(sides, words.ofText, words.ofEntry);
+    CountedWords words = countedWords(entry);
+    SideBySide sides{unjudged(entry), {}, std::move(words.excluded), {}, {}};
+    explainWords(sides, std::move(words.ofText), std::move(words.ofEntry));
     return sides;
 }
 

@@ -25,11 +25,22 @@ struct Measure {
     bool isAlike;
 };
 
+// Words of a text that the caller keeps.
+using Words = std::vector<std::u16string_view>;
+
+// Run together.
+std::u16string joined(Words const& words);
+
+struct Side {
+    Words words;  // that count
+    Words left;   // those of them that did not cancel
+};
+
+// Refers to both texts.
 struct SideBySide : Measure {
-    std::vector<std::u16string> cancelled;  // words of both sides, in the first side's order
-    std::vector<std::u16string> excluded;   // words that counted on neither side, each once
-    std::u16string firstLeft;               // what was left of each side, run together
-    std::u16string secondLeft;
+    Words cancelled;  // words of both sides, in the first side's order
+    Words excluded;   // words that counted on neither side, each once
+    Side first, second;
 };
 
 // Of two texts. A word cancels as often as both texts hold it.
@@ -42,8 +53,6 @@ int nearness(Measure const& sides);
 // Insertions, deletions and replacements of a unit, as few as make one text the other.
 unsigned long distanceBetween(std::u16string_view first, std::u16string_view second);
 
-// Words of a text that the caller keeps.
-using Words = std::vector<std::u16string_view>;
 using ExcludedWords = std::set<std::u16string_view>;
 
 // The words of an exclusion list. They refer to it.

@@ -62,6 +62,84 @@ std::string randomLines(RandomText& random, std::size_t count) {
     return lines;
 }
 
+Pairs someOf(Pairs pairs, RandomText& random) {
+    std::erase_if(pairs, [&](auto const&) { return random.oneIn(3); });
+    return pairs;
+}
+
+std::string decisionsOn(Pairs const& rejected, std::string const& name) {
+    std::string rows = "text_line,entry_line,percent,decision\n";
+    for (auto const& [text, entry] : rejected)
+        rows += text + ',' + entry + ",9,rejected\n";
+    return fileOf(name, rows);
+}
+
+TEST(Decisions, LeaveOutAndMarkWhatTheyName) {
+    std::string const lists = "-p 50 -t " + fileOf("t.csv", "id,n\n7,red ball\n8,blue cup\n") +
+                              " --text-column n -e " + fileOf("e", "red ball\nred bowl\ncup\n");
+    auto const with = [&](std::string const& rows, std::string const& more = {}) {
+        return endingOf("match -f csv --no-heading --no-numbers " + lists + more + " --decisions " +
+                        fileOf("d.csv", rows));
+    };
+    std::string const ball = ",red ball,100,0,4,0,1,red ball,",
+                      bowl = ",red ball,83,2,5,1,2,red bowl,", cup = ",blue cup,56,4,4,2,3,cup,";
+    struct Case {
+        std::string rows, more, output;
+    } const cases[] = {
+        {"2,1\n", "", ball + ",accepted\n" + bowl + ",\n" + cup + ",\n"},
+        {"a,b,%,decision\n2,1,100,rejected\n2,2,77,accepted\n", "",
+         bowl + ",accepted\n" + cup + ",\n"},
+        {"a,b,decision\n2,1,rejected\n", " --best", bowl + ",\n" + cup + ",\n"},
+        // The last word counts, and no word is none.
+        {"a,b,decision\n2,1,rejected\n3,3,\n2,1,accepted\n", " --top 1",
+         ball + ",accepted\n" + cup + ",\n"},
+        {"text_id,b,decision\n7,1,rejected\n9,1,rejected\n", " --text-id id",
+         bowl + ",\n" + cup + ",\n"},
+    };
+    for (auto const& [rows, more, output] : cases) {
+        Ending const ending = with(rows, more);
+        EXPECT_EQ(ending.output, output) << rows << ending.errors;
+        EXPECT_EQ(ending.status, 0) << ending.errors;
+    }
+    std::pair<std::string, std::string> const faults[] = {
+        {"a,b,decision\n2,1,yes\n", "d.csv:2: 'yes' is neither accepted nor rejected"},
+        {"a,b,decision\n2,1\n", "d.csv:2: "},
+        {"a,b,decision\n2,9,rejected\n", "d.csv:2: there is no entry in line 9"},
+        {"a,b,decision\n9,1,rejected\n", "d.csv:2: there is no text in line 9"},
+        {"text_id,b,decision\n7,1,rejected\n",
+         "d.csv:1: 'text_id' names ids, but line numbers are read"},
+        {"a,b,decision\n", "d.csv contains no pairs"}};
+    for (auto const& [rows, error] : faults) {
+        Ending const ending = with(rows);
+        EXPECT_NE(ending.errors.find(error), std::string::npos) << error << ending.errors;
+        EXPECT_EQ(ending.status, 2);
+    }
+}
+
+// A page tells by its end that nothing is missing.
+TEST(Page, IsCompleteWhereItsRunIs) {
+    std::string const match = "match -f html -p 50 -e " NEAR_TEXT_SAMPLES "/catalogue.txt -t ";
+    std::string const texts = fileOf("texts", "claw hammer\n\xFF\nsaw\n");
+    std::string const interrupted =
+        "help >/dev/null; (echo claw hammer; sleep 2) | timeout -s INT "
+        "--preserve-status 0.5 " NEAR_TEXT_PROGRAM " ";
+    std::tuple<std::string, int, int, bool> const cases[] = {
+        {match + texts, 2, 3, true},
+        {match + texts + " --strict", 2, 1, false},
+        {interrupted + match + "-", 130, 1, false}};
+    for (auto const& [arguments, status, rows, isComplete] : cases) {
+        Ending const ending = endingOf(arguments);
+        EXPECT_EQ(ending.status, status) << arguments << ending.errors;
+        std::istringstream lines(ending.output.substr(ending.output.find("\n{\"command\"")));
+        int count = 0;
+        for (std::string line; std::getline(lines, line);)
+            count += line.starts_with('[') ? 1 : 0;
+        EXPECT_EQ(count, rows) << arguments;
+        EXPECT_EQ(ending.output.ends_with("{\"complete\":true}\n</script>\n</body>\n</html>\n"),
+                  isComplete);
+    }
+}
+
 // With enough texts for an index to be asked.
 TEST(Mutual, IsWhatTheBestOfBothDirectionsShare) {
     RandomText random(7);
@@ -77,15 +155,27 @@ TEST(Mutual, IsWhatTheBestOfBothDirectionsShare) {
                                   " --short-percent " + std::to_string(random.below(101)) +
                                   " --long-percent " + std::to_string(40 + random.below(40)) +
                                   (random.oneIn(2) ? " -x 'a b'" : " --same-numbers");
-        Pairs const there = pairsOf("--best -t " + one + " -e " + other + terms);
-        Pairs const back = turned(pairsOf("--best -t " + other + " -e " + one + terms));
-        Pairs both;
-        std::set_intersection(there.begin(), there.end(), back.begin(), back.end(),
-                              std::inserter(both, both.end()));
-        for (std::string const how : {" -j 1", " -j 3", " -j 2 --no-index"})
-            EXPECT_EQ(pairsOf("--mutual -t " + one + " -e " + other + terms + how), both) << terms;
-        count += both.size();
-        left += there.size() - both.size();
+        std::string decisions, turnedDecisions;
+        for (bool const hasDecisions : {false, true}) {
+            Pairs const there = pairsOf("--best -t " + one + " -e " + other + terms + decisions);
+            Pairs const back =
+                turned(pairsOf("--best -t " + other + " -e " + one + terms + turnedDecisions));
+            Pairs both;
+            std::set_intersection(there.begin(), there.end(), back.begin(), back.end(),
+                                  std::inserter(both, both.end()));
+            for (std::string const how : {" -j 1", " -j 3", " -j 2 --no-index"}) {
+                EXPECT_EQ(pairsOf("--mutual -t " + one + " -e " + other + terms + decisions + how),
+                          both)
+                    << terms << decisions;
+            }
+            if (!hasDecisions) count += both.size();
+            left += there.size() - both.size();
+            // Then without some of them.
+            Pairs const rejected = someOf(both, random);
+            decisions = " --decisions " + decisionsOn(rejected, "there");
+            turnedDecisions = " --decisions " + decisionsOn(turned(rejected), "back");
+            if (rejected.empty()) break;
+        }
     }
     EXPECT_GT(count, static_cast<std::size_t>(roundsOf(200)));
     EXPECT_GT(left, static_cast<std::size_t>(roundsOf(200)));

@@ -66,10 +66,12 @@ Status execute(DuplicatesSettings const& settings) {
     Output output(settings.output.encoding);
     Format const& format = *settings.output.format;
     char const delimiter = settings.output.delimiter;
-    RowLayout const layout =
+    RowLayout layout =
         settings.isGrouped
             ? RowLayout(true, delimiter, file.keptNames, {}, {"group", "line", "text"})
             : RowLayout(true, delimiter, file.keptNames, file.keptNames);
+    layout.about = {
+        "duplicates", settings.output.commandLine, shownName(settings.texts.file.name), {}};
     if (!settings.isGrouped) output.write(format.heading(layout));
     MatchWriter writer(output, settings.texts.file, settings.run.isStrict);
     ListRows rows(list);
@@ -78,8 +80,11 @@ Status execute(DuplicatesSettings const& settings) {
                           std::u16string const&) -> LineResult {
         unsigned long const index = rows.indexOf(row);
         if (groups) return {{}, {}, groups->join(matcher, terms.percentages, index)};
-        std::vector<Match> const matches = pairs(matcher, list, terms.percentages, index);
+        std::vector<Match> matches = pairs(matcher, list, terms.percentages, index);
         if (matches.empty()) return {};
+        if (format.isPage) {
+            matcher.markDifferences(matches, row.text, list.units(index), preparer);
+        }
         return {format.matches(layout, row, list, matches), {}, true};
     };
     auto const failureText = [&](TextRow const& row, std::string const& error) {
@@ -95,6 +100,7 @@ Status execute(DuplicatesSettings const& settings) {
         output.write(format.table(
             delimiter, groupTable(*groups, list, layout.textColumns, output, complainOf)));
     }
+    if (!groups && writer.isWhole()) output.write(format.ending());
     output.flush();
     return status;
 }

@@ -13,24 +13,42 @@ Status execute(MatchSettings const& settings) {
     Preparer const preparer = readPreparer(settings.search);
     SearchTerms const terms = readTerms(settings.search);
     auto const [list, entryColumns] = readEntries(settings.entries, preparer);
+    KnownPairs decisions;
+    if (!settings.decisions.empty())
+        decisions = KnownPairs(settings.decisions, settings.pairNaming, list);
     Matchers matchers(settings.addIn, settings.run, list, terms, settings.wanted);
     RowReader reader(settings.texts, kLongestText);
     Output output(settings.output.encoding);
     Format const& format = *settings.output.format;
-    RowLayout const layout(settings.isNumbered, settings.output.delimiter, reader.keptNames(),
-                           entryColumns);
+    RowLayout layout(settings.isNumbered, settings.output.delimiter, reader.keptNames(),
+                     entryColumns, RowLayout::matchColumns(!settings.decisions.empty()));
+    layout.about = {"match",
+                    settings.output.commandLine,
+                    shownName(settings.texts.file.name),
+                    shownName(settings.entries.file.name),
+                    settings.pairNaming.hasTextIds,
+                    settings.pairNaming.hasEntryIds};
     if (settings.hasHeading) output.write(format.heading(layout));
     MatchWriter writer(output, settings.texts.file, settings.run.isStrict);
     std::optional<MutualMatches> mutual;
-    auto const read = [&](TextRow& row) { return reader.next(row); };
+    bool isWhole = false;
+    auto const read = [&](TextRow& row) {
+        isWhole = !reader.next(row);
+        if (!isWhole) decisions.see(row);
+        return !isWhole;
+    };
     auto const next = [&, &entries = list](TextRow& row) {
         if (!settings.isMutual) return read(row);
-        if (!mutual) mutual.emplace(read, preparer, matchers, entries);
+        if (!mutual) mutual.emplace(read, preparer, matchers, entries, decisions);
         return mutual->next(row);
     };
     auto const work = [&, &entries = list](Matcher& matcher, TextRow const& row,
                                            std::u16string const& units) -> LineResult {
-        std::vector<Match> const matches = mutual ? mutual->of(row) : matcher.matches(units);
+        std::vector<Match> matches =
+            mutual ? mutual->of(row) : matcher.matches(units, decisions.rejectedOf(row));
+        for (Match& match : matches)
+            match.isAccepted = decisions.isAccepted(decisions.nameOf(row), match.index);
+        if (format.isPage) matcher.markDifferences(matches, row.text, units, preparer);
         bool const isWritten = matches.empty() ? settings.printsUnmatched : settings.printsMatched;
         return {
             isWritten ? format.matches(layout, row, entries, matches) : "", {}, !matches.empty()};
@@ -41,7 +59,10 @@ Status execute(MatchSettings const& settings) {
             return format.failure(layout, row, error);
         },
         writer);
+    if (writer.isWhole()) output.write(format.ending());
     output.flush();
+    // The ids of a part need not be all.
+    if (isWhole && !settings.pairNaming.hasTextIds) decisions.requireAllSeen();
     return status;
 }
 

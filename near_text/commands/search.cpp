@@ -24,6 +24,11 @@ EntryFile readList(TextSearchSettings const& settings, Preparer const& preparer)
     return {readWholeList(std::get<WholeList>(settings.entries), preparer), {}};
 }
 
+TextFile const& fileOf(std::variant<Source, WholeList> const& entries) {
+    auto const* const source = std::get_if<Source>(&entries);
+    return source != nullptr ? source->file : std::get<WholeList>(entries).file;
+}
+
 std::string commaList(Indices const& indices) {
     std::string text;
     for (unsigned long const index : indices)
@@ -97,10 +102,14 @@ void writeMatches(Output& output, TextSearchSettings const& settings, EntryFile 
             output.write(shownMatch(match, entries.list.entries[match.index]) + '\n');
         return;
     }
-    RowLayout const layout(false, settings.output.delimiter, {}, entries.keptNames);
+    RowLayout layout(false, settings.output.delimiter, {}, entries.keptNames);
+    layout.about = {"search", settings.output.commandLine, settings.text,
+                    shownName(fileOf(settings.entries).name)};
     TextRow row;
+    row.number = 1;
     row.text = settings.text;
-    output.write(format.heading(layout) + format.matches(layout, row, entries.list, matches));
+    output.write(format.heading(layout) + format.matches(layout, row, entries.list, matches) +
+                 format.ending());
 }
 
 void writeExplained(Output& output, TextSearchSettings const& settings, EntryList const& list,
@@ -137,8 +146,10 @@ Status execute(TextSearchSettings const& settings) {
         return foundIf(!indices.empty());
     }
     Output output(settings.output.encoding);
-    std::vector<Match> const matches = matcher.matches(text);
+    std::vector<Match> matches = matcher.matches(text);
     noteLeftOut(matcher.leftOut());
+    if (settings.output.format->isPage)
+        matcher.markDifferences(matches, settings.text, text, preparer);
     Indices const asked = askedIndices(settings, entries.list);
     if (!asked.empty() && !reference::holdsWord(text)) {
         throw std::runtime_error("TEXT contains no word, so there is nothing to explain");

@@ -23,7 +23,13 @@ Status execute(SweepSettings const& settings) {
         isWithin ? readOneList(settings.texts, preparer, settings.run.isTruncating).list
                  : readEntries(*settings.entries, preparer).list;
     KnownPairs pairs;
-    if (settings.pairs) pairs = KnownPairs(*settings.pairs, settings.pairNaming, list);
+    if (settings.pairs) {
+        pairs = KnownPairs({*settings.pairs}, settings.pairNaming, list);
+        if (pairs.size() == 0) {
+            throw std::runtime_error(shownName(settings.pairs->name) +
+                                     " contains no pair that is accepted");
+        }
+    }
     Sweep sweep(settings.steps, pairs);
     Matchers matchers(settings.addIn, settings.run, list, terms, {});
     std::optional<RowReader> reader;

@@ -15,6 +15,7 @@ RowReader::RowReader(Source const& source, std::size_t longest) {
         names_.push_back(source.layout.hasHeader ? table_->header()[keptColumns_.back()]
                                                  : std::to_string(keptColumns_.back() + 1));
     }
+    if (!source.id.empty()) idColumn_ = table_->column(source.id);
 }
 
 bool RowReader::next(TextRow& row) {
@@ -29,13 +30,17 @@ bool RowReader::next(TextRow& row) {
     row.number = fields_.line;
     row.fault = fields_.fault;
     if (fields_.fields.empty()) return true;
-    for (std::size_t const column : keptColumns_) {
-        // What can be read of a row with a fault tells which row it is.
-        bool const isReadable = column < fields_.fields.size() && isText(fields_.fields[column]);
-        row.kept.push_back(isReadable ? fields_.fields[column] : "");
-    }
+    // What can be read of a row with a fault tells which row it is.
+    for (std::size_t const column : keptColumns_)
+        row.kept.push_back(readable(column));
+    if (idColumn_) row.id = readable(*idColumn_);
     if (row.fault.empty()) row.text = text();
     return true;
+}
+
+std::string RowReader::readable(std::size_t column) const {
+    bool const isReadable = column < fields_.fields.size() && isText(fields_.fields[column]);
+    return isReadable ? fields_.fields[column] : "";
 }
 
 std::string RowReader::text() const {

@@ -19,6 +19,7 @@ struct Source {
     std::vector<std::string> columns;
     std::vector<std::string> keep;  // columns to carry over, likewise
     TableLayout layout;             // of a table
+    std::string id = {};            // the column that rows are known by; empty without one
 
     bool isTable() const { return !columns.empty(); }
 };
@@ -39,12 +40,14 @@ public:
 
 private:
     std::string text() const;
+    std::string readable(std::size_t column) const;
 
     std::unique_ptr<LineReader> lines_;  // or else
     std::unique_ptr<TableReader> table_;
     Row fields_;
     std::vector<std::size_t> textColumns_;
     std::vector<std::size_t> keptColumns_;
+    std::optional<std::size_t> idColumn_;
     std::vector<std::string> names_;
 };
 

@@ -14,6 +14,7 @@ struct TextRow : Line {
     TextRow(Line line)
         : Line(std::move(line)) {}  // NOLINT(google-explicit-constructor): a line is one
 
+    std::string id;                 // the cell of the column of ids, where there is one
     std::vector<std::string> kept;  // cells of the columns that are kept
     std::optional<double> share;    // of the file, up to and with this text, where that is known
 };

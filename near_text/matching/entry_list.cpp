@@ -71,14 +71,14 @@ EntryList readWholeList(WholeList const& whole, Preparer const& preparer) {
 }
 
 void EntryListBuilder::add(std::size_t place, std::u16string_view units, std::string text,
-                           std::vector<std::string> kept, char16_t joint) {
+                           std::vector<std::string> kept, char16_t joint, std::string id) {
     if (list_.places > 0) list_.dictionary += joint;
     list_.places = place;
     std::u16string prepared = preparer_.prepared(units);
     if (isCutting_) truncate(prepared);
     if (reference::holdsWord(prepared)) {
-        list_.entries.push_back(
-            {place, std::move(text), std::move(kept), list_.dictionary.size(), prepared.size()});
+        list_.entries.push_back({place, std::move(text), std::move(kept), list_.dictionary.size(),
+                                 prepared.size(), std::move(id)});
     }
     list_.dictionary += prepared;
 }

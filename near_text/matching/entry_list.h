@@ -19,6 +19,7 @@ struct Entry {
     std::vector<std::string> kept;  // cells of the columns that are kept
     std::size_t begin;              // of what the add-in compares, in the dictionary
     std::size_t length;
+    std::string id = {};  // the cell of the column of ids, where there is one
 };
 
 // By the add-in's index in the whole list, ascending.
@@ -54,7 +55,7 @@ public:
     // `text` is what people read and `units` the same before it is prepared. `joint` goes ahead of
     // it where it is not the first; its places ascend.
     void add(std::size_t place, std::u16string_view units, std::string text,
-             std::vector<std::string> kept = {}, char16_t joint = u'\0');
+             std::vector<std::string> kept = {}, char16_t joint = u'\0', std::string id = {});
 
     // Throws std::runtime_error, which names `source`, when no entry holds a word.
     EntryList take(std::string const& source);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <optional>
 #include <stdexcept>
 #include <unordered_map>
 
@@ -37,7 +38,7 @@ Entries byName(EntryList const& list, bool isById) {
     Entries entries;
     for (unsigned long index = 0; index < list.entries.size(); ++index) {
         Entry const& entry = list.entries[index];
-        entries[isById ? entry.kept[0] : std::to_string(entry.place)].push_back(index);
+        entries[isById ? entry.id : std::to_string(entry.place)].push_back(index);
     }
     entries.erase("");
     return entries;
@@ -50,84 +51,140 @@ std::string nameIn(std::string const& cell, bool isById) {
 
 }  // namespace
 
-KnownPairs::KnownPairs(TextFile const& file, Naming naming, EntryList const& list)
-    : naming_(naming), file_(shownName(file.name)) {
-    TableReader table(file, {.delimiter = TableLayout::kGuessed, .hasHeader = naming.hasHeader});
-    table.column("2");
-    read(table, list);
-    for (auto& [name, text] : texts_) {
-        std::sort(text.entries.begin(), text.entries.end());
-        text.entries.erase(std::unique(text.entries.begin(), text.entries.end()),
-                           text.entries.end());
-        size_ += text.entries.size();
+// One file, a row at a time.
+class KnownPairs::Reading {
+public:
+    Reading(KnownPairs& pairs, TextFile const& file, Entries const& entries)
+        : pairs_(pairs),
+          entries_(entries),
+          isById_{pairs.naming_.hasTextIds, pairs.naming_.hasEntryIds},
+          table_(file, {.delimiter = TableLayout::kGuessed, .hasHeader = pairs.naming_.hasHeader}) {
+        table_.column("2");
+        findDecisions(table_.header());
+        std::size_t count = 0;
+        for (; table_.next(row_); ++count) {
+            if (!row_.fault.empty()) throw refusal(row_.fault);
+            if (count > 0 || !isHeading()) takeRow();
+        }
+        if (!hasPairs_) throw std::runtime_error(shownName(file.name) + " contains no pairs");
     }
-    if (texts_.empty()) throw std::runtime_error(file_ + " contains no pairs");
-}
 
-void KnownPairs::read(TableReader& table, EntryList const& list) {
-    Entries const entries = byName(list, naming_.hasEntryIds);
-    bool const isByIds[] = {naming_.hasTextIds, naming_.hasEntryIds};
-    bool isFirst = true;
-    for (Row row; table.next(row); isFirst = false) {
-        auto const refusal = [&](std::string const& reason) {
-            return std::runtime_error(table.place(row) + reason);
-        };
-        if (!row.fault.empty()) throw refusal(row.fault);
-        bool namesNothing = isFirst;
+private:
+    std::runtime_error refusal(std::string const& reason) const {
+        return std::runtime_error(table_.place(row_) + reason);
+    }
+
+    void findDecisions(std::vector<std::string> const& names) {
+        auto const found = std::find(names.begin(), names.end(), "decision");
+        if (found == names.end()) return;
+        column_ = static_cast<std::size_t>(found - names.begin());
+        table_.column(std::to_string(*column_ + 1));  // each row has to reach so far
+    }
+
+    // Of the first row.
+    bool isHeading() {
+        bool namesNothing = true;
         for (std::size_t i = 0; i < 2; ++i) {
-            std::string const& cell = row.fields[i];
-            namesNothing &= isByIds[i] ? namesIds(cell) : !isLineNumber(cell);
-            if (isFirst && !isByIds[i] && namesIds(cell))
+            std::string const& cell = row_.fields[i];
+            namesNothing &= isById_[i] ? namesIds(cell) : !isLineNumber(cell);
+            if (!isById_[i] && namesIds(cell))
                 throw refusal('\'' + cell + "' names ids, but line numbers are read");
         }
-        if (namesNothing) continue;
+        if (namesNothing) findDecisions(row_.fields);
+        return namesNothing;
+    }
+
+    void takeRow() {
         for (std::size_t i = 0; i < 2; ++i) {
-            if (isByIds[i] && row.fields[i].empty()) throw refusal("an id is empty");
-            if (!isByIds[i] && !isLineNumber(row.fields[i]))
-                throw refusal('\'' + row.fields[i] + "' is not a line number");
+            if (isById_[i] && row_.fields[i].empty()) throw refusal("an id is empty");
+            if (!isById_[i] && !isLineNumber(row_.fields[i]))
+                throw refusal('\'' + row_.fields[i] + "' is not a line number");
         }
-        auto const found = [&](std::size_t column) -> Indices const& {
-            std::string const name = nameIn(row.fields[column], naming_.hasEntryIds);
-            auto const at = entries.find(name);
-            if (at == entries.end())
-                throw refusal("there is no entry " + named(naming_.hasEntryIds, name));
-            if (at->second.size() > 1) {
-                complain("note: " + table.place(row) + std::to_string(at->second.size()) +
-                         " entries have the id '" + name + '\'');
-            }
-            return at->second;
-        };
-        if (!naming_.isWithin) {
-            add(nameIn(row.fields[0], naming_.hasTextIds), row.line, found(1));
-            continue;
+        std::string const decision = column_ ? row_.fields[*column_] : "accepted";
+        if (!decision.empty() && decision != "accepted" && decision != "rejected")
+            throw refusal('\'' + decision + "' is neither accepted nor rejected");
+        Indices const& ofSecond = entriesOf(1);
+        if (!pairs_.naming_.isWithin) {
+            take(nameIn(row_.fields[0], isById_[0]), ofSecond, decision);
+            return;
         }
-        for (unsigned long const one : found(0)) {
-            for (unsigned long const other : found(1)) {
+        for (unsigned long const one : entriesOf(0)) {
+            for (unsigned long const other : ofSecond) {
                 if (one == other) throw refusal("an entry is no pair with itself");
-                add(std::to_string(std::min(one, other)), row.line, {std::max(one, other)});
+                take(std::to_string(std::min(one, other)), {std::max(one, other)}, decision);
             }
         }
     }
-}
 
-void KnownPairs::add(std::string const& text, std::size_t line, Indices const& entries) {
-    Indices& known = texts_.try_emplace(text, Text{line, {}}).first->second.entries;
-    known.insert(known.end(), entries.begin(), entries.end());
+    Indices const& entriesOf(std::size_t column) const {
+        std::string const name = nameIn(row_.fields[column], isById_[1]);
+        auto const found = entries_.find(name);
+        if (found == entries_.end()) throw refusal("there is no entry " + named(isById_[1], name));
+        if (found->second.size() > 1) {
+            complain("note: " + table_.place(row_) + std::to_string(found->second.size()) +
+                     " entries have the id '" + name + '\'');
+        }
+        return found->second;
+    }
+
+    void take(std::string const& text, Indices const& entries, std::string const& decision) {
+        if (decision.empty()) return;
+        hasPairs_ = true;
+        Text& known =
+            pairs_.texts_.try_emplace(text, Text{pairs_.texts_.size(), table_.place(row_), {}})
+                .first->second;
+        for (unsigned long const entry : entries)
+            known.decisions[entry] = decision == "accepted";
+    }
+
+    KnownPairs& pairs_;
+    Entries const& entries_;
+    bool const isById_[2];
+    TableReader table_;
+    Row row_;
+    std::optional<std::size_t> column_;  // of decisions
+    bool hasPairs_ = false;
+};
+
+KnownPairs::KnownPairs(std::vector<TextFile> const& files, Naming naming, EntryList const& list)
+    : naming_(naming) {
+    Entries const entries = byName(list, naming.hasEntryIds);
+    for (TextFile const& file : files)
+        Reading(*this, file, entries);
+    for (auto const& [name, text] : texts_) {
+        auto const accepted = std::count_if(text.decisions.begin(), text.decisions.end(),
+                                            [](auto const& decision) { return decision.second; });
+        size_ += static_cast<std::size_t>(accepted);
+        if (accepted > 0) ++textsInPairs_;
+    }
 }
 
 std::string KnownPairs::nameOf(TextRow const& row) const {
-    if (!naming_.hasTextIds) return std::to_string(row.number);
-    return row.kept.empty() ? std::string() : row.kept[0];
+    return naming_.hasTextIds ? row.id : std::to_string(row.number);
 }
 
-bool KnownPairs::contains(std::string const& text, unsigned long entry) const {
+bool KnownPairs::isDecided(std::string const& text, unsigned long entry, bool isAccepted) const {
     auto const found = texts_.find(text);
-    return found != texts_.end() &&
-           std::binary_search(found->second.entries.begin(), found->second.entries.end(), entry);
+    if (found == texts_.end()) return false;
+    auto const decision = found->second.decisions.find(entry);
+    return decision != found->second.decisions.end() && decision->second == isAccepted;
 }
 
-bool KnownPairs::containsWithin(unsigned long one, unsigned long other) const {
-    return contains(std::to_string(std::min(one, other)), std::max(one, other));
+bool KnownPairs::isAccepted(std::string const& text, unsigned long entry) const {
+    return isDecided(text, entry, true);
+}
+
+bool KnownPairs::isRejected(std::string const& text, unsigned long entry) const {
+    return isDecided(text, entry, false);
+}
+
+std::function<bool(unsigned long)> KnownPairs::rejectedOf(TextRow const& row) const {
+    if (texts_.find(nameOf(row)) == texts_.end()) return {};
+    return [this, name = nameOf(row)](unsigned long entry) { return isRejected(name, entry); };
+}
+
+bool KnownPairs::isAcceptedWithin(unsigned long one, unsigned long other) const {
+    return isAccepted(std::to_string(std::min(one, other)), std::max(one, other));
 }
 
 void KnownPairs::see(TextRow const& row) {
@@ -138,16 +195,15 @@ void KnownPairs::see(TextRow const& row) {
 }
 
 void KnownPairs::requireAllSeen() const {
-    Text const* missing = nullptr;
-    std::string name;
-    for (auto const& [key, text] : texts_) {
-        if (text.seen > 0 || (missing != nullptr && missing->line < text.line)) continue;
+    std::pair<std::string const, Text> const* missing = nullptr;
+    for (auto const& text : texts_) {
+        if (text.second.seen > 0 || (missing != nullptr && missing->second.row < text.second.row))
+            continue;
         missing = &text;
-        name = key;
     }
     if (missing == nullptr) return;
-    throw std::runtime_error(placeOf(file_, missing->line) + "there is no text " +
-                             named(naming_.hasTextIds, name));
+    throw std::runtime_error(missing->second.place + "there is no text " +
+                             named(naming_.hasTextIds, missing->first));
 }
 
 }  // namespace near_text

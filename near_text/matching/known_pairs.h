@@ -1,6 +1,7 @@
-// Texts and entries that belong together, as somebody knows them, from a file.
+// What somebody has said of texts and entries, in files: that they belong together, or do not.
 #pragma once
 
+#include <functional>
 #include <map>
 #include <string>
 #include <vector>
@@ -12,8 +13,9 @@ namespace near_text {
 
 class KnownPairs {
 public:
-    // A table whose first two columns name a text and an entry, by their lines or by the ids that
-    // their rows keep first.
+    // A table whose first two columns name a text and an entry, by their lines or by their ids. In
+    // a column with the heading "decision" stands "accepted", or "rejected" where they do not
+    // belong together, or nothing where nobody knows; without that column all are accepted.
     struct Naming {
         bool hasTextIds;
         bool hasEntryIds;
@@ -23,40 +25,46 @@ public:
 
     // None.
     KnownPairs() = default;
-    // A pair that is there twice counts once. Throws std::runtime_error, with the line, for an
-    // entry that does not exist or is to be a pair with itself, an id that is empty, a first row
-    // that names ids where lines are read, and a file without pairs.
-    KnownPairs(TextFile const& file, Naming naming, EntryList const& list);
+    // What the last row of the last file says about a pair is what counts. Throws
+    // std::runtime_error, with the line, for an entry that does not exist or is to be a pair with
+    // itself, an id that is empty, a first row that names ids where lines are read, another
+    // decision, and a file without pairs.
+    KnownPairs(std::vector<TextFile> const& files, Naming naming, EntryList const& list);
 
     // What a row of the texts is called.
     std::string nameOf(TextRow const& row) const;
 
-    bool contains(std::string const& text, unsigned long entry) const;
+    bool isAccepted(std::string const& text, unsigned long entry) const;
+    bool isRejected(std::string const& text, unsigned long entry) const;
     // Of one list.
-    bool containsWithin(unsigned long one, unsigned long other) const;
+    bool isAcceptedWithin(unsigned long one, unsigned long other) const;
+    // Whether an entry is rejected for this row; empty where none is. Refers to this object.
+    std::function<bool(unsigned long entry)> rejectedOf(TextRow const& row) const;
 
     // A row of the texts has come.
     void see(TextRow const& row);
-    // Throws std::runtime_error when a text that the file names has not come.
+    // Throws std::runtime_error when a text that the files name has not come.
     void requireAllSeen() const;
 
+    // Those that are accepted, and the texts that have one.
     std::size_t size() const { return size_; }
-    std::size_t texts() const { return texts_.size(); }
+    std::size_t texts() const { return textsInPairs_; }
 
 private:
     struct Text {
-        std::size_t line;      // of the file
-        Indices entries;       // ascending
-        std::size_t seen = 0;  // rows of that name
+        std::size_t row;                          // the first that names it, of all files
+        std::string place;                        // of that
+        std::map<unsigned long, bool> decisions;  // by the entry's index: whether it is accepted
+        std::size_t seen = 0;                     // rows of that name
     };
+    class Reading;
 
-    void read(TableReader& table, EntryList const& list);
-    void add(std::string const& text, std::size_t line, Indices const& entries);
+    bool isDecided(std::string const& text, unsigned long entry, bool isAccepted) const;
 
     Naming naming_{};
-    std::string file_;  // for messages
     std::map<std::string, Text> texts_;
     std::size_t size_ = 0;
+    std::size_t textsInPairs_ = 0;
 };
 
 }  // namespace near_text

@@ -3,7 +3,7 @@
 
 #include <vector>
 
-#include "near_text/matching/entry_list.h"
+#include "near_text/matching/difference.h"
 #include "near_text/matching/search_terms.h"
 
 namespace near_text {
@@ -13,7 +13,9 @@ struct Match {
     // The highest percentage, for short and long entries alike, at which the add-in still finds it.
     int percent;
     unsigned long distance;
-    unsigned long limit;  // at the percentage that was asked for
+    unsigned long limit;         // at the percentage that was asked for
+    bool isAccepted = false;     // by somebody
+    Difference difference = {};  // of text and entry, where that is asked for
 };
 
 // Nearest first; those equally near in the order of the list.

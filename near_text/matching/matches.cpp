@@ -21,25 +21,27 @@ Matcher::Matcher(host_client::Component& component, EntryList const& searchedLis
       wanted_(wantedMatches),
       excluded_(excludedWords) {}
 
-std::vector<Match> Matcher::matches(std::u16string_view text) {
-    std::vector<Match> matches = measured(text, found(text));
+std::vector<Match> Matcher::matches(std::u16string_view text, IsRejected const& isRejected) {
+    std::vector<Match> matches = measured(text, found(text, isRejected));
     if (!wanted_.isAll()) keepWanted(matches, wanted_);
     return matches;
 }
 
-Indices Matcher::found(std::u16string_view text) {
+Indices Matcher::found(std::u16string_view text, IsRejected const& isRejected) {
     Percentages const asked = terms_.percentages;
     for (int const high : {85, 75}) {
         Percentages const raised = {std::max(asked.forShort, high), std::max(asked.forLong, high)};
         bool const isRaised = raised.forShort > asked.forShort || raised.forLong > asked.forLong;
         if (wanted_.isAll() || !isRaised) continue;
         Indices indices = search.find(text, raised);
+        if (isRejected) std::erase_if(indices, isRejected);
         std::size_t const before = leftOut_;
         leaveOut(text, indices);
         if (indices.size() >= (wanted_.isBestAlone ? 1 : wanted_.most)) return indices;
         leftOut_ = before;  // they will be found again
     }
     Indices indices = search.find(text, asked);
+    if (isRejected) std::erase_if(indices, isRejected);
     leaveOut(text, indices);
     return indices;
 }
@@ -66,6 +68,20 @@ std::vector<Match> Matcher::measured(std::u16string_view text, Indices const& in
         matches.push_back({index, reference::nearness(sides), sides.distance, sides.limit});
     }
     return matches;
+}
+
+void Matcher::markDifferences(std::vector<Match>& matches, std::string const& text,
+                              std::u16string_view units, Preparer const& preparer) const {
+    if (matches.empty()) return;
+    PrintedText printed(text, preparer);
+    printed.units.resize(units.size());  // a text that is too long may have been cut
+    auto const against = explanation(printed.units);
+    for (Match& match : matches) {
+        PrintedText const entry(list_.entries[match.index].text, preparer);
+        match.difference = differenceOf(printed, entry,
+                                        against.explain(reference::readEntry(
+                                            entry.units, list_.isBehindSeparator(match.index))));
+    }
 }
 
 int Matcher::nearnessOf(std::u16string_view text, unsigned long index) const {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <string_view>
 #include <vector>
 
@@ -21,12 +22,18 @@ public:
             Wanted wantedMatches, Shortlist* shortlist = nullptr);
 
     // All matches in the order of the list; where only some are wanted, these, nearest first. Those
-    // that the terms leave out are none. Throws Refused.
-    std::vector<Match> matches(std::u16string_view text);
+    // that the terms leave out, or that `isRejected`, are none. Throws Refused.
+    using IsRejected = std::function<bool(unsigned long index)>;
+    std::vector<Match> matches(std::u16string_view text, IsRejected const& isRejected = {});
 
     // How near the entries at `indices` are, in their order; each is a match of `text`. Throws
     // std::runtime_error where the plain computation says that one is none.
     std::vector<Match> measured(std::u16string_view text, Indices const& indices) const;
+
+    // Fills in how the matches of a text differ from it. `text` is as it is printed, `units` as
+    // they are compared.
+    void markDifferences(std::vector<Match>& matches, std::string const& text,
+                         std::u16string_view units, Preparer const& preparer) const;
 
     // As Match::percent, of the entry at `index`, match or not. The text holds a word.
     int nearnessOf(std::u16string_view text, unsigned long index) const;
@@ -49,7 +56,7 @@ private:
     reference::SearchExplanation explanation(std::u16string_view text) const;
     reference::Measure measure(reference::SearchExplanation const& against,
                                unsigned long index) const;
-    Indices found(std::u16string_view text);
+    Indices found(std::u16string_view text, IsRejected const& isRejected);
 
     EntryList const& list_;
     SearchTerms const& terms_;

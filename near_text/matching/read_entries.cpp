@@ -11,7 +11,8 @@ EntryFile read(Source const& source, EntryListBuilder& builder) {
     for (TextRow row; reader.next(row);) {
         try {
             std::u16string const units = lineUnits(row);
-            builder.add(row.number, units, std::move(row.text), std::move(row.kept));
+            builder.add(row.number, units, std::move(row.text), std::move(row.kept), u'\0',
+                        std::move(row.id));
         } catch (NotText const& error) {
             throw std::runtime_error(reader.place() + error.what());
         }

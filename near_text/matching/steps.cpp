@@ -40,8 +40,9 @@ BestMatch const* BestMatches::find(unsigned long index) const {
     return match != matches_.end() && match->index == index ? &*match : nullptr;
 }
 
-BestMatches bestMatches(Matcher& matcher, std::u16string_view text, Steps const& steps) {
-    std::vector<Match> const matches = matcher.matches(text);
+BestMatches bestMatches(Matcher& matcher, std::u16string_view text, Steps const& steps,
+                        Matcher::IsRejected const& isRejected) {
+    std::vector<Match> const matches = matcher.matches(text, isRejected);
     BestMatches best;
     atEachStep(
         matcher, text, steps, indicesOf(matches),

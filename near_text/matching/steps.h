@@ -41,7 +41,8 @@ private:
 
 // Of a text, by a matcher that keeps what is best at any of the steps, and asks at the first.
 // Throws Refused.
-BestMatches bestMatches(Matcher& matcher, std::u16string_view text, Steps const& steps);
+BestMatches bestMatches(Matcher& matcher, std::u16string_view text, Steps const& steps,
+                        Matcher::IsRejected const& isRejected = {});
 
 // The best of `found`, some of the matches; both ascending.
 Indices bestOf(std::vector<Match> const& matches, Indices const& found);

@@ -1,6 +1,7 @@
 #include "near_text/options/definition.h"
 #include "near_text/options/output_options.h"
 #include "near_text/options/terms_options.h"
+#include "near_text/options/values.h"
 
 namespace near_text {
 
@@ -27,6 +28,8 @@ ReadSettings define(CLI::App& command) {
     given->run.addTo(command);
     given->run.addTruncate(command);
     return [given](AddInSettings const& addIn) -> Settings {
+        if (given->isGrouped && given->output.isPage())
+            refuse("--groups", "prints no pairs, which are what the format html shows");
         return DuplicatesSettings{addIn,
                                   given->files.texts(),
                                   given->terms.settings(given->files),

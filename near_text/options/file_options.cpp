@@ -63,8 +63,8 @@ void FileOptions::addIds(CLI::App& command) {
     auto const add = [&](char const* name, GivenSource& source, std::string const& whose) {
         command
             .add_option(name, source.id,
-                        "The column of the " + whose +
-                            " with the ids that --pairs names them by, instead of line numbers")
+                        "The column with the ids of the " + whose +
+                            ", which name them in pairs instead of line numbers")
             ->type_name("COLUMN")
             ->group(kFilesGroup);
     };
@@ -86,12 +86,12 @@ void FileOptions::validateWithin() const {
     }
 }
 
-void FileOptions::validateIds(bool hasPairs) const {
+void FileOptions::validateIds(bool hasPairs, std::string const& users) const {
     for (auto const& [option, columnOption, source] :
          {std::tuple("--text-id", "--text-column", &texts_),
           {"--entry-id", "--entry-column", &entries_}}) {
         if (source->id.empty()) continue;
-        if (!hasPairs) refuse(option, "has no effect without --pairs");
+        if (!hasPairs) refuse(option, "has no effect without " + users);
         if (!source->isTable()) {
             refuse(option, std::string("has no effect without ") + columnOption);
         }
@@ -159,17 +159,15 @@ Source FileOptions::source(GivenSource const& given) const {
     Source source{{given.file, given.encoding.empty() ? encoding_ : given.encoding},
                   given.columns,
                   given.keep,
-                  {}};
+                  {},
+                  given.id};
     source.file.encodingOption = given.encodingOption;
     if (hasEnding(given.file, ".tsv")) source.layout.delimiter = '\t';
     std::string const& delimiter = given.delimiter.empty() ? delimiter_ : given.delimiter;
     if (!delimiter.empty()) source.layout.delimiter = delimiterOf(delimiter);
     source.layout.hasHeader = hasHeader_ || std::ranges::any_of(given.columns, isName) ||
                               std::ranges::any_of(given.keep, isName);
-    if (!given.id.empty()) {
-        source.keep = {given.id};
-        source.layout.hasHeader |= isName(given.id);
-    }
+    source.layout.hasHeader |= isName(given.id);
     return source;
 }
 

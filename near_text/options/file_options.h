@@ -48,8 +48,9 @@ public:
     bool hasEntryColumn() const { return entries_.isTable(); }
 
     // With what `addIds` takes.
-    KnownPairs::Naming pairNaming(bool isWithin) const;
-    void validateIds(bool hasPairs) const;
+    KnownPairs::Naming pairNaming(bool isWithin = false) const;
+    // `users` are the options that make use of ids; `hasPairs` says whether one is given.
+    void validateIds(bool hasPairs, std::string const& users) const;
 
     Source texts() const { return source(texts_); }
     Source entries() const { return source(entries_); }

@@ -18,7 +18,21 @@ struct Given {
     bool isMatched = false;
     bool isUnmatched = false;
     bool isMutual = false;
+    std::vector<std::string> decisions;
 };
+
+void addDecisions(CLI::App& command, Given& given) {
+    command
+        .add_option("--decisions", given.decisions,
+                    "What somebody decided about matches, as the page of --format html saves it: "
+                    "what was rejected is left out, what was accepted is marked. May be given "
+                    "several times; the last decision about a pair counts")
+        ->type_name("FILE")
+        ->expected(1)
+        ->take_all()
+        ->group(kFilesGroup);
+    given.files.addIds(command);
+}
 
 void addMutual(CLI::App& command, Given& given) {
     command
@@ -52,6 +66,10 @@ void validate(Given const& given, Format const& format) {
     if (given.isUnheaded && !format.hasHeading) {
         refuse("--no-heading", "has no effect in the format " + given.output.format());
     }
+    given.files.validateIds(!given.decisions.empty() || format.isPage,
+                            "--decisions or --format html");
+    if (given.isUnnumbered && format.isPage)
+        refuse("--no-numbers", "has no effect on a page, whose decisions name lines");
     if (given.isMutual && !given.wanted.isAll()) {
         refuse("--mutual", "keeps the best of both sides, so --best and --top have no effect");
     }
@@ -70,6 +88,7 @@ ReadSettings define(CLI::App& command) {
     given->files.addEntries(command);
     command.get_option("--entries")->required();
     given->files.addReading(command);
+    addDecisions(command, *given);
     given->terms.addTo(command);
     addWanted(command, given->wanted);
     addMutual(command, *given);
@@ -79,6 +98,9 @@ ReadSettings define(CLI::App& command) {
     return [given](AddInSettings const& addIn) -> Settings {
         OutputSettings const output = given->output.settings(given->files);
         validate(*given, *output.format);
+        std::vector<TextFile> decisions;
+        for (std::string const& file : given->decisions)
+            decisions.push_back(given->files.other(file));
         return MatchSettings{addIn,
                              given->files.texts(),
                              given->files.entries(),
@@ -90,7 +112,9 @@ ReadSettings define(CLI::App& command) {
                              !given->isUnheaded,
                              !given->isUnmatched,
                              !given->isMatched,
-                             given->isMutual};
+                             given->isMutual,
+                             decisions,
+                             given->files.pairNaming()};
     };
 }
 

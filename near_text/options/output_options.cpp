@@ -11,16 +11,51 @@ namespace {
 
 constexpr char const* kRunningGroup = "Running";
 
+std::string quoted(std::string const& word) {
+    constexpr char const* kPlain =
+        "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_-+./,:=@%";
+    if (!word.empty() && word.find_first_not_of(kPlain) == std::string::npos) return word;
+    std::string text = "'";
+    for (char const c : word)
+        text += c == '\'' ? "'\\''" : std::string(1, c);
+    return text + '\'';
+}
+
+// Without what says how it is run and written.
+std::string commandLine(CLI::App const& command) {
+    std::string line = "near_text " + command.get_name();
+    for (CLI::Option const* option : command.get_options()) {
+        std::string const& group = option->get_group();
+        if (option->count() == 0 || group == kRunningGroup || group == kOutputGroup) continue;
+        bool const isFlag = option->get_items_expected_max() == 0;
+        std::string const name = option->get_positional() ? "" : ' ' + option->get_name();
+        if (isFlag || !option->get_positional()) line += name;
+        if (isFlag) continue;
+        for (std::string const& value : option->results())
+            line += ' ' + quoted(value);
+    }
+    return line;
+}
+
 }  // namespace
 
-void OutputOptions::addTo(CLI::App& command) {
+void OutputOptions::addTo(CLI::App& command, bool hasPages) {
+    command_ = &command;
+    std::vector<std::string> names;
+    for (std::string const& name : formatNames()) {
+        if (hasPages || !formatNamed(name).isPage) names.push_back(name);
+    }
     command
         .add_option(
             "-f,--format", format_,
             "text, for reading; tsv, with \\\\, \\t, \\n and \\r for characters that would break "
-            "columns; csv; or json, one object on each line. Default: text")
+            "columns; csv; json, one object on each line" +
+                std::string(hasPages ? "; or html, a page on which to look at matches and to "
+                                       "accept or reject them"
+                                     : "") +
+                ". Default: text")
         ->type_name("FORMAT")
-        ->check(CLI::IsMember(formatNames()))
+        ->check(CLI::IsMember(names))
         ->group(kOutputGroup);
     command
         .add_option("--output-encoding", encoding_,
@@ -39,7 +74,9 @@ OutputSettings OutputOptions::settings(FileOptions const& files) const {
         }
         refuse("--format", format_ + " does not show kept columns; these do: " + others);
     }
-    return {&format, files.delimiter(), encoding_};
+    if (format.isPage && !encoding_.empty())
+        refuse("--output-encoding", "has no effect on a page, which is UTF-8");
+    return {&format, files.delimiter(), encoding_, commandLine(*command_)};
 }
 
 RunOptions::RunOptions() : jobs_(std::max(1U, std::thread::hardware_concurrency())) {}

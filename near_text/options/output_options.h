@@ -13,15 +13,18 @@ inline constexpr char const* kOutputGroup = "Output";
 
 class OutputOptions {
 public:
-    void addTo(CLI::App& command);
+    // `hasPages` where the command finds pairs.
+    void addTo(CLI::App& command, bool hasPages = true);
     // Validates the files' options as well, some of which are for the output. Throws
     // std::runtime_error.
     OutputSettings settings(FileOptions const& files) const;
 
     bool isForEyes() const { return format_ == "text"; }
+    bool isPage() const { return format_ == "html"; }
     std::string const& format() const { return format_; }
 
 private:
+    CLI::App const* command_ = nullptr;
     std::string format_ = "text";
     std::string encoding_;
 };

@@ -20,8 +20,9 @@ namespace near_text {
 
 struct OutputSettings {
     Format const* format;
-    char delimiter;        // of csv
-    std::string encoding;  // empty for UTF-8
+    char delimiter;           // of csv
+    std::string encoding;     // empty for UTF-8
+    std::string commandLine;  // what was given, as a shell reads it
 };
 
 struct CompareSettings {
@@ -59,6 +60,8 @@ struct MatchSettings {
     bool printsMatched;    // texts with a match
     bool printsUnmatched;  // those without
     bool isMutual;         // the best alone that are so in both directions
+    std::vector<TextFile> decisions;
+    KnownPairs::Naming pairNaming;
 };
 
 struct DuplicatesSettings {

@@ -67,12 +67,14 @@ ReadSettings define(CLI::App& command) {
         .add_option(
             "--pairs", given->pairs,
             "Known pairs: a table, with tabs, semicolons or commas, whose first two columns "
-            "are the line of the text and the line of the entry, or their ids")
+            "are the line of the text and the line of the entry, or their ids. In a column with "
+            "the "
+            "heading decision, rejected says that they are none")
         ->type_name("FILE")
         ->group(kFilesGroup);
     given->files.addIds(command);
     given->terms.addTo(command, false);
-    given->output.addTo(command);
+    given->output.addTo(command, false);
     command
         .add_flag("--all-columns", given->hasAllColumns,
                   "With --pairs, print the counts as well from which the others are made: how many "
@@ -88,7 +90,7 @@ ReadSettings define(CLI::App& command) {
         Steps const steps = given->terms.steps(percents);
         search.percentages = steps[0];
         validate(*given);
-        given->files.validateIds(!given->pairs.empty());
+        given->files.validateIds(!given->pairs.empty(), "--pairs");
         std::optional<TextFile> pairs;
         if (!given->pairs.empty()) pairs = given->files.other(given->pairs);
         std::optional<Source> entries;

@@ -16,9 +16,9 @@ std::string row(std::string label, std::string const& value) {
     return "    " + label + onOneLine(value) + '\n';
 }
 
-std::string listed(std::vector<std::u16string> const& words) {
+std::string listed(reference::Words const& words) {
     std::string text;
-    for (std::u16string const& word : words)
+    for (std::u16string_view const word : words)
         text += (text.empty() ? "" : " ") + toUtf8(word);
     return words.empty() ? "-" : text;
 }
@@ -36,8 +36,8 @@ std::string explanationText(reference::SideBySide const& sides, std::string cons
                              (sides.length == 1 ? " unit" : " units");
     return row("words cancelled", listed(sides.cancelled)) +
            row("words excluded", listed(sides.excluded)) +
-           row("left of " + firstName, quoted(sides.firstLeft)) +
-           row("left of " + secondName, quoted(sides.secondLeft)) +
+           row("left of " + firstName, quoted(reference::joined(sides.first.left))) +
+           row("left of " + secondName, quoted(reference::joined(sides.second.left))) +
            row("limit", std::to_string(sides.limit) + " (" + rule + ")") +
            row("distance",
                std::to_string(sides.distance) + (sides.isAlike ? " (alike)" : " (different)")) +

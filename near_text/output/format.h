@@ -31,6 +31,9 @@ public:
     char const* const name;
     bool const carriesColumns;  // that are kept
     bool const hasHeading;
+    // It shows pairs to be judged, with how their texts differ, and nothing else: in UTF-8, and in
+    // one piece.
+    bool const isPage;
 
     // Ahead of the first text.
     virtual std::string heading(RowLayout const& /*layout*/) const { return {}; }
@@ -38,11 +41,17 @@ public:
                                 std::vector<Match> const& matches) const = 0;
     virtual std::string failure(RowLayout const& layout, TextRow const& row,
                                 std::string const& error) const = 0;
+    // Behind the last text, once all are there.
+    virtual std::string ending() const { return {}; }
     virtual std::string table(char delimiter, Table const& table) const = 0;
 
 protected:
-    constexpr Format(char const* itsName, bool isCarryingColumns, bool isHeaded)
-        : name(itsName), carriesColumns(isCarryingColumns), hasHeading(isHeaded) {}
+    constexpr Format(char const* itsName, bool isCarryingColumns, bool isHeaded,
+                     bool isPageOne = false)
+        : name(itsName),
+          carriesColumns(isCarryingColumns),
+          hasHeading(isHeaded),
+          isPage(isPageOne) {}
     ~Format() = default;
 };
 

@@ -9,10 +9,12 @@ Format const& textFormat();
 Format const& tsvFormat();
 Format const& csvFormat();
 Format const& jsonFormat();
+Format const& htmlFormat();
 
 namespace {
 
-constexpr Format const& (*kFormats[])() = {textFormat, tsvFormat, csvFormat, jsonFormat};
+constexpr Format const& (*kFormats[])() = {textFormat, tsvFormat, csvFormat, jsonFormat,
+                                           htmlFormat};
 
 }  // namespace
 

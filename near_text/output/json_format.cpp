@@ -34,6 +34,7 @@ void addMatch(JsonWriter& json, RowLayout const& layout, Match const& match, Ent
     json.member("percent", static_cast<unsigned long>(match.percent));
     json.member("distance", match.distance);
     json.member("limit", match.limit);
+    if (match.isAccepted) json.member(RowLayout::kDecisionColumn, RowLayout::kAccepted);
     addKept(json, layout.entryColumns, entry.kept);
     json.close('}');
 }

@@ -4,13 +4,17 @@
 
 namespace near_text {
 
-std::set<std::string> RowLayout::matchColumns() {
-    return {std::begin(kColumns), std::end(kColumns)};
+std::set<std::string> RowLayout::matchColumns(bool hasDecisions) {
+    std::set<std::string> columns = {std::begin(kColumns), std::end(kColumns)};
+    if (hasDecisions) columns.insert(kDecisionColumn);
+    return columns;
 }
 
 RowLayout::RowLayout(bool isNumberedOne, char csvDelimiter, Cells const& textNames,
                      Cells const& entryNames, std::set<std::string> taken)
-    : isNumbered(isNumberedOne), delimiter(csvDelimiter) {
+    : isNumbered(isNumberedOne),
+      delimiter(csvDelimiter),
+      hasDecisions(taken.count(kDecisionColumn) > 0) {
     auto const free = [&](std::string name, std::string const& prefix) {
         bool const isNumber = name.find_first_not_of("0123456789") == std::string::npos;
         if (isNumber) name.insert(0, prefix);

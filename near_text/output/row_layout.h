@@ -5,6 +5,7 @@
 #include <set>
 #include <string>
 
+#include "near_text/output/about.h"
 #include "near_text/output/columns.h"
 
 namespace near_text {
@@ -14,17 +15,20 @@ struct RowLayout {
     // another column gets text_ or entry_ ahead, and so do numbers. The other columns are those of
     // matches unless they are given.
     RowLayout(bool isNumberedOne, char csvDelimiter, Cells const& textNames,
-              Cells const& entryNames, std::set<std::string> taken = matchColumns());
+              Cells const& entryNames, std::set<std::string> taken = matchColumns(false));
+    static std::set<std::string> matchColumns(bool hasDecisions);
 
     static constexpr char const* kColumns[] = {
         "line", "text", "percent", "distance", "limit", "index", "entry_line", "entry", "error"};
 
+    static constexpr char const* kDecisionColumn = "decision";  // behind those, if it is taken
+    static constexpr char const* kAccepted = "accepted";
+
     bool isNumbered;  // otherwise no line has its number, and none depends on another
     char delimiter;
+    bool hasDecisions;
     Cells textColumns, entryColumns;
-
-private:
-    static std::set<std::string> matchColumns();
+    About about;
 };
 
 }  // namespace near_text

@@ -14,6 +14,7 @@ public:
 
     std::string heading(RowLayout const& layout) const override {
         Cells cells(std::begin(RowLayout::kColumns), std::end(RowLayout::kColumns));
+        if (layout.hasDecisions) cells.emplace_back(RowLayout::kDecisionColumn);
         cells.insert(cells.end(), layout.textColumns.begin(), layout.textColumns.end());
         cells.insert(cells.end(), layout.entryColumns.begin(), layout.entryColumns.end());
         return rowText(cells, layout.delimiter);
@@ -32,6 +33,8 @@ public:
                 cells.push_back(std::to_string(value));
             cells.push_back(entry.text);
             cells.emplace_back();
+            if (layout.hasDecisions)
+                cells.emplace_back(match.isAccepted ? RowLayout::kAccepted : "");
             appendKept(cells, row.kept, layout.textColumns.size());
             appendKept(cells, entry.kept, layout.entryColumns.size());
             text += rowText(cells, layout.delimiter);
@@ -75,6 +78,7 @@ private:
         Cells cells = firstCells(layout, row, text);
         cells.resize(std::size(RowLayout::kColumns) - 1);
         cells.push_back(error);
+        if (layout.hasDecisions) cells.emplace_back();
         appendKept(cells, row.kept, layout.textColumns.size());
         appendKept(cells, {}, layout.entryColumns.size());
         return rowText(cells, layout.delimiter);

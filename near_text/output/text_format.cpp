@@ -58,7 +58,7 @@ std::string shownMatch(Match const& match, Entry const& entry) {
     char numbers[160];
     std::snprintf(numbers, sizeof numbers, "%3d%%  %2lu of %-2lu  line %-5zu  index %-5lu  ",
                   match.percent, match.distance, match.limit, entry.place, match.index);
-    return numbers + onOneLine(entry.text);
+    return numbers + onOneLine(entry.text) + (match.isAccepted ? "  [accepted]" : "");
 }
 
 Format const& textFormat() {

@@ -32,6 +32,13 @@ bool isSettled(CodePoint point) {
            u_getCombiningClass(point) == 0;
 }
 
+// Whether composing never joins it to what stands before it.
+bool beginsAnew(CodePoint point) {
+    UErrorCode status = U_ZERO_ERROR;
+    UNormalizer2 const* const nfc = unorm2_getNFCInstance(&status);
+    return U_SUCCESS(status) && unorm2_hasBoundaryBefore(nfc, point) != 0;
+}
+
 bool isBlank(CodePoint point) {
     return u_isUWhiteSpace(point) != 0;
 }
@@ -131,25 +138,58 @@ void Preparer::drop(std::u16string_view words) {
 }
 
 std::u16string Preparer::prepared(std::u16string_view units) const {
-    std::u16string const whole = preparedWhole(units);
-    return dropped_.empty() ? whole : withoutDropped(whole);
+    std::u16string whole = preparedWhole(units);
+    if (dropped_.empty()) return whole;
+    std::u16string left;
+    for (auto const [begin, end] : undropped(whole))
+        left.append(whole, begin, end - begin);
+    return left;
 }
 
-std::u16string Preparer::withoutDropped(std::u16string_view text) const {
+// Each piece is prepared by itself. Composing joins nothing across the begin of one, neither before
+// code points are mapped nor after: no letter folds to what joins the one before it.
+std::u16string Preparer::prepared(std::u16string_view units, std::vector<Origin>& origins) const {
+    std::u16string whole;
+    std::vector<Origin> ofWhole;
+    for (std::size_t begin = 0, end = 0; begin < units.size(); begin = end) {
+        nextCodePoint(units, end);
+        for (std::size_t next = end; end < units.size(); end = next) {
+            if (isPieceBegin(nextCodePoint(units, next))) break;
+        }
+        whole += preparedWhole(units.substr(begin, end - begin));
+        ofWhole.resize(whole.size(), {begin, end});
+    }
+    std::u16string left;
+    origins.clear();
+    for (auto const [begin, end] : undropped(whole)) {
+        left.append(whole, begin, end - begin);
+        origins.insert(origins.end(), ofWhole.begin() + static_cast<std::ptrdiff_t>(begin),
+                       ofWhole.begin() + static_cast<std::ptrdiff_t>(end));
+    }
+    return left;
+}
+
+bool Preparer::isPieceBegin(CodePoint point) const {
+    return !how_.composes || (mapped(how_, point) != kNothing && beginsAnew(point));
+}
+
+// What stays of a text, in its order.
+std::vector<Origin> Preparer::undropped(std::u16string_view text) const {
+    if (dropped_.empty()) return {{0, text.size()}};
     std::size_t const first = wordBegin(text, 0);
-    std::u16string left(text.substr(0, first));
+    std::vector<Origin> left = {{0, first}};
     std::size_t gap = first;
     bool isFirst = true;  // of those that stay: what is ahead of it is the text's beginning
     for (std::size_t begin = first; begin < text.size(); begin = wordBegin(text, gap)) {
         std::size_t const end = wordEnd(text, begin);
         if (dropped_.find(text.substr(begin, end - begin)) == dropped_.end()) {
             std::size_t const from = isFirst ? begin : gap;
-            left += text.substr(from, end - from);
+            left.push_back({from, end});
             isFirst = false;
         }
         gap = end;
     }
-    left += text.substr(gap);
+    left.push_back({gap, text.size()});
     return left;
 }
 

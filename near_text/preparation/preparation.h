@@ -25,6 +25,9 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <vector>
+
+#include "near_text/text/code_points.h"
 
 namespace near_text {
 
@@ -67,6 +70,11 @@ constexpr bool Preparation::isNone() const {
     return true;
 }
 
+// A range of units of the text that was prepared: whole characters.
+struct Origin {
+    std::size_t begin, end;
+};
+
 class Preparer {
 public:
     explicit Preparer(Preparation preparation);
@@ -81,6 +89,9 @@ public:
     // compose in a text of more than 700 million units.
     std::u16string prepared(std::u16string_view units) const;
 
+    // The same, and where each unit of it comes from.
+    std::u16string prepared(std::u16string_view units, std::vector<Origin>& origins) const;
+
 private:
     // What becomes of a unit, where that is a unit whatever stands around it.
     struct Unit {
@@ -91,7 +102,8 @@ private:
     bool prepareUnits(std::u16string_view units, std::u16string& result) const;
     std::u16string prepareCodePoints(std::u16string_view units) const;
     std::u16string preparedWhole(std::u16string_view units) const;
-    std::u16string withoutDropped(std::u16string_view text) const;
+    bool isPieceBegin(CodePoint point) const;
+    std::vector<Origin> undropped(std::u16string_view text) const;
 
     static constexpr char16_t kTabled = 0x600;  // Latin, Greek, Cyrillic, Armenian, Hebrew
 

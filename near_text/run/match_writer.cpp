@@ -34,6 +34,10 @@ void MatchWriter::flush() {
     output_.flush();
 }
 
+bool MatchWriter::isWhole() const {
+    return !isGivenUp_ && signalCaught() == 0;
+}
+
 Status MatchWriter::close(std::size_t leftOut) {
     progress_.clear();
     if (failures_ > 0) complain(std::to_string(failures_) + " of " + done() + " failed");

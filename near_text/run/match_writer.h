@@ -27,6 +27,9 @@ public:
     // As Output.
     std::string dropUnencodable(Cells& cells) const { return output_.dropUnencodable(cells); }
 
+    // Whether all results came: neither a signal nor a failed line ended the run.
+    bool isWhole() const;
+
     // Tells how many lines failed or were cut, how many matches the terms left out, and whether the
     // run was interrupted; on a terminal, what was done.
     Status close(std::size_t leftOut = 0);

@@ -15,15 +15,15 @@ constexpr double kWayThere = 0.5;  // its share of the work, about
 }  // namespace
 
 MutualMatches::MutualMatches(std::function<bool(TextRow& row)> const& readRow,
-                             Preparer const& preparer, Matchers& matchers,
-                             EntryList const& entries) {
+                             Preparer const& preparer, Matchers& matchers, EntryList const& entries,
+                             KnownPairs const& decisions) {
     for (TextRow row; readRow(row);) {
         std::size_t const line = row.number;
         texts_.push_back({std::exchange(row, {}), line, {}, {}});
     }
     Progress progress;
-    findBest(matchers, preparer, progress);
-    keepMutual(matchers, preparer, entries, progress);
+    findBest(matchers, preparer, decisions, progress);
+    keepMutual(matchers, preparer, entries, decisions, progress);
 }
 
 bool MutualMatches::next(TextRow& row) {
@@ -40,12 +40,13 @@ std::vector<Match> const& MutualMatches::of(TextRow const& row) const {
     return text.matches;
 }
 
-void MutualMatches::findBest(Matchers& matchers, Preparer const& preparer, Progress& progress) {
+void MutualMatches::findBest(Matchers& matchers, Preparer const& preparer,
+                             KnownPairs const& decisions, Progress& progress) {
     auto const find = [&](std::size_t worker, std::size_t number) {
         Text& text = texts_[number];
         try {
             RowUnits const prepared(text.row, preparer, matchers.settings());
-            text.matches = matchers[worker].matches(prepared.units);
+            text.matches = matchers[worker].matches(prepared.units, decisions.rejectedOf(text.row));
         } catch (NotText const& error) {
             text.failure = error.what();
         } catch (Refused const& error) {
@@ -56,7 +57,8 @@ void MutualMatches::findBest(Matchers& matchers, Preparer const& preparer, Progr
 }
 
 void MutualMatches::keepMutual(Matchers const& matchers, Preparer const& preparer,
-                               EntryList const& entries, Progress& progress) {
+                               EntryList const& entries, KnownPairs const& decisions,
+                               Progress& progress) {
     Indices found;
     for (Text const& text : texts_) {
         for (Match const& match : text.matches)
@@ -66,8 +68,11 @@ void MutualMatches::keepMutual(Matchers const& matchers, Preparer const& prepare
         Text const& text = texts_[number];
         return text.failure.empty() ? RowUnits(text.row, preparer, matchers.settings()).units : u"";
     };
+    auto const isRejected = [&](unsigned long entry, std::size_t number) {
+        return decisions.isRejected(decisions.nameOf(texts_[number].row), entry);
+    };
     WayBack const back(matchers, entries, found, texts_.size(), unitsOf,
-                       {matchers.terms().percentages}, progress, kWayThere);
+                       {matchers.terms().percentages}, progress, kWayThere, isRejected);
     for (std::size_t i = 0; i < texts_.size(); ++i) {
         std::erase_if(texts_[i].matches,
                       [&](Match const& match) { return back.stepsOf(match.index, i) == nullptr; });

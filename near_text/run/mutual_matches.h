@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "near_text/matching/known_pairs.h"
 #include "near_text/output/progress.h"
 #include "near_text/run/matchers.h"
 
@@ -18,9 +19,10 @@ namespace near_text {
 class MutualMatches {
 public:
     // Of the rows that `readRow` gives, all of which it keeps. The matchers find the best of each
-    // text among `entries`. Throws as `readRow`, as Matchers, and Interrupted.
+    // text among `entries`. Pairs that are rejected are none in either direction. Throws as
+    // `readRow`, as Matchers, and Interrupted.
     MutualMatches(std::function<bool(TextRow& row)> const& readRow, Preparer const& preparer,
-                  Matchers& matchers, EntryList const& entries);
+                  Matchers& matchers, EntryList const& entries, KnownPairs const& decisions);
 
     // The rows once more, in their order. False at the end.
     bool next(TextRow& row);
@@ -36,9 +38,10 @@ private:
         std::string failure;
     };
 
-    void findBest(Matchers& matchers, Preparer const& preparer, Progress& progress);
+    void findBest(Matchers& matchers, Preparer const& preparer, KnownPairs const& decisions,
+                  Progress& progress);
     void keepMutual(Matchers const& matchers, Preparer const& preparer, EntryList const& entries,
-                    Progress& progress);
+                    KnownPairs const& decisions, Progress& progress);
 
     std::vector<Text> texts_;
     std::size_t handedOut_ = 0;

@@ -30,7 +30,7 @@ Sweep::Sweep(Steps const& steps, KnownPairs const& pairs)
 bool Sweep::add(Matcher& matcher, TextRow const& row, std::u16string const& units) {
     std::vector<Match> const matches = matcher.matches(units);
     Text text = {row.number, pairs_.nameOf(row), {}, {}};
-    auto const isKnown = [&](unsigned long index) { return pairs_.contains(text.name, index); };
+    auto const isKnown = [&](unsigned long index) { return pairs_.isAccepted(text.name, index); };
     atEachStep(matcher, units, steps_, indicesOf(matches),
                [&](std::size_t step, Indices const& found) {
                    Indices const best = bestOf(matches, found);
@@ -57,7 +57,7 @@ bool Sweep::addWithin(Matcher& matcher, EntryList const& list, unsigned long ind
                    isAnyFound |= !pairs.empty();
                    std::lock_guard const lock(mutex_);
                    near_text::add(counts_.all[step], pairs, [&](unsigned long other) {
-                       return pairs_.containsWithin(index, other);
+                       return pairs_.isAcceptedWithin(index, other);
                    });
                });
     return isAnyFound;
@@ -86,7 +86,7 @@ void Sweep::countMutual(Matchers const& matchers, EntryList const& entries) {
         }
         for (std::size_t step = 0; step < steps_.size(); ++step) {
             near_text::add(counts_.mutual[step], mutual[step], [&](unsigned long index) {
-                return pairs_.contains(texts_[i].name, index);
+                return pairs_.isAccepted(texts_[i].name, index);
             });
         }
     }

@@ -32,7 +32,8 @@ Wanted wantedFor(Steps const& steps) {
 WayBack::WayBack(Matchers const& matchers, EntryList const& entries, Indices found,
                  std::size_t count,
                  std::function<std::u16string(std::size_t number)> const& unitsOf,
-                 Steps const& steps, Progress& progress, double before)
+                 Steps const& steps, Progress& progress, double before,
+                 std::function<bool(unsigned long entry, std::size_t text)> const& isRejected)
     : found_(std::move(found)) {
     std::sort(found_.begin(), found_.end());
     found_.erase(std::unique(found_.begin(), found_.end()), found_.end());
@@ -47,8 +48,14 @@ WayBack::WayBack(Matchers const& matchers, EntryList const& entries, Indices fou
                [&](std::size_t worker, std::size_t number) {
                    std::u16string entry(entries.units(found_[number]));
                    if (matchers.settings().isTruncating) truncate(entry);
+                   Matcher::IsRejected isRejectedHere;
+                   if (isRejected) {
+                       isRejectedHere = [&](unsigned long index) {
+                           return isRejected(found_[number], texts.entries[index].place - 1);
+                       };
+                   }
                    try {
-                       bestOf_[number] = bestMatches(back[worker], entry, steps);
+                       bestOf_[number] = bestMatches(back[worker], entry, steps, isRejectedHere);
                    } catch (Refused const&) {
                        return;
                    }

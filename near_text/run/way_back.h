@@ -20,10 +20,12 @@ public:
     // Searches for the entries `found`, which may name one more than once, among as many texts as
     // `count` says, with what those of the matchers are searched with at the first step. `unitsOf`
     // gives a text as it is searched for, nothing where it is to take no part. `before` is the
-    // share of the work that is done. Throws as Matchers, and Interrupted.
+    // share of the work that is done. What is rejected is no match. Throws as Matchers, and
+    // Interrupted.
     WayBack(Matchers const& matchers, EntryList const& entries, Indices found, std::size_t count,
             std::function<std::u16string(std::size_t number)> const& unitsOf, Steps const& steps,
-            Progress& progress, double before = 0);
+            Progress& progress, double before = 0,
+            std::function<bool(unsigned long entry, std::size_t text)> const& isRejected = {});
 
     // The steps at which the text is among the best of an entry that was found; null where it never
     // is.
