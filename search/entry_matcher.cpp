@@ -43,10 +43,12 @@ unsigned long placeOf(Utf16View word) {
 
 }  // namespace
 
-EntryMatcher::EntryMatcher(Utf16View searchText, Utf16View exclusions, unsigned short separator,
-                           std::span<Utf16View const> samples, unsigned long entryWords)
-    : entryWords_(entryWords),
-      words_(firstCapacity(searchText, exclusions, entryWords)),
+EntryMatcher::EntryMatcher(Utf16View searchText, Utf16View dictionary, Utf16View exclusions,
+                           unsigned short separator, std::span<Utf16View const> samples,
+                           unsigned long entryWords)
+    : texts_{dictionary, searchText, exclusions},
+      entryWords_(entryWords),
+      words_(firstCapacity(searchText, exclusions, entryWords), texts_),
       cutter_(entryWords) {
     assert(searchText.size() <= kMaxTextLength && entryWords <= kEntryWords);
     SectionScanner scanner(exclusions, separator);
@@ -62,8 +64,7 @@ EntryMatcher::EntryMatcher(Utf16View searchText, Utf16View exclusions, unsigned 
     search_.emplace(words_, exclusionsEnd_, samples);
 }
 
-bool EntryMatcher::isMatchByWords(Utf16View entry, unsigned short const* textEnd,
-                                  unsigned long limit) {
+bool EntryMatcher::isMatchByWords(Utf16View entry, unsigned long limit) {
     unsigned long const searchUnits = search_->units();
     // More units than these that count are too many.
     unsigned long mostUnits = limit + searchUnits;
@@ -82,7 +83,7 @@ bool EntryMatcher::isMatchByWords(Utf16View entry, unsigned short const* textEnd
 
     auto left = leftOf(*cut, mostUnits);
     if (!left) return false;
-    left->textEnd = textEnd;
+    left->textEnd = texts_[0].data() + texts_[0].size();
     return search_->isLeftWithin(limit, *left);
 }
 
