@@ -137,6 +137,19 @@ TEST(FastPaths, AgreeOnLongEntries) {
     }
 }
 
+TEST(FastPaths, AgreeOnShortEntriesForALongText) {
+    RandomText random(129);
+    for (std::size_t const length : {65U, 350U, 490U}) {
+        auto const run = [&](std::size_t size) { return random.run(u"abcde", size); };
+        Searches searches(run(length) + u" xxx zzz " + run(length), u"", u"", 256);
+        for (int entry = 0; entry < 60; ++entry) {
+            auto const left = run(random.below(30)) + u"xzx" + run(random.below(9));
+            for (auto const* const shared : {u"", u"xxx ", u"zzz xxx "})
+                searches.expectSame(shared + left);
+        }
+    }
+}
+
 // By way of the word list and by way of maps.
 void expectSameComparison(std::u16string_view first, std::u16string_view second,
                           std::vector<Utf16String> const& exclusions) {

@@ -9,6 +9,7 @@
 #include "compare/weighted_distance.h"
 #include "compare/word_list.h"
 #include "search/section_scanner.h"
+#include "search/sparse_alignment.h"
 #include "search/unit_finder.h"
 #include "tests/random_text.h"
 #include "tests/test_support.h"
@@ -98,6 +99,37 @@ TEST(Distance, IsTheSameWhateverKernelWorksItOut) {
                 expectDistance(random, banded, first, second);
                 expectDistance(random, banded, second, first);
             }
+        }
+    }
+}
+
+// A few words are left out each time, and come back.
+TEST(SparseAlignment, KnowsADistanceThatIsLittleAboveTheDifferenceOfLengths) {
+    RandomText random(1000);
+    for (int round = 0; round < 120; ++round) {
+        auto const alphabet = kAlphabets[random.below(std::size(kAlphabets))];
+        auto const all = units(random.run(alphabet, round == 0 ? 1000 : 1 + random.below(300)));
+        CutText const words(random, all);
+        SparseAlignment alignment(words.pieces);
+        for (int turn = 0; turn < 10; ++turn) {
+            Utf16String left;
+            std::vector<unsigned long> leftOut;
+            for (unsigned long i = 0; i < words.pieces.size(); ++i) {
+                if (random.oneIn(4))
+                    leftOut.push_back(i);
+                else
+                    left += words.pieces[i];
+            }
+            Utf16String const other = units(random.run(alphabet, random.below(40)));
+            unsigned long const spare =
+                weightedDistance(left, other, 1, 1, 1) + other.size() - left.size();
+            for (unsigned long const word : leftOut)
+                alignment.leaveOut(word);
+            CutText const text(random, other);
+            for (unsigned long i = spare - (spare > 0); i <= std::min(spare + 1, 30UL); ++i)
+                ASSERT_EQ(alignment.isWithin(i, text), i >= spare) << left.size() << other.size();
+            for (unsigned long const word : leftOut)
+                alignment.takeBack(word);
         }
     }
 }
