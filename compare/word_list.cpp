@@ -38,13 +38,14 @@ std::uint32_t WordList::find(Utf16View word) {
 }
 
 WordList::Found WordList::probeLongWay(Utf16View word, std::uint32_t mark) {
+    constexpr unsigned long kSteps = 4;  // that a word takes as long as, besides its units
     std::uint32_t slot = mark & slotMask_;
     for (; slots_[slot].place != 0; slot = (slot + 1) & slotMask_) {
         ++longWays_;
         if (slots_[slot].mark != mark) continue;
         Utf16View const held = words_[slots_[slot].place - 1];
         if (held == word) break;
-        longWays_ += kLongWay + word.size() / kStride;
+        longWays_ += kSteps + word.size() / kStride;
     }
     if (!isKeyWorthIt()) return {slots_[slot].place, mark, slot};
     key_ = keyOf(texts_);
@@ -58,5 +59,6 @@ bool WordList::isKeyWorthIt() const {
     unsigned long units = 0;
     for (Utf16View const text : texts_)
         units += text.size();
-    return longWays_ > units / kStride;
+    constexpr unsigned long kStepsOfStride = 2;
+    return longWays_ > units / kStride * kStepsOfStride;
 }

@@ -105,6 +105,9 @@ public:
     // All words, in the order in which they were added.
     std::span<Utf16View const> words() const { return {words_.data(), size_}; }
 
+    // Of a word, in the list or not. It is another one from when the list takes a key of its own.
+    std::uint64_t hash(Utf16View word) const { return hashOf(word, key_); }
+
     // False until words have collided more than by chance.
     bool hasOwnKey() const { return hasOwnKey_; }
 

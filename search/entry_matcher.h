@@ -55,8 +55,8 @@ public:
 private:
     bool isMatchByWords(Utf16View entry, unsigned long limit);
     // Which places came up.
-    static constexpr unsigned kSeenBits = 17;
-    using Seen = std::bitset<1UL << kSeenBits>;
+    static constexpr unsigned long kSeen = 1UL << 17;
+    using Seen = std::bitset<kSeen>;
 
     // Cancels the entry's words against the search side's, and gives those that are left; nothing
     // when more than `mostUnits` units count.
