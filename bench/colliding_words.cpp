@@ -70,9 +70,10 @@ std::vector<std::u16string> collidingWords(std::size_t count, std::size_t units)
             count, [&] { return make(); },
             [](auto const& word) { return hashOfWord(word) % 4096 == 77; });
     }
-    std::uint64_t high = 0;
+    std::uint32_t high = 0;
+    constexpr std::uint32_t kSpread = 0x9E3779B1;  // odd: over all first halves
     return collect(
-        count, [&] { return hashedTo(++high << 32U | kSharedHalf); },
+        count, [&] { return hashedTo(std::uint64_t{high += kSpread} << 32U | kSharedHalf); },
         [](auto const& word) {
             if (static_cast<std::uint32_t>(hashOfWord(word)) == kSharedHalf) return true;
             throw std::logic_error("the hash is another one: no words that collide");

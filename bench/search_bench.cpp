@@ -199,6 +199,7 @@ constexpr Attack kAttacks[] = {
     {"exclusions", 85, withExclusions},
     {"exclusions_alone", 85, withOnlyExclusions},
     {"search_words", 60, forManyWords},
+    {"one_entry", 85, inOneEntry<110'000>},
     {"one_entry", 60, inOneEntry<110'000>},
     {"one_entry", 20, inOneEntry<110'000>},
     {"shorter_entry", 20, inOneEntry<20'000>},

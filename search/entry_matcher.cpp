@@ -133,7 +133,7 @@ bool EntryMatcher::hasMoreUnits(Utf16View entry, unsigned long mostUnits) {
     if (!seen_) seen_ = std::make_unique<Seen>();
     seen_->reset();
     auto const isNew = [this](Utf16View word) {
-        auto place = (*seen_)[words_.hash(word) % kSeen];
+        auto place = (*seen_)[(words_.hash(word) >> 32U) % kSeen];
         bool const wasSeen = place;
         place = true;
         return !wasSeen;

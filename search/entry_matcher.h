@@ -54,7 +54,7 @@ public:
 
 private:
     bool isMatchByWords(Utf16View entry, unsigned long limit);
-    // Which places came up.
+    // Which places came up, told by the half of a hash that the list does not keep.
     static constexpr unsigned long kSeen = 1UL << 17;
     using Seen = std::bitset<kSeen>;
 
