@@ -1,5 +1,6 @@
-// The hash of a word of two strides a, b is fold((fold((seed ^ a) * m) ^ b) * m), where fold mixes
-// the high half into the low one. Each step can be undone: for any b and any result there is one a.
+// The hash of a word of two strides a, b is the folded product of a and b, each with its part of
+// the key; so for any b there is one a that makes the one factor what it should be, and the other
+// is 1.
 #include "bench/colliding_words.h"
 
 #include <cstring>
@@ -14,24 +15,10 @@ namespace bench {
 
 namespace {
 
-constexpr std::uint64_t kMultiplier = 0x9E3779B97F4A7C15;
-constexpr std::uint64_t kSeed = 2 * kStride * kMultiplier;
 constexpr std::uint32_t kSharedHalf = 0x5EED5EED;
 
-constexpr std::uint64_t inverseOf(std::uint64_t odd) {
-    std::uint64_t inverse = odd;  // right in the lowest three bits; each step doubles them
-    for (int i = 0; i < 5; ++i)
-        inverse *= 2 - odd * inverse;
-    return inverse;
-}
-
-// What was folded and, before that, multiplied.
-std::uint64_t undo(std::uint64_t hash) {
-    return (hash ^ hash >> 32U) * inverseOf(kMultiplier);
-}
-
 std::uint64_t hashOfWord(std::u16string const& word) {
-    return hashOf({host_client::hostUnits(word.data()), word.size()});
+    return hashOf({host_client::hostUnits(word.data()), word.size()}, HashKey());
 }
 
 bool isWord(std::u16string const& word) {
@@ -59,9 +46,10 @@ auto randomWord(std::size_t units) {
     };
 }
 
-std::u16string hashedTo(std::uint64_t hash, std::uint64_t b) {
-    std::uint64_t const a = undo(undo(hash) ^ b) ^ kSeed;
+std::u16string hashedTo(std::uint64_t hash) {
     std::u16string word(2 * kStride, u'\0');
+    std::uint64_t const a = hash ^ HashKey().first;
+    std::uint64_t const b = 1 ^ word.size() ^ HashKey().second;
     std::memcpy(word.data(), &a, sizeof a);
     std::memcpy(word.data() + kStride, &b, sizeof b);
     return word;
@@ -82,10 +70,10 @@ std::vector<std::u16string> collidingWords(std::size_t count, std::size_t units)
             count, [&] { return make(); },
             [](auto const& word) { return hashOfWord(word) % 4096 == 77; });
     }
-    std::mt19937_64 engine(1);
-    std::uint64_t high = 0;
+    std::uint32_t high = 0;
+    constexpr std::uint32_t kSpread = 0x9E3779B1;  // odd: over all first halves
     return collect(
-        count, [&] { return hashedTo(++high << 32U | kSharedHalf, engine()); },
+        count, [&] { return hashedTo(std::uint64_t{high += kSpread} << 32U | kSharedHalf); },
         [](auto const& word) {
             if (static_cast<std::uint32_t>(hashOfWord(word)) == kSharedHalf) return true;
             throw std::logic_error("the hash is another one: no words that collide");

@@ -166,8 +166,9 @@ Search forManyWords(bool isAttack) {
     return {searched, join(entries(5'000)).substr(0, 300'000), {}};
 }
 
+template <std::size_t kWords>
 Search inOneEntry(bool isAttack) {
-    return {u"bad cat", joined(eightUnits(110'000, isAttack), u' '), {}};
+    return {u"bad cat", joined(eightUnits(kWords, isAttack), u' '), {}};
 }
 
 // Blanks let the limit rise to one less than the units of the long word, where lengths do not
@@ -186,18 +187,32 @@ Search forLongWord(bool isAttack, std::size_t length, std::u16string const& shar
     return {searched, dictionary, {}};
 }
 
+// A hundred units are left of each entry, too many to be aligned one by one.
+Search forLongWordInPart(bool isAttack) {
+    auto const rest = text(1000, false, 7);
+    std::u16string entry = u"x " + rest.substr(0, 120);
+    std::erase(entry, u' ');
+    return forLongWord(isAttack, 978, u" x", u"x " + entry + u';');
+}
+
 constexpr Attack kAttacks[] = {
     {"exclusions", 85, withExclusions},
     {"exclusions_alone", 85, withOnlyExclusions},
     {"search_words", 60, forManyWords},
-    {"one_entry", 60, inOneEntry},
+    {"one_entry", 85, inOneEntry<110'000>},
+    {"one_entry", 60, inOneEntry<110'000>},
+    {"one_entry", 20, inOneEntry<110'000>},
+    {"shorter_entry", 20, inOneEntry<20'000>},
     {"one_unit_entries", 1, [](bool isAttack) { return forLongWord(isAttack, 980, u"", u"e;"); }},
     {"shared_words", 1, [](bool isAttack) { return forLongWord(isAttack, 981, u" x", u"x e;"); }},
+    {"shared_and_more", 1, forLongWordInPart},
 };
 
 void addAttacks() {
     for (auto const& attack : kAttacks) {
-        addCase(std::string("search_corner/attack/") + attack.name, [&attack](auto& state) {
+        auto const name = std::string("search_corner/attack/") + attack.name + '/' +
+                          std::to_string(attack.percent);
+        addCase(name, [&attack](auto& state) {
             Search const slow = attack.make(true);
             Search const ordinary = attack.make(false);
             race(state,

@@ -7,6 +7,7 @@
 #include "compare/word_comparison.h"
 
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <cassert>
 #include <cstring>
@@ -95,7 +96,8 @@ Utf16View onlyWord(TextMeasures const& text) {
 class WordBalance {
 public:
     WordBalance(TextMeasures const& first, TextMeasures const& second)
-        : list_(first.words + second.words),
+        : texts_{first.text, second.text},
+          list_(first.words + second.words, texts_),
           balance_(first.words + second.words),
           words_(first.words + second.words),
           places_(first.words + second.words),
@@ -138,6 +140,7 @@ private:
         return {{words_.data() + begin, out}, units};
     }
 
+    std::array<Utf16View, 2> const texts_;
     WordList list_;
     FixedBuffer<int, WordList::kFewWords> balance_;           // by place in the list
     FixedBuffer<Utf16View, WordList::kFewWords> words_;       // of both texts, in order

@@ -5,18 +5,18 @@
 
 void WordList::reserve(unsigned long capacity) {
     if (capacity <= capacity_) return;
-    // A tree takes longer to build anew.
-    unsigned long const factor = tree_ ? 8 : 2;
-    capacity = std::min(std::max(capacity, factor * capacity_), kMaxCapacity);
+    capacity = std::min(std::max(capacity, 2UL * capacity_), kMaxCapacity);
     std::uint32_t const formerlyAppended = slotOfAppended();
     words_.enlarge(capacity, size_);
     slotOf_.enlarge(capacity, size_);
-    slots_.enlarge(maskFor(capacity) + 3UL, 0);
+    slots_.enlarge(maskFor(capacity) + 2UL, 0);
     capacity_ = static_cast<std::uint32_t>(capacity);
     slotMask_ = maskFor(capacity);
-    clearSlots();
-    tree_.reset();
-    // Each word is added anew, in its old place.
+    placeAll(formerlyAppended);
+}
+
+void WordList::placeAll(std::uint32_t formerlyAppended) {
+    std::fill_n(slots_.data(), slotMask_ + 1UL, Slot{0, 0});
     for (std::uint32_t const size = std::exchange(size_, 0); size_ < size;) {
         Utf16View const word = words_[size_];
         if (slotOf_[size_] == formerlyAppended) {
@@ -32,20 +32,33 @@ void WordList::grow() {
     reserve(capacity_ + 1UL);
 }
 
-std::uint32_t WordList::findOrAddInTree(Utf16View word) {
-    if (!tree_) tree_ = std::make_unique<Tree>();
-    auto const [found, isNew] = tree_->byText.try_emplace(word, size_);
-    if (!isNew) return found->second;
-    tree_->inOrder.push_back(found);
-    words_[size_] = word;
-    slotOf_[size_] = slotOfTree();
-    return size_++;
+std::uint32_t WordList::find(Utf16View word) {
+    static_assert(kNotFound == std::uint32_t{0} - 1);
+    return probe(word).place - 1;
 }
 
-std::uint32_t WordList::find(Utf16View word) {
-    Slot const* const slot = probe(word, static_cast<std::uint32_t>(hashOf(word)));
-    if (slot != nullptr) return slot->place != 0 ? slot->place - 1 : kNotFound;
-    if (!tree_) return kNotFound;
-    auto const found = tree_->byText.find(word);
-    return found != tree_->byText.end() ? found->second : kNotFound;
+WordList::Found WordList::probeLongWay(Utf16View word, std::uint32_t mark) {
+    constexpr unsigned long kSteps = 4;  // that a word takes as long as, besides its units
+    std::uint32_t slot = mark & slotMask_;
+    for (; slots_[slot].place != 0; slot = (slot + 1) & slotMask_) {
+        ++longWays_;
+        if (slots_[slot].mark != mark) continue;
+        Utf16View const held = words_[slots_[slot].place - 1];
+        if (held == word) break;
+        longWays_ += kSteps + word.size() / kStride;
+    }
+    if (!isKeyWorthIt()) return {slots_[slot].place, mark, slot};
+    key_ = keyOf(texts_);
+    hasOwnKey_ = true;
+    placeAll(slotOfAppended());
+    return probe(word);
+}
+
+bool WordList::isKeyWorthIt() const {
+    if (hasOwnKey_ || texts_.empty()) return false;
+    unsigned long units = 0;
+    for (Utf16View const text : texts_)
+        units += text.size();
+    constexpr unsigned long kStepsOfStride = 2;
+    return longWays_ > units / kStride * kStepsOfStride;
 }

@@ -4,9 +4,9 @@
 // An open table with linear probing, at most half full. Words leave it only from the end of the
 // list, the last one first; so no word ever stands behind a slot that was freed.
 //
-// Whoever chooses the words can choose them so that they all share their place in the table. A word
-// whose hash another one has, or that finds no slot near its place, therefore lies in a search
-// tree, and costs itself a few comparisons more and others nothing.
+// Whoever chooses the words can choose them so that they all share their place in the table. Once
+// long ways through it have cost about as much as reading all texts would, they are read, for a key
+// (compare/hash_key.h), and the words are given other places by it.
 #pragma once
 
 #include <algorithm>
@@ -14,12 +14,10 @@
 #include <cassert>
 #include <cstdint>
 #include <cstring>
-#include <map>
-#include <memory>
 #include <span>
-#include <vector>
 
 #include "compare/fixed_buffer.h"
+#include "compare/hash_key.h"
 #include "compare/utf16_string.h"
 
 inline constexpr unsigned long kStride = sizeof(std::uint64_t) / sizeof(unsigned short);
@@ -50,27 +48,26 @@ inline bool hasUnits(unsigned short const* units, Utf16View word) {
             (loadStride(units + last) ^ loadStride(other + last))) == 0;
 }
 
+// The halves of the product, folded.
+inline std::uint64_t foldedProduct(std::uint64_t a, std::uint64_t b) {
+    __extension__ using Product = unsigned __int128;
+    Product const product = Product{a} * b;
+    return static_cast<std::uint64_t>(product) ^ static_cast<std::uint64_t>(product >> 64U);
+}
+
 // Equal words have equal hashes; `word` is not empty. Every unit takes part, four at a time; the
 // last four may overlap those before.
-inline std::uint64_t hashOf(Utf16View word) {
+inline std::uint64_t hashOf(Utf16View word, HashKey const& key) {
     assert(!word.empty());
-    constexpr std::uint64_t kMultiplier = 0x9E3779B97F4A7C15;  // odd, its bits well mixed
     unsigned short const* const units = word.data();
     unsigned long const length = word.size();
-    std::uint64_t hash = length * kMultiplier;
-    if (length < kStride) {
-        hash = (hash ^ loadFew(units, length)) * kMultiplier;
-        return hash ^ hash >> 32U;
-    }
-    auto const mix = [&hash](std::uint64_t stride) {
-        hash = (hash ^ stride) * kMultiplier;
-        hash ^= hash >> 32U;
-    };
-    mix(loadStride(units));
+    if (length < kStride)
+        return foldedProduct(loadFew(units, length) ^ key.first, length ^ key.second);
+    std::uint64_t hash = key.first;
     for (unsigned long at = kStride; at + kStride < length; at += kStride)
-        mix(loadStride(units + at));
-    mix(loadStride(units + length - kStride));
-    return hash;
+        hash = foldedProduct(loadStride(units + at) ^ hash, key.second);
+    return foldedProduct(loadStride(units) ^ hash,
+                         loadStride(units + length - kStride) ^ length ^ key.second);
 }
 
 class WordList {
@@ -83,8 +80,9 @@ public:
     // The most words that it can hold: every word has a slot and another one free.
     static constexpr unsigned long kMaxCapacity = 1UL << 30;
 
-    // Allocates, unless the words are few. `capacity` is at most kMaxCapacity.
-    explicit WordList(unsigned long capacity);
+    // Allocates, unless the words are few. `capacity` is at most kMaxCapacity. `texts` are all that
+    // words come from, or empty where nobody chooses them to collide; they outlive this.
+    WordList(unsigned long capacity, std::span<Utf16View const> texts);
 
     std::uint32_t size() const { return size_; }
 
@@ -107,8 +105,11 @@ public:
     // All words, in the order in which they were added.
     std::span<Utf16View const> words() const { return {words_.data(), size_}; }
 
-    // Of these, the words that lie in the tree.
-    unsigned long wordsInTree() const { return tree_ ? tree_->byText.size() : 0; }
+    // Of a word, in the list or not. It is another one from when the list takes a key of its own.
+    std::uint64_t hash(Utf16View word) const { return hashOf(word, key_); }
+
+    // False until words have collided more than by chance.
+    bool hasOwnKey() const { return hasOwnKey_; }
 
     // Takes out the words from `size` on.
     void cutBackTo(std::uint32_t size);
@@ -118,89 +119,78 @@ private:
         std::uint32_t mark;   // a hash of the word
         std::uint32_t place;  // in the list, from 1; 0 is a free slot
     };
-    // Words that are not made to collide need fewer, a quarter of a million of them included.
-    static constexpr unsigned kMaxProbes = 64;
-
-    // Any order will do. Four units at a time are much quicker than a call for each word.
-    struct ShorterFirst {
-        bool operator()(Utf16View a, Utf16View b) const {
-            if (a.size() != b.size()) return a.size() < b.size();
-            if (a.size() < kStride)
-                return loadFew(a.data(), a.size()) < loadFew(b.data(), b.size());
-            for (unsigned long at = 0; at + kStride < a.size(); at += kStride) {
-                std::uint64_t const ofA = loadStride(a.data() + at);
-                std::uint64_t const ofB = loadStride(b.data() + at);
-                if (ofA != ofB) return ofA < ofB;
-            }
-            unsigned long const last = a.size() - kStride;
-            return loadStride(a.data() + last) < loadStride(b.data() + last);
-        }
+    struct Found {
+        std::uint32_t place;  // as in the slot
+        std::uint32_t mark;
+        std::uint32_t slot;  // the word's or, free, the one that it would take
     };
-    struct Tree {
-        using Places = std::map<Utf16View, std::uint32_t, ShorterFirst>;
+    // A longer way through the table is long: few words have one that are not made to collide.
+    static constexpr unsigned kLongWay = 32;
 
-        Places byText;
-        std::vector<Places::iterator> inOrder;
-    };
-
-    // Slots behind the table, which are written and never read: what is in them takes no slot.
+    // A slot behind the table, which is written and never read: what is in it takes no slot.
     std::uint32_t slotOfAppended() const { return slotMask_ + 1; }
-    std::uint32_t slotOfTree() const { return slotMask_ + 2; }
     static std::uint32_t maskFor(unsigned long capacity) {
         return static_cast<std::uint32_t>(std::bit_ceil(2 * std::max(capacity, 1UL)) - 1);
     }
 
     void grow();
-    void clearSlots() { std::fill_n(slots_.data(), slotMask_ + 1UL, Slot{0, 0}); }
-    // The word's slot or the free one that it would take; null when only the tree can have it.
-    Slot* probe(Utf16View word, std::uint32_t mark);
-    std::uint32_t findOrAddInTree(Utf16View word);
+    // Gives each word a place in the table anew. `formerlyAppended` is the slot of those that have
+    // none.
+    void placeAll(std::uint32_t formerlyAppended);
+    Found probe(Utf16View word);
+    Found probeLongWay(Utf16View word, std::uint32_t mark);
+    bool isKeyWorthIt() const;
 
     std::uint32_t capacity_;
     std::uint32_t size_ = 0;
     std::uint32_t slotMask_;  // the number of slots, a power of two, less 1
     FixedBuffer<Utf16View, kFewWords> words_;
     FixedBuffer<std::uint32_t, kFewWords> slotOf_;  // by place in the list
-    FixedBuffer<Slot, 2 * kFewWords + 2> slots_;
-    std::unique_ptr<Tree> tree_;
+    FixedBuffer<Slot, 2 * kFewWords + 1> slots_;
+    std::span<Utf16View const> texts_;
+    HashKey key_;
+    bool hasOwnKey_ = false;
+    unsigned long longWays_ = 0;  // as many steps as all of them took
 };
 
 // Here, since they run for every word of every entry.
 
-inline WordList::WordList(unsigned long capacity)
+inline WordList::WordList(unsigned long capacity, std::span<Utf16View const> texts)
     : capacity_(static_cast<std::uint32_t>(capacity)),
       slotMask_(maskFor(capacity)),
       words_(capacity),
       slotOf_(capacity),
-      slots_(slotMask_ + 3UL) {
+      slots_(slotMask_ + 2UL),
+      texts_(texts) {
     assert(capacity <= kMaxCapacity);
-    clearSlots();
+    std::fill_n(slots_.data(), slotMask_ + 1UL, Slot{0, 0});
 }
 
-inline WordList::Slot* WordList::probe(Utf16View word, std::uint32_t mark) {
+inline WordList::Found WordList::probe(Utf16View word) {
+    auto const mark = static_cast<std::uint32_t>(hashOf(word, key_));
     std::uint32_t slot = mark & slotMask_;
-    for (unsigned probes = 0; probes < kMaxProbes; ++probes) {
-        Slot* const at = &slots_[slot];
-        if (at->place == 0) return at;
-        if (at->mark == mark) {
-            Utf16View const held = words_[at->place - 1];
-            return held.size() == word.size() && hasUnits(held.data(), word) ? at : nullptr;
+    for (unsigned probes = 0; probes < kLongWay; ++probes) {
+        Slot const at = slots_[slot];
+        if (at.place == 0) return {0, mark, slot};
+        if (at.mark == mark) {
+            Utf16View const held = words_[at.place - 1];
+            if (held.size() == word.size() && hasUnits(held.data(), word))
+                return {at.place, mark, slot};
+            break;
         }
         slot = (slot + 1) & slotMask_;
     }
-    return nullptr;
+    return probeLongWay(word, mark);
 }
 
 inline std::uint32_t WordList::findOrAdd(Utf16View word) {
-    auto const mark = static_cast<std::uint32_t>(hashOf(word));
     if (size_ == capacity_) grow();
-    Slot* const slot = probe(word, mark);
-    if (slot == nullptr) return findOrAddInTree(word);
-    if (slot->place != 0) return slot->place - 1;
+    Found const found = probe(word);
+    if (found.place != 0) return found.place - 1;
     std::uint32_t const place = size_++;
     words_[place] = word;
-    slotOf_[place] = static_cast<std::uint32_t>(slot - slots_.data());
-    *slot = {mark, place + 1};
+    slotOf_[place] = found.slot;
+    slots_[found.slot] = {found.mark, place + 1};
     return place;
 }
 
@@ -212,11 +202,6 @@ inline void WordList::append(Utf16View word) {
 
 inline void WordList::cutBackTo(std::uint32_t size) {
     assert(size <= size_);
-    if (tree_) {
-        auto& inOrder = tree_->inOrder;
-        for (; !inOrder.empty() && inOrder.back()->second >= size; inOrder.pop_back())
-            tree_->byText.erase(inOrder.back());
-    }
     while (size_ > size)
         slots_[slotOf_[--size_]].place = 0;
 }

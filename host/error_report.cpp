@@ -1,6 +1,16 @@
-// Reports to the host. Every one has the same form; only the message differs.
+// Reports to the host. Every one has the same form; only the message differs, and its language.
+#include <cwchar>
+
 #include "host/near_text_comparer.h"
 #include "host/text_width.h"
+
+namespace {
+
+// The names under which the host asks for Russian messages.
+constexpr wchar_t const* kLocaleNames[] = {L"ru",  L"ru_ru",   L"ru_RU",
+                                           L"rus", L"rus_rus", L"rus_RUS"};
+
+}  // namespace
 
 wchar_t const NearTextComparer::kErrorMessages[3][2][500] = {
     {L"String length must be no longer 1000 characters",
@@ -9,6 +19,13 @@ wchar_t const NearTextComparer::kErrorMessages[3][2][500] = {
     {L"Internal error. Try to rerun",
      L"Внуттрення ошибка. Попробуйте попробовать запустить компоненты снова"},
 };
+
+void NearTextComparer::setRussianLocaleFlag(unsigned short const* locale) {
+    auto const name = widen(locale);
+    for (wchar_t const* russian : kLocaleNames) {
+        if (std::wcscmp(name.get(), russian) == 0) russianLocale_ = true;
+    }
+}
 
 wchar_t const* NearTextComparer::getErrorDescr(Error error) const {
     return kErrorMessages[error][russianLocale_ ? 1 : 0];

@@ -1,25 +1,13 @@
-// The component object: the objects it borrows, its call entry and its language.
+// The component object: the objects it borrows and its call entry.
 #include "host/near_text_comparer.h"
 
-#include <cwchar>
 #include <locale>
-
-#include "host/text_width.h"
-
-namespace {
-
-// The names under which the host asks for Russian messages.
-constexpr wchar_t const* kLocaleNames[] = {L"ru",  L"ru_ru",   L"ru_RU",
-                                           L"rus", L"rus_rus", L"rus_RUS"};
-
-}  // namespace
 
 // The constructor of a stream that names no mode is a newer symbol than any other here, where a
 // compiler does not inline it.
 NearTextComparer::NearTextComparer()
     : connection_(nullptr),
       memManager_(nullptr),
-      russianLocale_(false),
       numberStream_(std::ios_base::in | std::ios_base::out) {
     // The host's process may have set a global locale that groups digits.
     numberStream_.imbue(std::locale::classic());
@@ -61,14 +49,4 @@ bool NearTextComparer::CallAsFunc(long method, _tVariant* ret, _tVariant* params
 
 void NearTextComparer::SetLocale(unsigned short const* locale) {
     setRussianLocaleFlag(locale);
-}
-
-void NearTextComparer::setRussianLocaleFlag(unsigned short const* locale) {
-    auto const name = widen(locale);
-    for (wchar_t const* russian : kLocaleNames) {
-        if (std::wcscmp(name.get(), russian) == 0) {
-            russianLocale_ = true;
-            return;
-        }
-    }
 }

@@ -96,7 +96,7 @@ private:
 
     HostConnection* connection_;
     HostMemoryManager* memManager_;
-    bool russianLocale_;
+    bool russianLocale_ = false;
     DamerauLevenshteinDistance distance_;
     std::basic_stringstream<wchar_t> numberStream_;  // turns numbers into text
 };

@@ -28,25 +28,14 @@ unsigned long firstCapacity(Utf16View searchText, Utf16View exclusions, unsigned
     return TextMeasures(searchText).words + entryWords + std::min(exclusions.size() / 2 + 1, kMost);
 }
 
-// Which of 2^kBits places a word has. Not the hash of the word list, so that words chosen to
-// collide there are still told apart here.
-template <unsigned kBits>
-unsigned long placeOf(Utf16View word) {
-    constexpr std::uint64_t kOfBegin = 0xD1342543DE82EF95;
-    constexpr std::uint64_t kOfEnd = 0xF1357AEA2E62A9C5;
-    unsigned long const size = word.size();
-    std::uint64_t const begin =
-        size < kStride ? loadFew(word.data(), size) : loadStride(word.data());
-    std::uint64_t const end = size < kStride ? size : loadStride(word.data() + size - kStride);
-    return (begin * kOfBegin + (end ^ size) * kOfEnd) >> (64 - kBits);
-}
-
 }  // namespace
 
-EntryMatcher::EntryMatcher(Utf16View searchText, Utf16View exclusions, unsigned short separator,
-                           std::span<Utf16View const> samples, unsigned long entryWords)
-    : entryWords_(entryWords),
-      words_(firstCapacity(searchText, exclusions, entryWords)),
+EntryMatcher::EntryMatcher(Utf16View searchText, Utf16View dictionary, Utf16View exclusions,
+                           unsigned short separator, std::span<Utf16View const> samples,
+                           unsigned long entryWords)
+    : texts_{dictionary, searchText, exclusions},
+      entryWords_(entryWords),
+      words_(firstCapacity(searchText, exclusions, entryWords), texts_),
       cutter_(entryWords) {
     assert(searchText.size() <= kMaxTextLength && entryWords <= kEntryWords);
     SectionScanner scanner(exclusions, separator);
@@ -62,8 +51,7 @@ EntryMatcher::EntryMatcher(Utf16View searchText, Utf16View exclusions, unsigned 
     search_.emplace(words_, exclusionsEnd_, samples);
 }
 
-bool EntryMatcher::isMatchByWords(Utf16View entry, unsigned short const* textEnd,
-                                  unsigned long limit) {
+bool EntryMatcher::isMatchByWords(Utf16View entry, unsigned long limit) {
     unsigned long const searchUnits = search_->units();
     // More units than these that count are too many.
     unsigned long mostUnits = limit + searchUnits;
@@ -82,7 +70,7 @@ bool EntryMatcher::isMatchByWords(Utf16View entry, unsigned short const* textEnd
 
     auto left = leftOf(*cut, mostUnits);
     if (!left) return false;
-    left->textEnd = textEnd;
+    left->textEnd = texts_[0].data() + texts_[0].size();
     return search_->isLeftWithin(limit, *left);
 }
 
@@ -145,7 +133,7 @@ bool EntryMatcher::hasMoreUnits(Utf16View entry, unsigned long mostUnits) {
     if (!seen_) seen_ = std::make_unique<Seen>();
     seen_->reset();
     auto const isNew = [this](Utf16View word) {
-        auto place = (*seen_)[placeOf<kSeenBits>(word)];
+        auto place = (*seen_)[(words_.hash(word) >> 32U) % kSeen];
         bool const wasSeen = place;
         place = true;
         return !wasSeen;

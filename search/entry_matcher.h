@@ -11,6 +11,7 @@
 #pragma once
 
 #include <algorithm>
+#include <array>
 #include <bitset>
 #include <memory>
 #include <optional>
@@ -27,31 +28,35 @@ public:
     // Few entries have more words; those that have take memory that is kept.
     static constexpr unsigned long kEntryWords = 256;
 
-    // `searchText` is the text's first section, of at most 1000 units. `samples` are texts of the
-    // list, or empty; they make no difference to an answer. `entryWords` are as many as an entry
-    // is likely to have, kEntryWords at most. All texts outlive this.
-    EntryMatcher(Utf16View searchText, Utf16View exclusions, unsigned short separator,
-                 std::span<Utf16View const> samples, unsigned long entryWords);
+    // `searchText` is the text's first section, of at most 1000 units. Entries are parts of
+    // `dictionary`. `samples` are texts of it, or empty; they make no difference to an answer.
+    // `entryWords` are as many as an entry is likely to have, kEntryWords at most. All texts
+    // outlive this.
+    EntryMatcher(Utf16View searchText, Utf16View dictionary, Utf16View exclusions,
+                 unsigned short separator, std::span<Utf16View const> samples,
+                 unsigned long entryWords);
+    EntryMatcher(EntryMatcher const&) = delete;
+    EntryMatcher& operator=(EntryMatcher const&) = delete;
 
     // A unit that few entries hold, as far as the samples tell, and that a match within 0 edits
     // must hold; nothing where there is none.
     std::optional<unsigned short> neededUnit() { return search_->rarestUnit(); }
 
     // True when what is left of `entry`, which holds a word, is within `limit` edits of what is
-    // left of the search text. The text that the entry is part of can be read up to `textEnd`.
-    bool isMatch(Utf16View entry, unsigned short const* textEnd, unsigned long limit) {
+    // left of the search text.
+    bool isMatch(Utf16View entry, unsigned long limit) {
         // Most entries need no more.
         unsigned long const searchUnits = search_->units();
         if (std::max(searchUnits, entry.size()) <= limit) return true;
         if (searchUnits > entry.size() + limit) return false;
-        return isMatchByWords(entry, textEnd, limit);
+        return isMatchByWords(entry, limit);
     }
 
 private:
-    bool isMatchByWords(Utf16View entry, unsigned short const* textEnd, unsigned long limit);
-    // Which places came up.
-    static constexpr unsigned kSeenBits = 17;
-    using Seen = std::bitset<1UL << kSeenBits>;
+    bool isMatchByWords(Utf16View entry, unsigned long limit);
+    // Which places came up, told by the half of a hash that the list does not keep.
+    static constexpr unsigned long kSeen = 1UL << 17;
+    using Seen = std::bitset<kSeen>;
 
     // Cancels the entry's words against the search side's, and gives those that are left; nothing
     // when more than `mostUnits` units count.
@@ -64,6 +69,7 @@ private:
     // True when surely more than `mostUnits` units of the entry count. Takes any number of words.
     bool hasMoreUnits(Utf16View entry, unsigned long mostUnits);
 
+    std::array<Utf16View, 3> const texts_;
     unsigned long const entryWords_;
     WordList words_;
     std::uint32_t exclusionsEnd_;

@@ -4,7 +4,11 @@
 
 SearchSide::SearchSide(WordList const& list, std::uint32_t begin,
                        std::span<Utf16View const> samples)
-    : list_(list), begin_(begin), samples_(samples), cancelledBy_(list.size() - begin) {
+    : list_(list),
+      begin_(begin),
+      samples_(samples),
+      cancelledBy_(list.size() - begin),
+      cancelled_(cancelledBy_.size()) {
     for (Utf16View const word : words())
         histogram_.add(word);
 }
@@ -30,6 +34,7 @@ unsigned long SearchSide::missingIn(Utf16View entry, unsigned long limit) {
 
 void SearchSide::restore() {
     ++entry_;
+    cancelledCount_ = 0;
     cancelledUnits_ = 0;
 }
 
@@ -38,6 +43,10 @@ bool SearchSide::isLeftWithin(unsigned long limit, Pieces const& entryLeft) {
     if (auto const answer = isWithinByLengths(limit, rows, entryLeft.units)) return *answer;
     if (units() <= MatchVector<Rows64>::kRows) return isWithinRows(fewRows_, limit, entryLeft);
     if (units() <= MatchVector<Rows128>::kRows) return isWithinRows(moreRows_, limit, entryLeft);
+    // Several edits to spare take as long as all blocks of rows; more of them, as making them anew.
+    unsigned long const mostSpare = cancelledUnits_ == 0 ? 5 : SparseAlignment::kMostSpare;
+    unsigned long const spare = limit + entryLeft.units - rows;
+    if (spare <= mostSpare) return isSparselyWithin(spare, entryLeft);
     if (cancelledUnits_ == 0) return banded_.isWithinOfSame(limit, {words(), rows}, entryLeft);
     left_.clear();
     left_.reserve(words().size());
@@ -48,6 +57,17 @@ bool SearchSide::isLeftWithin(unsigned long limit, Pieces const& entryLeft) {
     // Leaves the rows of all words in place.
     bool const isShort = std::min(rows, entryLeft.units) <= MatchVector<Rows64>::kRows;
     return isShort ? isWithin(limit, left, entryLeft) : banded_.isWithin(limit, left, entryLeft);
+}
+
+bool SearchSide::isSparselyWithin(unsigned long spare, Pieces const& entryLeft) {
+    if (!sparse_) sparse_.emplace(words());
+    auto const cancelled = std::span(cancelled_).first(cancelledCount_);
+    for (unsigned long const word : cancelled)
+        sparse_->leaveOut(word);
+    bool const isWithin = sparse_->isWithin(spare, entryLeft);
+    for (unsigned long const word : cancelled)
+        sparse_->takeBack(word);
+    return isWithin;
 }
 
 template <class Rows>

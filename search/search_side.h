@@ -12,6 +12,7 @@
 #include "compare/bit_parallel_distance.h"
 #include "compare/utf16_string.h"
 #include "compare/word_list.h"
+#include "search/sparse_alignment.h"
 
 class SearchSide {
 public:
@@ -36,6 +37,7 @@ public:
     bool cancel(unsigned long word) {
         if (cancelledBy_[word] == entry_) return false;
         cancelledBy_[word] = entry_;
+        cancelled_[cancelledCount_++] = static_cast<std::uint16_t>(word);
         cancelledUnits_ += words()[word].size();
         return true;
     }
@@ -58,6 +60,7 @@ private:
     template <class Rows>
     bool isWithinRows(std::optional<RowsOfWords<Rows>>& rows, unsigned long limit,
                       Pieces const& entryLeft);
+    bool isSparselyWithin(unsigned long spare, Pieces const& entryLeft);
     template <class Rows>
     MatchVector<Rows> const& leftOf(RowsOfWords<Rows>& rows) const;
 
@@ -74,10 +77,13 @@ private:
 
     std::uint32_t entry_ = 0;                 // the number of the one at hand
     std::vector<std::uint32_t> cancelledBy_;  // by word: the last entry that has it
+    std::vector<std::uint16_t> cancelled_;    // those that the entry at hand has, and room for all
+    unsigned long cancelledCount_ = 0;
     unsigned long cancelledUnits_ = 0;
 
     std::optional<RowsOfWords<Rows64>> fewRows_;    // of up to 64 units
     std::optional<RowsOfWords<Rows128>> moreRows_;  // of up to 128
     BandedDistance banded_;                         // of more
+    std::optional<SparseAlignment> sparse_;         // of more, where few edits are to spare
     std::vector<Utf16View> left_;
 };

@@ -77,13 +77,12 @@ std::vector<unsigned long> findMatches(SearchInput const& in) {
     Section const search = searchSection(in.searchText);
     Samples const samples(in.dictionary);
     // An entry has at most half as many words as the dictionary has units, rounded up.
-    EntryMatcher matcher(search.text, in.exclusions, in.separator, samples,
+    EntryMatcher matcher(search.text, in.dictionary, in.exclusions, in.separator, samples,
                          std::min(EntryMatcher::kEntryWords, in.dictionary.size() / 2 + 1));
     Tolerance const ofShort(in.percentShort);
     Tolerance const ofLong(in.percentLong);
     std::vector<unsigned long> matches;
     unsigned long index = 0;
-    unsigned short const* const dictionaryEnd = in.dictionary.data() + in.dictionary.size();
     // Other percentages hardly ever allow no edit at all.
     std::optional<UnitFinder> needed;
     if (std::max(in.percentShort, in.percentLong) >= 100) {
@@ -95,7 +94,7 @@ std::vector<unsigned long> findMatches(SearchInput const& in) {
         unsigned long const limit =
             (isLong ? ofLong : ofShort).limit(std::max(entry.length, search.length));
         if (limit == 0 && needed && !needed->isIn(entry.text)) continue;
-        if (matcher.isMatch(entry.text, dictionaryEnd, limit)) matches.push_back(index);
+        if (matcher.isMatch(entry.text, limit)) matches.push_back(index);
     }
     return matches;
 }

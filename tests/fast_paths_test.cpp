@@ -35,7 +35,7 @@ std::u16string joined(std::vector<std::u16string> const& words, std::u16string c
     return text;
 }
 
-// One search text, held against one entry after another.
+// One search text, held against one entry after another, each in the same dictionary.
 struct Searches {
     Searches(std::u16string_view searchText, std::u16string_view exclusionTexts,
              std::u16string_view sampleText, unsigned long room)
@@ -44,26 +44,28 @@ struct Searches {
           sample(units(sampleText)),
           samples{sample},
           plain(text, exclusions, ';'),
-          matcher(text, exclusions, ';', samples, room) {}
+          matcher(text, dictionary, exclusions, ';', samples, room) {}
 
     void expectSame(std::u16string_view entry) {
-        // With more text behind it, and without.
-        std::u16string const list = std::u16string(entry) + u";a much longer entry";
-        std::u16string const own(entry);
-        bool const isFollowed = entry.size() % 2 == 0;
-        Utf16View const view(hostUnits((isFollowed ? list : own).data()), entry.size());
-        auto const* const textEnd =
-            isFollowed ? hostUnits(list.data()) + list.size() : hostUnits(own.data()) + own.size();
+        Utf16View const view = inDictionary(entry);
         unsigned long const turn = turnOf(text.size() + entry.size(), [&](unsigned long limit) {
             return plain.isMatch(view, limit);
         });
         for (unsigned long limit = turn - (turn > 0); limit <= turn + 1; ++limit)
-            ASSERT_EQ(matcher.isMatch(view, textEnd, limit), limit >= turn)
-                << shown(entry) << limit;
+            ASSERT_EQ(matcher.isMatch(view, limit), limit >= turn) << shown(entry) << limit;
+    }
+
+    // With more text behind it, or none.
+    Utf16View inDictionary(std::u16string_view entry) {
+        std::size_t const behind = entry.size() % 2 == 0 ? 20 : 0;
+        std::size_t const at = dictionary.size() - behind - entry.size();
+        std::copy(entry.begin(), entry.end(), dictionary.begin() + static_cast<long>(at));
+        return Utf16View(dictionary).substr(at, entry.size());
     }
 
     Utf16String const text;
     Utf16String const exclusions;
+    Utf16String dictionary = Utf16String(10'000, 'x');
     Utf16String const sample;
     std::array<Utf16View, 1> const samples;
     PlainSearch const plain;
@@ -127,10 +129,23 @@ TEST(FastPaths, AgreeOnLongEntries) {
                 entry += u" ltd " + std::u16string(random.below(90), u' ') + text.substr(500);
             entry.resize(size);
             searches.expectSame(entry);
-            Utf16String const view = units(entry);
+            Utf16View const view = searches.inDictionary(entry);
             for (unsigned long const limit : {300U, 450U, 600U, 670U})
-                EXPECT_EQ(searches.matcher.isMatch(view, view.data() + view.size(), limit),
+                EXPECT_EQ(searches.matcher.isMatch(view, limit),
                           searches.plain.isMatch(view, limit));
+        }
+    }
+}
+
+TEST(FastPaths, AgreeOnShortEntriesForALongText) {
+    RandomText random(129);
+    for (std::size_t const length : {65U, 350U, 490U}) {
+        auto const run = [&](std::size_t size) { return random.run(u"abcde", size); };
+        Searches searches(run(length) + u" xxx zzz " + run(length), u"", u"", 256);
+        for (int entry = 0; entry < 60; ++entry) {
+            auto const left = run(random.below(30)) + u"xzx" + run(random.below(9));
+            for (auto const* const shared : {u"", u"xxx ", u"zzz xxx "})
+                searches.expectSame(shared + left);
         }
     }
 }

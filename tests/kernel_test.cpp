@@ -1,6 +1,7 @@
 // What the fast paths are made of, each part held against a form that is plain to see.
 #include <map>
 #include <numeric>
+#include <set>
 #include <unordered_map>
 
 #include "compare/bag_distance.h"
@@ -8,6 +9,7 @@
 #include "compare/weighted_distance.h"
 #include "compare/word_list.h"
 #include "search/section_scanner.h"
+#include "search/sparse_alignment.h"
 #include "search/unit_finder.h"
 #include "tests/random_text.h"
 #include "tests/test_support.h"
@@ -101,6 +103,37 @@ TEST(Distance, IsTheSameWhateverKernelWorksItOut) {
     }
 }
 
+// A few words are left out each time, and come back.
+TEST(SparseAlignment, KnowsADistanceThatIsLittleAboveTheDifferenceOfLengths) {
+    RandomText random(1000);
+    for (int round = 0; round < 120; ++round) {
+        auto const alphabet = kAlphabets[random.below(std::size(kAlphabets))];
+        auto const all = units(random.run(alphabet, round == 0 ? 1000 : 1 + random.below(300)));
+        CutText const words(random, all);
+        SparseAlignment alignment(words.pieces);
+        for (int turn = 0; turn < 10; ++turn) {
+            Utf16String left;
+            std::vector<unsigned long> leftOut;
+            for (unsigned long i = 0; i < words.pieces.size(); ++i) {
+                if (random.oneIn(4))
+                    leftOut.push_back(i);
+                else
+                    left += words.pieces[i];
+            }
+            Utf16String const other = units(random.run(alphabet, random.below(40)));
+            unsigned long const spare =
+                weightedDistance(left, other, 1, 1, 1) + other.size() - left.size();
+            for (unsigned long const word : leftOut)
+                alignment.leaveOut(word);
+            CutText const text(random, other);
+            for (unsigned long i = spare - (spare > 0); i <= std::min(spare + 1, 30UL); ++i)
+                ASSERT_EQ(alignment.isWithin(i, text), i >= spare) << left.size() << other.size();
+            for (unsigned long const word : leftOut)
+                alignment.takeBack(word);
+        }
+    }
+}
+
 // Of the units of `first`, those that `second` lacks.
 unsigned long missing(std::u16string_view first, std::u16string_view second) {
     std::map<char16_t, long> surplus;
@@ -170,7 +203,7 @@ std::pair<Utf16String, Utf16String> alikeInHash(std::u16string const& before, un
             word += static_cast<unsigned short>(bits);
         word += units(behind);
         auto const [place, isNew] =
-            seen.try_emplace(static_cast<std::uint32_t>(hashOf(word)), word);
+            seen.try_emplace(static_cast<std::uint32_t>(hashOf(word, HashKey())), word);
         if (!isNew && place->second != word) return {place->second, word};
     }
 }
@@ -179,7 +212,7 @@ std::pair<Utf16String, Utf16String> alikeInHash(std::u16string const& before, un
 TEST(WordList, TellsWordsApartThatHaveOneHash) {
     for (auto const& [one, other] :
          {alikeInHash(u"", 3, u""), alikeInHash(u"lead", 3, u""), alikeInHash(u"", 4, u"tail")}) {
-        WordList list(2);
+        WordList list(2, {});
         EXPECT_EQ(list.findOrAdd(one), 0U);
         EXPECT_EQ(list.find(other), WordList::kNotFound);
         for (int round = 0; round < 2; ++round) {
@@ -193,7 +226,7 @@ TEST(WordList, TellsWordsApartThatHaveOneHash) {
 }
 
 // A list that grows and is cut back, with words that collide, others, and some that are only
-// appended.
+// appended. With a key of its own, from some time on, and without.
 TEST(WordList, HoldsWhatAMapHolds) {
     RandomText random(77);
     auto const colliding = collidingWords();
@@ -201,7 +234,9 @@ TEST(WordList, HoldsWhatAMapHolds) {
     for (std::size_t i = 0; i < 300; ++i)
         words.push_back(units(i < colliding.size() ? colliding[i] : numbered(i, 2)));
     for (int round = 0; round < 40; ++round) {
-        WordList list(random.below(3));
+        std::vector<Utf16View> const texts(round % 4 < 2 ? words.begin() : words.end(),
+                                           words.end());
+        WordList list(random.below(3), texts);
         std::map<Utf16String, std::uint32_t> map;
         std::vector<Utf16String> order;
         for (std::size_t i = 0; i < 600; ++i) {
@@ -222,17 +257,37 @@ TEST(WordList, HoldsWhatAMapHolds) {
         }
         for (Utf16String const& word : words)
             ASSERT_EQ(list.find(word), map.contains(word) ? map[word] : WordList::kNotFound);
+        EXPECT_EQ(list.hasOwnKey(), round % 4 < 2);
     }
 }
 
-TEST(WordList, KeepsOrdinaryWordsInItsTable) {
-    WordList list(1);
+TEST(WordList, TakesNoKeyForOrdinaryWords) {
     std::vector<Utf16String> words;
     for (std::size_t i = 0; i < 60'000; ++i)
         words.push_back(units(numbered(i, 3)));
+    std::vector<Utf16View> const texts(words.begin(), words.end());
+    WordList list(1, texts);
     for (Utf16String const& word : words)
         list.findOrAdd(word);
-    EXPECT_LE(list.wordsInTree(), 10U);
+    EXPECT_FALSE(list.hasOwnKey());
+}
+
+TEST(HashKey, DependsOnEveryUnitAndOnWhereATextEnds) {
+    std::set<std::uint64_t> keys;
+    for (std::size_t length = 0; length < 9; ++length) {
+        for (std::size_t changed = 0; changed <= length; ++changed) {
+            Utf16String text(length, 'a');
+            if (changed < length) text[changed] = 'b';
+            for (std::size_t const cut : {length / 2, length}) {
+                Utf16View const texts[] = {Utf16View(text).substr(0, cut),
+                                           Utf16View(text).substr(cut)};
+                HashKey const key = keyOf(texts);
+                keys.insert({key.first, key.second});
+            }
+        }
+    }
+    // Each of the 45 texts twice, but for the empty one. Neither half of a key comes again.
+    EXPECT_EQ(keys.size(), 2 * (2 * 45U - 1));
 }
 
 }  // namespace

@@ -81,11 +81,12 @@ inline std::u16string numbered(std::size_t number, std::size_t length) {
     return word;
 }
 
-// Words that have the same place in a table of usual size, more than a list looks through.
+// Words that have the same place in a table of usual size, until it takes a key of its own.
 inline std::vector<std::u16string> collidingWords() {
     std::vector<std::u16string> words;
     for (std::size_t i = 0; words.size() < 140; ++i) {
-        if (hashOf(units(numbered(i, 4))) % (1 << 13) == 77) words.push_back(numbered(i, 4));
+        if (hashOf(units(numbered(i, 4)), HashKey()) % (1 << 13) == 77)
+            words.push_back(numbered(i, 4));
     }
     return words;
 }
