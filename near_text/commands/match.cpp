@@ -17,9 +17,9 @@ Status execute(MatchSettings const& settings) {
     RowReader reader(settings.texts, kLongestText);
     Output output(settings.output.encoding);
     Format const& format = *settings.output.format;
-    RowLayout const layout(settings.isNumbered, settings.output.delimiter, reader.keptNames(),
+    RowLayout const layout(!settings.isPart, settings.output.delimiter, reader.keptNames(),
                            entryColumns);
-    if (settings.hasHeading) output.write(format.heading(layout));
+    if (!settings.isPart) output.write(format.heading(layout));
     MatchWriter writer(output, settings.texts.file, settings.run.isStrict);
     std::optional<MutualMatches> mutual;
     auto const read = [&](TextRow& row) { return reader.next(row); };
@@ -42,7 +42,7 @@ Status execute(MatchSettings const& settings) {
         },
         writer);
     output.flush();
-    return status;
+    return settings.isPart && writer.isComplete() ? Status::Found : status;
 }
 
 }  // namespace near_text

@@ -20,7 +20,7 @@ bool continuesCharacter(char byte) {
 }  // namespace
 
 LineReader::LineReader(TextFile const& file, std::size_t longest)
-    : input_(file), longest_(longest) {}
+    : input_(file), longest_(longest), lineEnd_(file.isPart ? '\n' : '\0') {}
 
 void LineReader::chooseLineEnd() {
     constexpr std::size_t kEnough = 1 << 16;

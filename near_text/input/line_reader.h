@@ -22,8 +22,8 @@ struct Line {
 // Lines one at a time, each as soon as it is complete. A line ends with a line feed or with
 // carriage return and line feed, which are no part of it; the last may lack its end. Neither is a
 // byte order mark ahead of the first. In a file that begins with 64 KiB, or ends, without a line
-// feed carriage returns alone end lines. Throws as TextInput, once all lines ahead of the fault are
-// taken.
+// feed carriage returns alone end lines, unless it is a part. Throws as TextInput, once all lines
+// ahead of the fault are taken.
 class LineReader {
 public:
     // Of a line above `longest` bytes only so much is kept, cut between two characters.

@@ -48,7 +48,7 @@ public:
     KnownPairs::Naming pairNaming() const;
     void validateIds(bool hasPairs) const;
 
-    Source texts() const { return source(texts_); }
+    Source texts(bool isPart = false) const;
     Source entries() const { return source(entries_); }
     // Any other file of the command.
     TextFile other(std::string const& file) const { return {file, encoding_}; }

@@ -58,6 +58,10 @@ Status MatchWriter::close(std::size_t leftOut) {
     return failures_ > 0 ? Status::Error : foundIf(found_ > 0);
 }
 
+bool MatchWriter::isComplete() const {
+    return !isGivenUp_ && signalCaught() == 0;
+}
+
 // Behind the output of the lines before.
 void MatchWriter::report(LineResult const& result) {
     if (lines_ > 1) flush();

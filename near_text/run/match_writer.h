@@ -24,6 +24,9 @@ public:
     // Throws NotText where `text` could not be written.
     void requireEncodable(std::string_view text) const { output_.requireEncodable(text); }
 
+    // Whether each line got its answer, be it an error: once closed.
+    bool isComplete() const;
+
     // Tells how many lines failed or were cut, and whether the run was interrupted; on a terminal,
     // what was done, and how many matches the terms left out.
     Status close(std::size_t leftOut = 0);
