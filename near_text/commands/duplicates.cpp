@@ -43,7 +43,7 @@ Table groupTable(
     for (auto const& group : groups.joined()) {
         ++number;
         for (std::size_t const index : group) {
-            Entry const& entry = list.entries[index];
+            Entry const entry = list.entry(index);
             Cells texts = entry.kept;
             texts.insert(texts.begin(), entry.text);
             try {
@@ -85,9 +85,9 @@ Status execute(DuplicatesSettings const& settings) {
 
     auto const work = [&](Matcher& matcher, TextRow const& row,
                           std::u16string const&) -> LineResult {
-        auto const entry =
-            std::lower_bound(list.entries.begin(), list.entries.end(), row.number,
-                             [](Entry const& e, std::size_t place) { return e.place < place; });
+        auto const entry = std::lower_bound(
+            list.entries.begin(), list.entries.end(), row.number,
+            [](EntryUnits const& e, std::size_t place) { return e.place < place; });
         auto const index = static_cast<unsigned long>(entry - list.entries.begin());
         if (groups) return {{}, {}, groups->join(matcher, terms.percentages, index)};
         std::vector<Match> const matches = pairs(matcher, list, terms.percentages, index);
@@ -97,14 +97,13 @@ Status execute(DuplicatesSettings const& settings) {
     auto const failureText = [&](TextRow const& row, std::string const& error) {
         return settings.isGrouped ? std::string() : format.failure(layout, row, error);
     };
-    auto next = [&, at = list.entries.begin()](TextRow& row) mutable {
-        if (at == list.entries.end()) return false;
-        row.number = at->place;
-        row.text = at->text;
-        row.kept = at->kept;
-        row.share = static_cast<double>(at - list.entries.begin() + 1) /
-                    static_cast<double>(list.entries.size());
-        ++at;
+    auto next = [&, index = std::size_t{0}](TextRow& row) mutable {
+        if (index == list.entries.size()) return false;
+        Entry entry = list.entry(index++);
+        row.number = entry.place;
+        row.text = std::move(entry.text);
+        row.kept = std::move(entry.kept);
+        row.share = static_cast<double>(index) / static_cast<double>(list.entries.size());
         return true;
     };
     Status status = run(matchers, preparer, next, work, failureText, writer);

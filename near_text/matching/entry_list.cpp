@@ -1,6 +1,7 @@
 #include "near_text/matching/entry_list.h"
 
 #include <algorithm>
+#include <limits>
 #include <stdexcept>
 
 #include "near_text/input/line_reader.h"
@@ -69,16 +70,46 @@ EntryList readWholeList(WholeList const& whole, Preparer const& preparer) {
     }
 }
 
-void EntryListBuilder::add(std::size_t place, std::u16string_view units, std::string text,
-                           std::vector<std::string> kept, char16_t joint) {
-    if (list_.places > 0) list_.dictionary += joint;
-    list_.places = place;
-    std::u16string const prepared = preparer_.prepared(units);
-    if (reference::holdsWord(prepared)) {
-        list_.entries.push_back(
-            {place, std::move(text), std::move(kept), list_.dictionary.size(), prepared.size()});
+Entry EntryList::entry(std::size_t index) const {
+    Entry entry{entries.at(index).place, {}, {}};
+    std::string_view const all = cells;
+    for (std::size_t i = index * cellsOfEntry; i < (index + 1) * cellsOfEntry; ++i) {
+        std::size_t const begin = i == 0 ? 0 : cellEnds[i - 1];
+        entry.kept.emplace_back(all.substr(begin, cellEnds[i] - begin));
     }
-    list_.dictionary += prepared;
+    if (!hasTexts) {
+        entry.text = toUtf8(units(index));
+    } else {
+        entry.text = std::move(entry.kept.front());
+        entry.kept.erase(entry.kept.begin());
+    }
+    return entry;
+}
+
+void EntryList::add(std::size_t place, std::u16string_view units) {
+    entries.push_back({place, static_cast<std::uint32_t>(dictionary.size()),
+                       static_cast<std::uint32_t>(units.size())});
+    dictionary.append(units);
+}
+
+void EntryListBuilder::add(std::size_t place, std::u16string_view units, std::string_view text,
+                           std::vector<std::string> const& kept, char16_t joint) {
+    if (list_.places > 0) list_.dictionary.append({&joint, 1});
+    list_.places = place;
+    std::u16string prepared;
+    if (!preparer_.isIdle()) units = prepared = preparer_.prepared(units);
+    if (list_.dictionary.size() + units.size() > std::numeric_limits<std::uint32_t>::max())
+        throw std::runtime_error(
+            "the entries are more than 4 billion units, too long for a search");
+    if (!reference::holdsWord(units)) return list_.dictionary.append(units);
+    list_.add(place, units);
+    list_.cellsOfEntry = kept.size() + (list_.hasTexts ? 1 : 0);
+    auto const addCell = [&](std::string_view cell) {
+        list_.cells.append(cell);
+        list_.cellEnds.push_back(list_.cells.size());
+    };
+    if (list_.hasTexts) addCell(text);
+    std::for_each(kept.begin(), kept.end(), addCell);
 }
 
 EntryList EntryListBuilder::take(std::string const& source) {

@@ -36,7 +36,7 @@ using Entries = std::unordered_map<std::string, std::vector<unsigned long>>;
 Entries byName(EntryList const& list, bool isById) {
     Entries entries;
     for (unsigned long index = 0; index < list.entries.size(); ++index) {
-        Entry const& entry = list.entries[index];
+        Entry const entry = list.entry(index);
         entries[isById ? entry.kept[0] : std::to_string(entry.place)].push_back(index);
     }
     entries.erase("");

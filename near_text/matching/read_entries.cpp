@@ -11,7 +11,7 @@ EntryFile readEntries(Source const& source, Preparer const& preparer, bool begin
     for (TextRow row; reader.next(row);) {
         try {
             std::u16string const units = lineUnits(row);
-            builder.add(row.number, units, std::move(row.text), std::move(row.kept));
+            builder.add(row.number, units, row.text, row.kept);
         } catch (NotText const& error) {
             throw std::runtime_error(reader.place() + error.what());
         }

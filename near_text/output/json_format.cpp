@@ -57,7 +57,7 @@ public:
         json.name("matches");
         json.open('[');
         for (Match const& match : matches)
-            addMatch(json, layout, match, list.entries.at(match.index));
+            addMatch(json, layout, match, list.entry(match.index));
         json.close(']');
         return closedLine(json);
     }
