@@ -41,7 +41,7 @@ Indices askedIndices(TextSearchSettings const& settings, EntryList const& list) 
     Indices indices;
     for (std::size_t const place : settings.explainedPlaces) {
         auto const entry = std::find_if(list.entries.begin(), list.entries.end(),
-                                        [&](Entry const& e) { return e.place == place; });
+                                        [&](EntryUnits const& e) { return e.place == place; });
         if (entry != list.entries.end()) {
             indices.push_back(static_cast<unsigned long>(entry - list.entries.begin()));
             continue;
@@ -76,7 +76,7 @@ public:
             reference::readEntry(list_.units(index), list_.isBehindSeparator(index)));
         requireAgreement(sides, isMatch);
         Match const shown = {index, reference::nearness(sides), sides.distance, sides.limit};
-        output_.write(shownMatch(shown, list_.entries[index]) + '\n' +
+        output_.write(shownMatch(shown, list_.entry(index)) + '\n' +
                       explanationText(sides, "text", "entry"));
         Numbers const ofEntry(list_.units(index));
         if (isMatch && isSameNumbers_ && numbers_.contradict(ofEntry))
@@ -99,7 +99,7 @@ void writeMatches(Output& output, TextSearchSettings const& settings, EntryFile 
         std::vector<Match> nearestFirst = matches;
         sortByNearness(nearestFirst);
         for (Match const& match : nearestFirst)
-            output.write(shownMatch(match, entries.list.entries[match.index]) + '\n');
+            output.write(shownMatch(match, entries.list.entry(match.index)) + '\n');
         return;
     }
     RowLayout layout(false, settings.output.delimiter, {}, entries.keptNames);

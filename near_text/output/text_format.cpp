@@ -25,7 +25,7 @@ public:
         std::vector<Match> nearestFirst = matches;
         sortByNearness(nearestFirst);
         for (Match const& match : nearestFirst)
-            text += "    " + shownMatch(match, list.entries.at(match.index)) + '\n';
+            text += "    " + shownMatch(match, list.entry(match.index)) + '\n';
         if (matches.empty()) text += "       -\n";
         return text;
     }
