@@ -46,8 +46,10 @@ Status execute(MatchSettings const& settings) {
                                            std::u16string const& units) -> LineResult {
         std::vector<Match> matches =
             mutual ? mutual->of(row) : matcher.matches(units, decisions.rejectedOf(row));
-        for (Match& match : matches)
-            match.isAccepted = decisions.isAccepted(decisions.nameOf(row), match.index);
+        if (layout.hasDecisions) {
+            for (Match& match : matches)
+                match.isAccepted = decisions.isAccepted(decisions.nameOf(row), match.index);
+        }
         if (format.isPage) matcher.markDifferences(matches, row.text, units, preparer);
         bool const isWritten = matches.empty() ? settings.printsUnmatched : settings.printsMatched;
         return {

@@ -22,10 +22,11 @@ struct Given {
 
 void addDecisions(CLI::App& command, Given& given) {
     command
-        .add_option("--decisions", given.decisions,
-                    "What somebody decided about matches, as the page of --format html saves it: "
-                    "what was rejected is left out, what was accepted is marked. May be given "
-                    "several times; the last decision about a pair counts")
+        .add_option(
+            "--decisions", given.decisions,
+            "What somebody decided about matches, as the page of --format html saves it: what "
+            "was rejected is left out, what was accepted is marked, in tables in a column "
+            "decision. May be given several times; the last decision about a pair counts")
         ->type_name("FILE")
         ->expected(1)
         ->take_all()
