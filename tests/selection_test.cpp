@@ -80,11 +80,12 @@ TEST(Decisions, LeaveOutAndMarkWhatTheyName) {
     std::string const lists = "-p 50 -t " + fileOf("t.csv", "id,n\n7,red ball\n8,blue cup\n") +
                               " --text-column n -e " + fileOf("e", "red ball\nred bowl\ncup\n");
     auto const with = [&](std::string const& rows, std::string const& more = {}) {
-        return endingOf("match -f csv --no-heading --no-numbers " + lists + more + " --decisions " +
-                        fileOf("d.csv", rows));
+        return endingOf("match -f csv " + lists + more + " --decisions " + fileOf("d.csv", rows));
     };
-    std::string const ball = ",red ball,100,0,4,0,1,red ball,",
-                      bowl = ",red ball,83,2,5,1,2,red bowl,", cup = ",blue cup,56,4,4,2,3,cup,";
+    std::string const ball = "2,red ball,100,0,4,0,1,red ball,",
+                      bowl = "2,red ball,83,2,5,1,2,red bowl,", cup = "3,blue cup,56,4,4,2,3,cup,";
+    std::string const heading =
+        "line,text,percent,distance,limit,index,entry_line,entry,error,decision\n";
     struct Case {
         std::string rows, more, output;
     } const cases[] = {
@@ -100,7 +101,7 @@ TEST(Decisions, LeaveOutAndMarkWhatTheyName) {
     };
     for (auto const& [rows, more, output] : cases) {
         Ending const ending = with(rows, more);
-        EXPECT_EQ(ending.output, output) << rows << ending.errors;
+        EXPECT_EQ(ending.output, heading + output) << rows << ending.errors;
         EXPECT_EQ(ending.status, 0) << ending.errors;
     }
     std::pair<std::string, std::string> const faults[] = {
@@ -116,6 +117,7 @@ TEST(Decisions, LeaveOutAndMarkWhatTheyName) {
         EXPECT_NE(ending.errors.find(error), std::string::npos) << error << ending.errors;
         EXPECT_EQ(ending.status, 2);
     }
+    EXPECT_EQ(with("2,1\n", " --part").status, 2) << "lines of which part?";
 }
 
 // A page tells by its end that nothing is missing.
