@@ -52,9 +52,9 @@ private:
     std::size_t longest_;
     std::size_t number_ = 0;
     std::string buffer_;
-    std::size_t position_ = 0;        // in the buffer
-    std::string_view lineEnds_;       // once they are chosen
-    std::exception_ptr fault_;        // behind the buffer
+    std::size_t position_ = 0;   // in the buffer
+    std::string_view lineEnds_;  // once they are chosen
+    std::exception_ptr fault_;   // behind the buffer
 };
 
 // Whether it is valid UTF-8 without a NUL.
