@@ -14,6 +14,7 @@ typedef struct {
         int32_t number;
         uint8_t boolean;
         char16_t const* text;
+        char16_t* block;  // of a result: the host's
         uint64_t whole;
     } value;
     uint32_t length;  // of a text, in 16-bit units
@@ -34,6 +35,8 @@ enum { kInit, kMethods, kLocale };
 enum { kInitSlot = 2, kSetMemManagerSlot = 3 };  // of the first table
 enum { kFindMethodSlot = 11, kGetParamDefValueSlot = 14, kCallAsFuncSlot = 17 };  // of the second
 
+typedef intptr_t GetClassObject(void const* ignored, Object** slot);
+typedef long DestroyObject(Object** slot);
 typedef bool Lend(Object* self, void const* lent);
 typedef long FindMethod(Object* self, char16_t const* name);
 typedef bool GetParamDefValue(Object* self, long method, long param, Record* value);
@@ -77,9 +80,10 @@ static Record number(int32_t value) {
 int main(int count, char** arguments) {
     void* const library = dlopen(count > 1 ? arguments[1] : "", RTLD_NOW);
     if (library == NULL) return puts(dlerror()), 1;
-    intptr_t (*const make)(void const*, Object**) =
-        (intptr_t(*)(void const*, Object**))dlsym(library, "GetClassObject");
-    long (*const end)(Object**) = (long (*)(Object**))dlsym(library, "DestroyObject");
+    GetClassObject* make = NULL;
+    DestroyObject* end = NULL;
+    *(void**)&make = dlsym(library, "GetClassObject");
+    *(void**)&end = dlsym(library, "DestroyObject");
 
     Operation const connectionTable[] = {NULL, NULL, (Operation)reportError};
     Operation const memoryTable[] = {NULL, NULL, (Operation)allocate};
@@ -109,7 +113,7 @@ int main(int count, char** arguments) {
         (Record){.length = 0};  // a search that finds nothing leaves value and length as they were
     if (callAsFunc(methods, search, &result, query, 7) && result.length > 0) {
         print("entries: ", result.value.text, result.length);
-        free((void*)result.value.text);
+        free(result.value.block);
     }
     end(&component);
     return dlclose(library);
