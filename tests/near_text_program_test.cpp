@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <nlohmann/json.hpp>
+#include <regex>
 #include <set>
 #include <thread>
 
@@ -129,6 +130,12 @@ TEST(Program, AnswersAndReturnsAsGrepDoes) {
         {"search red --entries x --header", "--header: has no effect"},
         {"search red --entries x --indices --best", "--indices: prints the add-in's bare answer"},
         {"match -t x -e x --unmatched --top 2", "--unmatched: prints no matches"},
+        {"match -t x -e x --color always -u", "--unmatched: prints no matches, so --color"},
+        {"match -t x -e x --color always -f csv",
+         "--color: has no effect in the format csv, only in text"},
+        {"search x -e x --color always --indices", "--indices: prints the add-in's bare answer"},
+        {"duplicates x -p 1 --color always -g", "--color: has no effect with --groups"},
+        {"compare a b -p 1 --color always", "--color: has no effect without --explain"},
         {"match -t x -e x --keep 1", "--keep: has no effect"},
         {"match -t x -e x --no-heading", "--no-heading: has no effect in the format text"},
         {"sweep -t x -e " + two + " --pairs " + fileOf("p1", "a\tb\n1\t2\n3\n"),
@@ -276,6 +283,82 @@ TEST(Program, ExplainsMatchesAndMisses) {
     EXPECT_NE(run(search + " --explain-line 1").output.find("7 (different)"), std::string::npos);
     EXPECT_NE(run(search + " --explain-line 2").errors.find("contains no word"), std::string::npos);
     EXPECT_EQ(run(search + " --explain-line 4").status, 2);
+}
+
+// (dim) =bold= [deleted] {inserted} <replaced>, whatever the texts bring along.
+TEST(Colours, MarkHowTextsDiffer) {
+    auto const marked = [&](std::string const& arguments) {
+        std::string text = run(arguments + " --color always").output;
+        for (auto const& [sequence, shown] : {std::pair("2", "("),
+                                              {"1", "="},
+                                              {"1;4;31", "["},
+                                              {"1;4;32", "{"},
+                                              {"1;7;35", "<"},
+                                              {"", "|"}}) {
+            std::string const whole = "\x1B["s + sequence + 'm';
+            for (std::size_t at; (at = text.find(whole)) != std::string::npos;)
+                text.replace(at, whole.size(), shown);
+        }
+        return text;
+    };
+    std::string const lists = " -t " + fileOf("t", "red\x1B[8m a\u202Ebc\nno\u009B\n") + " -e " +
+                              fileOf("e", "axbde red\x1B[8m\nred\x1B[8m abc\n");
+    EXPECT_EQ(marked("match -p 50" + lists),
+              "1  (red [8m |=a|[ |=bc|\n"
+              "     95%   1 of 6   line 2      index 1      (red [8m |=abc|\n"
+              "     80%   3 of 7   line 1      index 0      =a|<x|=b|{d|<e|( red [8m|\n"
+              "2  no \n       -\n");
+    EXPECT_EQ(marked("compare 'a b acd' 'b a axde' -p 50 --explain"),
+              "alike\n"
+              "    words cancelled   (a b|\n"
+              "    words excluded    (-|\n"
+              "    left of first     \"=a|<c|=d|\"\n"
+              "    left of second    \"=a|<x|=d|{e|\"\n"
+              "    limit             4 (what 50 percent leaves of 8 units)\n"
+              "    distance          2 (alike)\n"
+              "    alike up to       81 percent\n");
+}
+
+// Without the marks, each closed on its line, the output is what it is without colours.
+TEST(Colours, AddNothingElse) {
+    std::string const hostile =
+        contentOf(NEAR_TEXT_SAMPLES "/supplier.txt") + "\x1B[8m \u202Eaxe\u0085\t axe\x1B\n";
+    std::string const lists = " -t " + fileOf("texts", hostile) + " -e ",
+                      entries = fileOf("entries",
+                                       hostile + contentOf(NEAR_TEXT_SAMPLES "/catalogue.txt"));
+    for (std::string const& arguments :
+         {"match -p 60 -P" + lists + entries,
+          "match -p 50 --mutual --same-numbers" + lists + entries, "duplicates -p 80 -P " + entries,
+          "search 'claw axe' -p 40 --explain --explain-line 7 -e " + entries,
+          "search 'claw hamer\x1B' -p 40 -e " + entries,
+          "compare 'a\x1B[8m b' 'b \x1B[9mc' -p 1 --explain"s}) {
+        std::string const coloured = run(arguments + " --color always").output;
+        std::string const plain = run(arguments).output;
+        EXPECT_NE(coloured, plain);
+        EXPECT_EQ(
+            std::regex_replace(coloured, std::regex("\x1B\\[[0-9;]+m([^\x1B\n]*)\x1B\\[m"), "$1"),
+            plain)
+            << arguments;
+    }
+}
+
+TEST(Colours, AreForATerminal) {
+    std::string const compare = NEAR_TEXT_PROGRAM " compare a b -p 0 --explain";
+    std::tuple<std::string, std::string, bool> const cases[] = {
+        {"", "", true},
+        {"NO_COLOR=", "", true},
+        {"NO_COLOR=0", "", false},
+        {"TERM=dumb", "", false},
+        {"", " --color never", false},
+        {"TERM=dumb NO_COLOR=1", " --color always", true},
+        {"", " | cat", false}};
+    for (auto const& [variables, options, isColoured] : cases) {
+        Outcome const outcome = shell("script -qec 'env -u NO_COLOR TERM=xterm " + variables + ' ' +
+                                      compare + options + "' /dev/null </dev/null");
+        EXPECT_NE(outcome.output.find("alike"), std::string::npos) << outcome.errors;
+        EXPECT_EQ(outcome.output.find('\x1B') != std::string::npos, isColoured)
+            << variables << options;
+    }
 }
 
 // The single searches are the add-in's own.

@@ -48,8 +48,9 @@ Status execute(MatchSettings const& settings) {
             mutual ? mutual->of(row) : matcher.matches(units, decisions.rejectedOf(row));
         for (Match& match : matches)
             match.isAccepted = decisions.isAccepted(decisions.nameOf(row), match.index);
-        if (format.isPage) matcher.markDifferences(matches, row.text, units, preparer);
         bool const isWritten = matches.empty() ? settings.printsUnmatched : settings.printsMatched;
+        if (isWritten && settings.output.showsDifferences)
+            matcher.markDifferences(matches, row.text, units, preparer);
         return {
             isWritten ? format.matches(layout, row, entries, matches) : "", {}, !matches.empty()};
     };
