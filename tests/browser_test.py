@@ -260,7 +260,7 @@ def take_picture(picture):
     driver = browser(size="1180,860")
     driver.get("file://" + write("picture.html", near_text("match", *SAMPLE, "--format", "html")))
     driver.find_element("css selector", "[data-ready]")
-    driver.find_element("id", "list").send_keys("aarr")
+    driver.find_element("id", "list").send_keys("aara")
     driver.save_screenshot(picture)
     driver.quit()
 

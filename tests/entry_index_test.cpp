@@ -2,6 +2,8 @@
 // that do not match must be. With an index or without, a search answers the same.
 #include "near_text/matching/index/entry_index.h"
 
+#include <numeric>
+
 #include "near_text/matching/entry_search.h"
 #include "near_text/matching/index/shortlist.h"
 #include "reference/whitespace.h"
@@ -146,6 +148,24 @@ TEST(ShortenedSearch, AnswersAsAWholeOneAtEveryPercentage) {
              i += 5)
             ASSERT_EQ(shortened.find(texts.units(i), {percent, percent}),
                       whole.find(texts.units(i), {percent, percent}));
+    }
+}
+
+// More than the add-in gets at a time.
+TEST(ShortenedSearch, AnswersAsAWholeOneInPortions) {
+    RandomText random(9);
+    std::u16string dictionary;
+    while (dictionary.size() < 400000)
+        dictionary += random.run(u"abcd ", 10 + random.below(50)) + u";";
+    EntryList const list = listOf(dictionary, u';');
+    Component component(addIn());
+    EntrySearch whole(component, list, {}, 40);
+    Indices every(list.entries.size());
+    std::iota(every.begin(), every.end(), 0);
+    for (int const percent : {0, 40}) {
+        Indices const found = whole.find(list.units(5), {percent, percent});
+        EXPECT_GT(found.size(), 1000U);
+        EXPECT_EQ(whole.findAmong(list.units(5), {percent, percent}, every), found);
     }
 }
 

@@ -1,16 +1,90 @@
 #!/usr/bin/env bash
-# Cut into parts by GNU parallel, a match gives what it gives in one run. Usage: parallel_test.sh PROGRAM
+# The line of the page for many machines gives what one run gives, or a status that is not 0: with a worker
+# that is killed, a host that cannot be reached and one that goes away, parts without a match and none at
+# all. In place of ssh stands a function of this machine, and of each host a folder of its own.
+# Usage: parallel_test.sh PROGRAM PAGE
 set -euo pipefail
-grep -q '^GNU parallel' <<<"$(parallel --version 2>/dev/null)" || exit 77
-samples=$(dirname "$0")/../samples
+program=$(realpath "$1")
+page=$2
+for tool in parallel rsync; do command -v $tool >/dev/null || exit 77; done
+grep -q '^GNU parallel' <<<"$(parallel --version)" || exit 77
+perl -MText::CSV -e 1 2>/dev/null || exit 77
+line=$(sed -n '/^parallel --pipe/,/supplier.txt/p' "$page")
+grep -q -- '--retries' <<<"$line" || { echo "$page has no line for parallel" >&2; exit 1; }
+samples=$(realpath "$(dirname "$0")/../samples")
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
-match="$1 match --texts - --entries $samples/catalogue.txt --percent 60 --format tsv --no-heading --no-numbers --jobs 1"
+cd "$scratch"
+export scratch program HOME=$scratch PARALLEL_SSH=$scratch/bin/ssh PATH=$scratch/bin:$PATH
+mkdir bin
 
-$match <"$samples/supplier.txt" >"$scratch/whole"
-# A part without a match ends with status 1; parallel adds up the parts that did not end with 0.
-parallel --will-cite --pipe --keep-order --block 1k "$match || [ \$? -eq 1 ]" \
-    <"$samples/supplier.txt" >"$scratch/parts"
-cmp "$scratch/whole" "$scratch/parts"
-[ "$(wc -l <"$scratch/parts")" -ge "$(wc -l <"$samples/supplier.txt")" ]
+# [OPTION] HOST -- COMMAND
+cat >bin/ssh <<'END'
+#!/usr/bin/env bash
+while [[ $1 == -* ]]; do shift; done
+host=$1 && shift
+[ "$1" != -- ] || shift
+[ "$host" != unreachable ] && [ ! -e "$scratch/$host.gone" ] || exit 255
+mkdir -p "$scratch/$host" && cd "$scratch/$host" && exec bash -c "$*"
+END
+# The program on a host: dies over its part once, or takes the host along.
+cat >bin/near_text <<'END'
+#!/usr/bin/env bash
+if [ "$(basename "$PWD")" = leaving ] || mv "$scratch/kill" "$scratch/killed" 2>/dev/null; then
+    head -c 300000 | "$program" "$@"
+    [ "$(basename "$PWD")" != leaving ] || touch "$scratch/leaving.gone"
+    kill -KILL $$
+fi
+exec "$program" "$@"
+END
+chmod +x bin/*
+
+head -n 20 "$samples/catalogue.txt" >catalogue.txt
+# One part of texts like these, one of texts that find nothing, others of both with a line that is no text.
+for ((i = 0; i < 250; ++i)); do sed "s/$/ $((i % 7))/" catalogue.txt "$samples/supplier.txt"; done >some.txt
+seq -f 'nothing like %g' 150000 >none.txt
+{ cat none.txt some.txt && printf 'bad \377 text\n' && cat catalogue.txt some.txt; } >mixed.txt
+
+failed() {
+    echo "FAILED: $1"
+    exit 1
+}
+# WHAT TEXTS HOSTS LINE: as one run, or, where that may be, a status that is not 0.
+expect() {
+    local status=0
+    cp "$2" supplier.txt
+    printf '%s\n' $3 >hosts
+    rm -f ./*.gone
+    "$program" match --part -t supplier.txt -e catalogue.txt -f tsv >whole 2>/dev/null
+    bash -c "$4" >parts 2>errors || status=$?
+    [ $status -eq 0 ] || failed "$1: status $status: $(tail -n 3 errors)"
+    cmp whole parts || failed "$1"
+}
+touch kill
+expect 'a worker killed' mixed.txt 'one two' "$line"
+[ -e killed ] || failed 'no worker was killed'
+expect 'a host not reachable, another that goes away' mixed.txt 'unreachable leaving one two' "$line"
+[ -e leaving.gone ] || failed 'no host went away'
+expect 'no match' none.txt 'one two' "$line"
+expect 'no text' /dev/null one "$line"
+for trouble in 'sed -i s/one/unreachable/ hosts' 'rm catalogue.txt' 'line=${line/--part/--prat}'; do
+    (
+        cp some.txt supplier.txt
+        echo one >hosts
+        rm -rf one
+        eval "$trouble"
+        ! bash -c "$line" >parts 2>errors || failed "$trouble: status 0"
+    )
+    cp one/catalogue.txt . 2>/dev/null || head -n 20 "$samples/catalogue.txt" >catalogue.txt
+done
+
+# A table of rows that span lines.
+sed 's/"/""/g; s/.*/"&\n",7/' some.txt >supplier.txt
+printf '%s\n' one two >hosts
+table='--format csv --text-column 1 --keep 2'
+"$program" match --part -t supplier.txt -e catalogue.txt $table >whole
+line=${line/--pipe/--csv --pipe}
+touch kill
+bash -c "${line/--format tsv/$table}" >parts 2>errors || failed "a table: $(tail -n 3 errors)"
+cmp whole parts || failed 'a table'
 echo "the parts give the same lines as the whole"

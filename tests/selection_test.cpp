@@ -34,8 +34,10 @@ std::string outputOf(std::string const& arguments) {
 
 Pairs pairsOf(std::string const& arguments) {
     Pairs pairs;
-    std::istringstream rows(outputOf("match -f tsv --no-heading " + arguments));
-    for (std::string row; std::getline(rows, row);) {
+    std::istringstream rows(outputOf("match -f tsv " + arguments));
+    std::string row;
+    std::getline(rows, row);  // the heading
+    while (std::getline(rows, row)) {
         std::vector<std::string> cells(1);
         for (char const c : row)
             c == '\t' ? cells.emplace_back() : cells.back() += c;
@@ -78,11 +80,12 @@ TEST(Decisions, LeaveOutAndMarkWhatTheyName) {
     std::string const lists = "-p 50 -t " + fileOf("t.csv", "id,n\n7,red ball\n8,blue cup\n") +
                               " --text-column n -e " + fileOf("e", "red ball\nred bowl\ncup\n");
     auto const with = [&](std::string const& rows, std::string const& more = {}) {
-        return endingOf("match -f csv --no-heading --no-numbers " + lists + more + " --decisions " +
-                        fileOf("d.csv", rows));
+        return endingOf("match -f csv " + lists + more + " --decisions " + fileOf("d.csv", rows));
     };
-    std::string const ball = ",red ball,100,0,4,0,1,red ball,",
-                      bowl = ",red ball,83,2,5,1,2,red bowl,", cup = ",blue cup,56,4,4,2,3,cup,";
+    std::string const ball = "2,red ball,100,0,4,0,1,red ball,",
+                      bowl = "2,red ball,83,2,5,1,2,red bowl,", cup = "3,blue cup,56,4,4,2,3,cup,";
+    std::string const heading =
+        "line,text,percent,distance,limit,index,entry_line,entry,error,decision\n";
     struct Case {
         std::string rows, more, output;
     } const cases[] = {
@@ -98,7 +101,7 @@ TEST(Decisions, LeaveOutAndMarkWhatTheyName) {
     };
     for (auto const& [rows, more, output] : cases) {
         Ending const ending = with(rows, more);
-        EXPECT_EQ(ending.output, output) << rows << ending.errors;
+        EXPECT_EQ(ending.output, heading + output) << rows << ending.errors;
         EXPECT_EQ(ending.status, 0) << ending.errors;
     }
     std::pair<std::string, std::string> const faults[] = {
@@ -114,6 +117,7 @@ TEST(Decisions, LeaveOutAndMarkWhatTheyName) {
         EXPECT_NE(ending.errors.find(error), std::string::npos) << error << ending.errors;
         EXPECT_EQ(ending.status, 2);
     }
+    EXPECT_EQ(with("2,1\n", " --part").status, 2) << "lines of which part?";
 }
 
 // A page tells by its end that nothing is missing.
@@ -329,11 +333,11 @@ TEST(SameNumbers, MakeMoreOfTheBestRight) {
 TEST(Columns, OfOneTextAreJoined) {
     std::string const texts = fileOf("texts.csv", "id,\"na,me\",city\n1,Old Inn,\n2,,York\n3,,\n");
     std::string const entries = fileOf("entries.csv", "old,inn\nparis,\n");
-    std::string const match = "match -P -p 50 -f csv --no-heading -t " + texts + " -e " + entries +
+    std::string const match = "match -P -p 50 -f csv --part -t " + texts + " -e " + entries +
                               " --entry-column 1,2 --text-column ";
     EXPECT_EQ(outputOf(match + "'\"na,me\",city' --keep id"),
-              "2,Old Inn,100,0,4,0,1,old inn,,1\n3,York,,,,,,,,2\n4,,,,,,,,,3\n");
-    EXPECT_EQ(outputOf(match + "city,2,id | head -n 1"), "2,Old Inn 1,94,1,5,0,1,old inn,\n");
+              ",Old Inn,100,0,4,0,1,old inn,,1\n,York,,,,,,,,2\n,,,,,,,,,3\n");
+    EXPECT_EQ(outputOf(match + "city,2,id | head -n 1"), ",Old Inn 1,94,1,5,0,1,old inn,\n");
     std::pair<std::string, std::string> const faults[] = {
         {"na,me", "texts.csv: there is no column 'na'"},
         {"city --entry-column 3", "entries.csv: there is no column '3'"},
@@ -347,13 +351,35 @@ TEST(Columns, OfOneTextAreJoined) {
 }
 
 TEST(Matched, AndUnmatchedAreTheWhole) {
-    std::string const match = "match -f csv --no-heading -p 100 -e " + fileOf("entries", "a\n") +
-                              " -t " + fileOf("texts", "a\n\xFF\nb\n");
+    std::string const match = "match -f csv --part -p 100 -e " + fileOf("entries", "a\n") + " -t " +
+                              fileOf("texts", "a\n\xFF\nb\n");
     EXPECT_EQ(outputOf(match + " --matched"),
-              "1,a,100,0,0,0,1,a,\n2,,,,,,,,not valid UTF-8 at byte 1\n");
-    EXPECT_EQ(outputOf(match + " --unmatched"), "2,,,,,,,,not valid UTF-8 at byte 1\n3,b,,,,,,,\n");
+              ",a,100,0,0,0,1,a,\n,,,,,,,,not valid UTF-8 at byte 1\n");
+    EXPECT_EQ(outputOf(match + " --unmatched"), ",,,,,,,,not valid UTF-8 at byte 1\n,b,,,,,,,\n");
     EXPECT_NE(endingOf(match + " --matched --unmatched").errors.find("excludes"),
               std::string::npos);
+}
+
+// Nothing in a row depends on what else the part holds, or lacks.
+TEST(Part, IsAnsweredAsInTheWhole) {
+    std::string const match = "match --part -f csv -p 100 -e " + fileOf("entries", "a\n") + " -t ";
+    std::tuple<std::string, std::string, int, std::string> const cases[] = {
+        {"", "", 0, ""},
+        {"", "--text-column name --keep id", 0, ""},
+        {"\n", "--text-column 2", 0, ""},
+        {"id,name\n7,a\n", "--text-column name --keep id", 0, ",a,100,0,0,0,1,a,,7\n"},
+        {"7,a\n8\n", "--text-column 2 --keep 1", 0,
+         ",a,100,0,0,0,1,a,,7\n,,,,,,,,\"has 1 field, but column 2 is asked for\",8\n"},
+        {"7,a\n8,\"a\n", "--text-column 2", 2, ",a,100,0,0,0,1,a,\n"},  // cut within a row
+        {"\xCC\xEE\xEB\xEE\xF2\xEE\xEA \xE1\xEE\xEB\xFC\xF8\xEE\xE9\n", "", 0,
+         ",,,,,,,,not valid UTF-8 at byte 1\n"},
+        {"%PDF-1", "", 0, ",%PDF-1,,,,,,,\n"},
+        {"a\rb", "", 0, ",\"a\rb\",,,,,,,\n"}};
+    for (auto const& [part, options, status, output] : cases) {
+        Ending const ending = endingOf(match + fileOf("texts", part) + ' ' + options);
+        EXPECT_EQ(ending.output, output) << part << ending.errors;
+        EXPECT_EQ(ending.status, status) << part << ending.errors;
+    }
 }
 
 // Unlike an exclusion, a word that is dropped takes its part of the limit along.

@@ -39,7 +39,7 @@ Table groupTable(
     for (auto const& group : groups.joined()) {
         ++number;
         for (std::size_t const index : group) {
-            Entry const& entry = list.entries[index];
+            Entry const entry = list.entry(index);
             Cells texts = entry.kept;
             texts.insert(texts.begin(), entry.text);
             std::string const error = output.dropUnencodable(texts);

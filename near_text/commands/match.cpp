@@ -20,15 +20,15 @@ Status execute(MatchSettings const& settings) {
     RowReader reader(settings.texts, kLongestText);
     Output output(settings.output.encoding);
     Format const& format = *settings.output.format;
-    RowLayout layout(settings.isNumbered, settings.output.delimiter, reader.keptNames(),
-                     entryColumns, RowLayout::matchColumns(!settings.decisions.empty()));
+    RowLayout layout(!settings.isPart, settings.output.delimiter, reader.keptNames(), entryColumns,
+                     RowLayout::matchColumns(!settings.decisions.empty()));
     layout.about = {"match",
                     settings.output.commandLine,
                     shownName(settings.texts.file.name),
                     shownName(settings.entries.file.name),
                     settings.pairNaming.hasTextIds,
                     settings.pairNaming.hasEntryIds};
-    if (settings.hasHeading) output.write(format.heading(layout));
+    if (!settings.isPart) output.write(format.heading(layout));
     MatchWriter writer(output, settings.texts.file, settings.run.isStrict);
     std::optional<MutualMatches> mutual;
     bool isWhole = false;
@@ -46,8 +46,10 @@ Status execute(MatchSettings const& settings) {
                                            std::u16string const& units) -> LineResult {
         std::vector<Match> matches =
             mutual ? mutual->of(row) : matcher.matches(units, decisions.rejectedOf(row));
-        for (Match& match : matches)
-            match.isAccepted = decisions.isAccepted(decisions.nameOf(row), match.index);
+        if (layout.hasDecisions) {
+            for (Match& match : matches)
+                match.isAccepted = decisions.isAccepted(decisions.nameOf(row), match.index);
+        }
         bool const isWritten = matches.empty() ? settings.printsUnmatched : settings.printsMatched;
         if (isWritten && settings.output.showsDifferences)
             matcher.markDifferences(matches, row.text, units, preparer);
@@ -63,8 +65,8 @@ Status execute(MatchSettings const& settings) {
     if (writer.isWhole()) output.write(format.ending());
     output.flush();
     // The ids of a part need not be all.
-    if (isWhole && !settings.pairNaming.hasTextIds) decisions.requireAllSeen();
-    return status;
+    if (isWhole && !settings.isPart && !settings.pairNaming.hasTextIds) decisions.requireAllSeen();
+    return settings.isPart && writer.isWhole() ? Status::Found : status;
 }
 
 }  // namespace near_text

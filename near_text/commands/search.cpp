@@ -42,7 +42,7 @@ Indices askedIndices(TextSearchSettings const& settings, EntryList const& list) 
     Indices indices;
     for (std::size_t const place : settings.explainedPlaces) {
         auto const entry = std::find_if(list.entries.begin(), list.entries.end(),
-                                        [&](Entry const& e) { return e.place == place; });
+                                        [&](EntryUnits const& e) { return e.place == place; });
         if (entry != list.entries.end()) {
             indices.push_back(static_cast<unsigned long>(entry - list.entries.begin()));
             continue;
@@ -83,7 +83,7 @@ public:
         std::vector<Match> shown = {
             {index, reference::nearness(sides), sides.distance, sides.limit}};
         if (mark_) mark_(shown);
-        output_.write(shownMatch(shown[0], list_.entries[index]) + '\n' +
+        output_.write(shownMatch(shown[0], list_.entry(index)) + '\n' +
                       explanationText(sides, "text", "entry", mark_ != nullptr));
         Numbers const ofEntry(list_.units(index));
         if (isMatch && isSameNumbers_ && numbers_.contradict(ofEntry))
@@ -107,7 +107,7 @@ void writeMatches(Output& output, TextSearchSettings const& settings, EntryFile 
         std::vector<Match> nearestFirst = matches;
         sortByNearness(nearestFirst);
         for (Match const& match : nearestFirst)
-            output.write(shownMatch(match, entries.list.entries[match.index]) + '\n');
+            output.write(shownMatch(match, entries.list.entry(match.index)) + '\n');
         return;
     }
     RowLayout layout(false, settings.output.delimiter, {}, entries.keptNames);

@@ -21,7 +21,7 @@ bool continuesCharacter(char byte) {
 }  // namespace
 
 LineReader::LineReader(TextFile const& file, std::size_t longest)
-    : input_(file), longest_(longest) {}
+    : input_(file), longest_(longest), lineEnds_(file.isPart ? "\n" : "") {}
 
 void LineReader::chooseLineEnd() {
     constexpr std::size_t kEnough = 1 << 16;
@@ -79,11 +79,12 @@ void LineReader::cut(std::string& text) const {
 }
 
 bool LineReader::next(Line& line) {
-    if (lineEnds_ == nullptr) chooseLineEnd();
+    if (lineEnds_.empty()) chooseLineEnd();
     line.text.clear();
     bool isEnded = false;
     while (!isEnded && (position_ < buffer_.size() || refill())) {
-        std::size_t const end = buffer_.find_first_of(lineEnds_, position_);
+        std::size_t const end = lineEnds_.size() == 1 ? buffer_.find(lineEnds_[0], position_)
+                                                      : buffer_.find_first_of(lineEnds_, position_);
         isEnded = end != std::string::npos;
         append(line.text, std::string_view(buffer_).substr(position_, end - position_));
         position_ = isEnded ? end + 1 : buffer_.size();

@@ -22,9 +22,9 @@ struct Line {
 // Lines one at a time, each as soon as it is complete. A line ends with a line feed or with
 // carriage return and line feed, which are no part of it; the last may lack its end. Neither is a
 // byte order mark ahead of the first. In a file that has a carriage return within its first line,
-// or what would be, carriage returns alone end lines too, which is noted on standard error where
-// there is a line feed within the first 64 KiB. Throws as TextInput, once all lines ahead of the
-// fault are taken.
+// or what would be, carriage returns alone end lines too, unless the file is a part; it is noted on
+// standard error where there is a line feed within the first 64 KiB. Throws as TextInput, once all
+// lines ahead of the fault are taken.
 class LineReader {
 public:
     // Of a line above `longest` bytes only so much is kept, cut between two characters.
@@ -52,9 +52,9 @@ private:
     std::size_t longest_;
     std::size_t number_ = 0;
     std::string buffer_;
-    std::size_t position_ = 0;        // in the buffer
-    char const* lineEnds_ = nullptr;  // once they are chosen
-    std::exception_ptr fault_;        // behind the buffer
+    std::size_t position_ = 0;   // in the buffer
+    std::string_view lineEnds_;  // once they are chosen
+    std::exception_ptr fault_;   // behind the buffer
 };
 
 // Whether it is valid UTF-8 without a NUL.

@@ -8,6 +8,7 @@ RowReader::RowReader(Source const& source, std::size_t longest) {
         return;
     }
     table_ = std::make_unique<TableReader>(source.file, source.layout);
+    if (source.layout.isPart && table_->isEmpty()) return;
     for (std::string const& column : source.columns)
         textColumns_.push_back(table_->column(column));
     for (std::string const& column : source.keep) {

@@ -52,7 +52,7 @@ char delimiterOf(std::string const& name) {
 TableReader::TableReader(TextFile const& file, TableLayout layout)
     : layout_(layout), reader_(file, kLongestRow) {
     hasFirst_ = read(first_);
-    if (!layout.hasHeader) return;
+    if (!layout.hasHeader || (!hasFirst_ && layout.isPart)) return;
     if (!hasFirst_) throw std::runtime_error(shownName(file.name) + ": has no header");
     if (!first_.fault.empty()) throw std::runtime_error(place(first_) + first_.fault);
     names_ = std::move(first_.fields);
@@ -202,6 +202,8 @@ void TableReader::leaveOpen(Row& row) {
         }
     }
     isOver_ = true;
+    if (layout_.isPart)
+        throw std::runtime_error(place(row) + row.fault + ". Is a row cut between two parts?");
 }
 
 }  // namespace near_text

@@ -20,6 +20,7 @@ struct TableLayout {
 
     char delimiter = ',';
     bool hasHeader = false;
+    bool isPart = false;  // of a table: it may have no row, not even a header, but none cut short
 };
 
 struct Row {
@@ -38,6 +39,9 @@ public:
     TableReader(TableReader const&) = delete;
     TableReader& operator=(TableReader const&) = delete;
 
+    // A part without a row, which has no columns to ask for.
+    bool isEmpty() const { return !hasFirst_ && names_.empty(); }
+
     // Empty without one.
     std::vector<std::string> const& header() const { return names_; }
 
@@ -47,7 +51,8 @@ public:
     // there are several.
     std::size_t column(std::string const& nameOrNumber);
 
-    // False at the end. Behind a row in which a quote is left open nothing is read.
+    // False at the end. Behind a row in which a quote is left open nothing is read; in a part that
+    // throws std::runtime_error.
     bool next(Row& row);
 
     // "FILE:LINE: ", of a row.

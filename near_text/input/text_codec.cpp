@@ -15,9 +15,12 @@ void requireUtf8(std::string_view text) {
 }
 
 std::u16string toUnits(std::string_view utf8) {
-    std::u16string units;
-    units.reserve(utf8.size());
-    for (std::size_t i = 0; i < utf8.size();) {
+    std::u16string units(utf8.size(), u'\0');
+    std::size_t ascii = 0;  // at the beginning, which most texts are
+    for (; ascii < utf8.size() && static_cast<signed char>(utf8[ascii]) >= 0; ++ascii)
+        units[ascii] = static_cast<char16_t>(utf8[ascii]);
+    units.resize(ascii);
+    for (std::size_t i = ascii; i < utf8.size();) {
         std::size_t const start = i;
         CodePoint const point = nextCodePoint(utf8, i);
         if (point < 0) throw NotUtf8(start + 1);

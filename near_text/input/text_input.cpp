@@ -11,8 +11,8 @@ namespace near_text {
 
 TextInput::TextInput(TextFile const& file)
     : input_(file.name),
-      decoder_(file.encoding, file.encodingOption),
-      mayBeNoText_(file.encoding != "utf-8"),
+      decoder_(file.isPart && file.encoding.empty() ? "utf-8" : file.encoding, file.encodingOption),
+      mayBeNoText_(file.encoding != "utf-8" && !file.isPart),
       encodingOption_(file.encodingOption) {}
 
 bool TextInput::read(std::string& utf8) {

@@ -20,6 +20,7 @@ struct TextFile {
     std::string name;
     std::string encoding;
     std::string encodingOption = "--encoding";  // that gives this file's encoding, for messages
+    bool isPart = false;  // cut out of a file, so what it looks like tells nothing
 };
 
 // A file's bytes as UTF-8, as they come. Throws std::runtime_error, with the file's name, for a

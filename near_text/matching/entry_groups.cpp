@@ -13,10 +13,8 @@ EntryGroups::EntryGroups(EntryList const& list) : groups_(list.entries.size()) {
         auto const [place, isNew] = known.emplace(units, equals_.size());
         if (isNew) {
             equals_.emplace_back();
-            distinct_.dictionary += u'\0';
-            distinct_.entries.push_back(
-                {list.entries[i].place, {}, {}, distinct_.dictionary.size(), units.size()});
-            distinct_.dictionary += units;
+            distinct_.dictionary.append({u"\0", 1});
+            distinct_.add(list.entries[i].place, units);
         }
         equals_[place->second].members.push_back(i);
         numbers_.push_back(place->second);

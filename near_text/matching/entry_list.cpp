@@ -1,6 +1,7 @@
 #include "near_text/matching/entry_list.h"
 
 #include <algorithm>
+#include <limits>
 #include <stdexcept>
 
 #include "near_text/input/line_reader.h"
@@ -70,17 +71,58 @@ EntryList readWholeList(WholeList const& whole, Preparer const& preparer) {
     }
 }
 
-void EntryListBuilder::add(std::size_t place, std::u16string_view units, std::string text,
-                           std::vector<std::string> kept, char16_t joint, std::string id) {
-    if (list_.places > 0) list_.dictionary += joint;
+Entry EntryList::entry(std::size_t index) const {
+    Entry entry;
+    entry.place = entries.at(index).place;
+    std::size_t cell = index * cellsOfEntry;
+    std::size_t const end = cell + cellsOfEntry;
+    auto const nextCell = [&] {
+        std::size_t const begin = cell == 0 ? 0 : cellEnds[cell - 1];
+        return std::string(std::string_view(cells).substr(begin, cellEnds[cell++] - begin));
+    };
+    entry.text = hasTexts ? nextCell() : toUtf8(units(index));
+    if (hasIds) entry.id = nextCell();
+    while (cell < end)
+        entry.kept.push_back(nextCell());
+    return entry;
+}
+
+void EntryList::add(std::size_t place, std::u16string_view units) {
+    entries.push_back({place, static_cast<std::uint32_t>(dictionary.size()),
+                       static_cast<std::uint32_t>(units.size())});
+    dictionary.append(units);
+}
+
+void EntryListBuilder::add(std::size_t place, std::u16string_view units, std::string_view text,
+                           std::vector<std::string> const& kept, char16_t joint,
+                           std::string_view id) {
+    if (list_.places > 0) list_.dictionary.append({&joint, 1});
     list_.places = place;
-    std::u16string prepared = preparer_.prepared(units);
-    if (isCutting_) truncate(prepared);
-    if (reference::holdsWord(prepared)) {
-        list_.entries.push_back({place, std::move(text), std::move(kept), list_.dictionary.size(),
-                                 prepared.size(), std::move(id)});
+    std::u16string compared;
+    if (list_.hasTexts) {
+        compared = preparer_.prepared(units);
+        if (isCutting_) truncate(compared);
+        units = compared;
     }
-    list_.dictionary += prepared;
+    if (list_.dictionary.size() + units.size() > std::numeric_limits<std::uint32_t>::max())
+        throw std::runtime_error(
+            "the entries are more than 4 billion units, too long for a search");
+    if (!reference::holdsWord(units)) return list_.dictionary.append(units);
+    list_.add(place, units);
+    addCells(text, id, kept);
+}
+
+void EntryListBuilder::addCells(std::string_view text, std::string_view id,
+                                std::vector<std::string> const& kept) {
+    std::size_t const before = list_.cellEnds.size();
+    auto const add = [&](std::string_view cell) {
+        list_.cells.append(cell);
+        list_.cellEnds.push_back(list_.cells.size());
+    };
+    if (list_.hasTexts) add(text);
+    if (list_.hasIds) add(id);
+    std::for_each(kept.begin(), kept.end(), add);
+    list_.cellsOfEntry = list_.cellEnds.size() - before;
 }
 
 EntryList EntryListBuilder::take(std::string const& source) {

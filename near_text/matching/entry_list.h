@@ -4,38 +4,60 @@
 // against the place that a person would count.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "near_text/input/text_row.h"
+#include "near_text/matching/growing_text.h"
 #include "near_text/preparation/preparation.h"
 
 namespace near_text {
 
+// What people see of one.
 struct Entry {
-    std::size_t place;              // from 1, blank entries counted: the line number in a file
+    std::size_t place = 0;          // from 1, blank entries counted: the line number in a file
     std::string text;               // as it came, in UTF-8
     std::vector<std::string> kept;  // cells of the columns that are kept
-    std::size_t begin;              // of what the add-in compares, in the dictionary
-    std::size_t length;
-    std::string id = {};  // the cell of the column of ids, where there is one
+    std::string id;                 // the cell of the column of ids, where there is one
+};
+
+// What the add-in sees, in the dictionary.
+struct EntryUnits {
+    std::size_t place;  // as above
+    std::uint32_t begin;
+    std::uint32_t length;
 };
 
 // By the add-in's index in the whole list, ascending.
 using Indices = std::vector<unsigned long>;
 
+// Lists are long, so nothing is held twice: a text that is the same as its units is made of them.
 struct EntryList {
-    std::u16string dictionary;  // as the add-in gets it
+    GrowingText<char16_t> dictionary;  // as the add-in gets it
     char16_t separator;
-    std::vector<Entry> entries;  // by the add-in's index
-    std::size_t places = 0;      // the last one, blank entries counted
+    std::vector<EntryUnits> entries;  // by the add-in's index
+    std::size_t places = 0;           // the last one, blank entries counted
+
+    // Throws std::out_of_range.
+    Entry entry(std::size_t index) const;
+
+    // Joins an entry to the list, with no separator.
+    void add(std::size_t place, std::u16string_view units);
 
     std::u16string_view units(std::size_t index) const {
         return std::u16string_view(dictionary).substr(entries[index].begin, entries[index].length);
     }
     // Such an entry is a unit longer than the same at the start of the list.
     bool isBehindSeparator(std::size_t index) const { return entries[index].begin > 0; }
+
+    // Of each entry as many: the text, where that differs from the units, its id, and what is kept.
+    bool hasTexts = false;
+    bool hasIds = false;
+    std::size_t cellsOfEntry = 0;
+    GrowingText<char> cells;
+    std::vector<std::size_t> cellEnds;
 };
 
 // Makes a list of entries that come one at a time; the preparer is the caller's. A list that is
@@ -44,23 +66,30 @@ class EntryListBuilder {
 public:
     EntryListBuilder(Preparer const& entryPreparer, char16_t separator) : preparer_(entryPreparer) {
         list_.separator = separator;
+        list_.hasTexts = !entryPreparer.isIdle();
     }
 
     // A separator ahead of the first entry makes that as long as it would be elsewhere.
-    void beginWithSeparator() { list_.dictionary = u'\0'; }
+    void beginWithSeparator() { list_.dictionary.append({u"\0", 1}); }
 
-    // From then on entries are cut as texts are that are too long for the add-in.
-    void cutEntries() { isCutting_ = true; }
+    // Before the first entry: all are cut as texts are that are too long for the add-in, or known
+    // by ids.
+    void cutEntries() { isCutting_ = list_.hasTexts = true; }
+    void keepIds() { list_.hasIds = true; }
 
     // `text` is what people read and `units` the same before it is prepared. `joint` goes ahead of
-    // it where it is not the first; its places ascend.
-    void add(std::size_t place, std::u16string_view units, std::string text,
-             std::vector<std::string> kept = {}, char16_t joint = u'\0', std::string id = {});
+    // it where it is not the first; its places ascend, and as many cells are kept of each. Throws
+    // std::runtime_error where the list is longer than the add-in takes.
+    void add(std::size_t place, std::u16string_view units, std::string_view text,
+             std::vector<std::string> const& kept = {}, char16_t joint = u'\0',
+             std::string_view id = {});
 
     // Throws std::runtime_error, which names `source`, when no entry holds a word.
     EntryList take(std::string const& source);
 
 private:
+    void addCells(std::string_view text, std::string_view id, std::vector<std::string> const& kept);
+
     Preparer const& preparer_;
     bool isCutting_ = false;
     EntryList list_;

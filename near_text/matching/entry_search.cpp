@@ -1,7 +1,8 @@
 // A shorter list has the entries in the order of the file, so the add-in's n-th match in it is the
 // n-th of those handed over. It begins with the separator unless it begins with the entry that
 // opens the whole list, so that each entry has the length that it has there: on that the limit and
-// the choice of the percentage depend.
+// the choice of the percentage depend. The add-in gets it in portions that stay in the processor's
+// cache, so that it takes no memory to speak of.
 #include "near_text/matching/entry_search.h"
 
 #include "near_text/matching/longest_text.h"
@@ -26,16 +27,21 @@ Indices EntrySearch::find(std::u16string_view text, Percentages percentages) {
 
 Indices EntrySearch::findAmong(std::u16string_view text, Percentages percentages,
                                Indices const& among) {
-    shorterList_.clear();
-    for (unsigned long const index : among) {
-        // A NUL separates whatever the separator is, even where that is whitespace.
-        if (list_.isBehindSeparator(index)) shorterList_ += u'\0';
-        shorterList_ += list_.units(index);
-    }
+    constexpr std::size_t kEnough = std::size_t{1} << 17;
+    Indices found;
+    std::size_t at = 0;
     // Nothing to look at is asked for too: it is the add-in that refuses a text.
-    Indices found = ask(text, percentages, shorterList_);
-    for (unsigned long& index : found)
-        index = among[index];
+    do {
+        std::size_t const begin = at;
+        shorterList_.clear();
+        for (; at < among.size() && shorterList_.size() < kEnough; ++at) {
+            // A NUL separates whatever the separator is, even where that is whitespace.
+            if (list_.isBehindSeparator(among[at])) shorterList_ += u'\0';
+            shorterList_ += list_.units(among[at]);
+        }
+        for (unsigned long const index : ask(text, percentages, shorterList_))
+            found.push_back(among[begin + index]);
+    } while (at < among.size());
     return found;
 }
 

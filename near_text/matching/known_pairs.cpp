@@ -37,7 +37,7 @@ using Entries = std::unordered_map<std::string, Indices>;
 Entries byName(EntryList const& list, bool isById) {
     Entries entries;
     for (unsigned long index = 0; index < list.entries.size(); ++index) {
-        Entry const& entry = list.entries[index];
+        Entry const entry = list.entry(index);
         entries[isById ? entry.id : std::to_string(entry.place)].push_back(index);
     }
     entries.erase("");

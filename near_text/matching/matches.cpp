@@ -74,10 +74,12 @@ void Matcher::markDifferences(std::vector<Match>& matches, std::string const& te
                               std::u16string_view units, Preparer const& preparer) const {
     if (matches.empty()) return;
     PrintedText printed(text, preparer);
-    printed.units.resize(units.size());  // a text that is too long may have been cut
+    // What is too long may have been cut.
+    printed.units.resize(units.size());
     auto const against = explanation(printed.units);
     for (Match& match : matches) {
-        PrintedText const entry(list_.entries[match.index].text, preparer);
+        PrintedText entry(list_.entry(match.index).text, preparer);
+        entry.units.resize(list_.units(match.index).size());
         match.difference = differenceOf(printed, entry,
                                         against.explain(reference::readEntry(
                                             entry.units, list_.isBehindSeparator(match.index))));

@@ -3,6 +3,7 @@
 #include <unicode/uchar.h>
 
 #include <algorithm>
+#include <cstdint>
 
 #include "near_text/text/code_points.h"
 

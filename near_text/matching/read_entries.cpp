@@ -8,11 +8,11 @@ namespace {
 
 EntryFile read(Source const& source, EntryListBuilder& builder) {
     RowReader reader(source);
+    if (!source.id.empty()) builder.keepIds();
     for (TextRow row; reader.next(row);) {
         try {
             std::u16string const units = lineUnits(row);
-            builder.add(row.number, units, std::move(row.text), std::move(row.kept), u'\0',
-                        std::move(row.id));
+            builder.add(row.number, units, row.text, row.kept, u'\0', row.id);
         } catch (NotText const& error) {
             throw std::runtime_error(reader.place() + error.what());
         }

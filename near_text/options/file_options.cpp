@@ -155,6 +155,12 @@ char FileOptions::delimiter() const {
     return delimiter_.empty() ? ',' : delimiterOf(delimiter_);
 }
 
+Source FileOptions::texts(bool isPart) const {
+    Source source = this->source(texts_);
+    source.file.isPart = source.layout.isPart = isPart;
+    return source;
+}
+
 Source FileOptions::source(GivenSource const& given) const {
     Source source{{given.file, given.encoding.empty() ? encoding_ : given.encoding},
                   given.columns,

@@ -52,7 +52,7 @@ public:
     // `users` are the options that make use of ids; `hasPairs` says whether one is given.
     void validateIds(bool hasPairs, std::string const& users) const;
 
-    Source texts() const { return source(texts_); }
+    Source texts(bool isPart = false) const;
     Source entries() const { return source(entries_); }
     // Any other file of the command.
     TextFile other(std::string const& file) const { return {file, encoding_}; }

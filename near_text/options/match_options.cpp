@@ -13,8 +13,7 @@ struct Given {
     Wanted wanted;
     OutputOptions output;
     RunOptions run;
-    bool isUnnumbered = false;
-    bool isUnheaded = false;
+    bool isPart = false;
     bool isMatched = false;
     bool isUnmatched = false;
     bool isMutual = false;
@@ -23,10 +22,11 @@ struct Given {
 
 void addDecisions(CLI::App& command, Given& given) {
     command
-        .add_option("--decisions", given.decisions,
-                    "What somebody decided about matches, as the page of --format html saves it: "
-                    "what was rejected is left out, what was accepted is marked. May be given "
-                    "several times; the last decision about a pair counts")
+        .add_option(
+            "--decisions", given.decisions,
+            "What somebody decided about matches, as the page of --format html saves it: what "
+            "was rejected is left out, what was accepted is marked, in tables in a column "
+            "decision. May be given several times; the last decision about a pair counts")
         ->type_name("FILE")
         ->expected(1)
         ->take_all()
@@ -52,24 +52,25 @@ void addOutput(CLI::App& command, Given& given) {
         ->excludes("--unmatched")
         ->group(kOutputGroup);
     command
-        .add_flag("--no-numbers", given.isUnnumbered,
-                  "Leave out the line numbers of the texts, so that the parts of a file give the "
-                  "same lines as the whole")
-        ->group(kOutputGroup);
-    command
-        .add_flag("--no-heading", given.isUnheaded,
-                  "Leave out the heading, so that parts can be joined")
+        .add_flag("--part", given.isPart,
+                  "The texts are a part of a list of which other runs answer the rest: the outputs "
+                  "of all, in order, are that of one run. Line numbers and the heading are left "
+                  "out, no line at all is fine, and the status is 0 once each text has its answer, "
+                  "be it none or an error. A part is read as UTF-8 unless an option says "
+                  "otherwise; names of columns need a heading in each part")
         ->group(kOutputGroup);
 }
 
 void validate(Given const& given, Format const& format) {
-    if (given.isUnheaded && !format.hasHeading) {
-        refuse("--no-heading", "has no effect in the format " + given.output.format());
+    if (given.isMutual && given.isPart) {
+        refuse("--mutual", "needs all texts, and --part has only some");
     }
     given.files.validateIds(!given.decisions.empty() || format.isPage,
                             "--decisions or --format html");
-    if (given.isUnnumbered && format.isPage)
-        refuse("--no-numbers", "has no effect on a page, whose decisions name lines");
+    if (given.isPart && !given.decisions.empty() && !given.files.pairNaming().hasTextIds)
+        refuse("--decisions",
+               "names lines of the whole, which a part does not know, without --text-id");
+    if (given.isPart && format.isPage) refuse("--part", "gives no page, which is of all texts");
     if (given.isMutual && !given.wanted.isAll()) {
         refuse("--mutual", "keeps the best of both sides, so --best and --top have no effect");
     }
@@ -104,14 +105,13 @@ ReadSettings define(CLI::App& command) {
         for (std::string const& file : given->decisions)
             decisions.push_back(given->files.other(file));
         return MatchSettings{addIn,
-                             given->files.texts(),
+                             given->files.texts(given->isPart),
                              given->files.entries(),
                              given->terms.settings(given->files),
                              given->isMutual ? Wanted{Wanted::kAll, true} : given->wanted,
                              output,
                              given->run.settings(),
-                             !given->isUnnumbered,
-                             !given->isUnheaded,
+                             given->isPart,
                              !given->isUnmatched,
                              !given->isMatched,
                              given->isMutual,
@@ -132,7 +132,8 @@ Definition const kMatchDefinition = {
      "in the output encoding, is reported, and the error takes its place in the output. When a "
      "signal ends the run, everything finished by then has been written, and no line is cut short.",
      "0 at least one text matched, 1 none matched, 2 a line or the run failed, 128 plus the "
-     "signal's number if interrupted",
+     "signal's number if interrupted. With --part: 0 each text has its answer, otherwise 2 or 128 "
+     "plus the signal's number",
      {"near_text match --texts supplier.txt --entries catalogue.txt --prepare --percent 60 --best",
       "near_text match --texts orders.csv --text-column name --keep id --entries stock.csv "
       "--entry-column title --keep-entry code --format csv --best"}},

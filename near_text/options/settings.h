@@ -57,8 +57,7 @@ struct MatchSettings {
     Wanted wanted;
     OutputSettings output;
     RunSettings run;
-    bool isNumbered;
-    bool hasHeading;
+    bool isPart;           // of a list whose other parts other runs answer
     bool printsMatched;    // texts with a match
     bool printsUnmatched;  // those without
     bool isMutual;         // the best alone that are so in both directions

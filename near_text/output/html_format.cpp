@@ -138,7 +138,7 @@ public:
         json.value(row.text);
         json.open('[');
         for (Match const& match : nearestFirst)
-            addMatch(json, layout, row.text, match, list.entries.at(match.index));
+            addMatch(json, layout, row.text, match, list.entry(match.index));
         json.close(']');
         addNames(json, layout.about.hasTextIds, row.id, row.kept);
         return closedLine(json, ']');

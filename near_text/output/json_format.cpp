@@ -1,6 +1,6 @@
 // An object a text, on one line:
 //
-//   {"line":3,"text":"red ball","matches":[{"index":0,"line":1,"entry":"ball red",
+//   {"line":3,"text":"red ball","matches":[{"index":0,"entry_line":1,"entry":"ball red",
 //    "percent":100,"distance":0,"limit":2},...]}
 #include <algorithm>
 
@@ -29,7 +29,7 @@ void addKept(JsonWriter& json, Cells const& names, Cells const& kept) {
 void addMatch(JsonWriter& json, RowLayout const& layout, Match const& match, Entry const& entry) {
     json.open('{');
     json.member("index", match.index);
-    json.member("line", entry.place);
+    json.member("entry_line", entry.place);
     json.member("entry", entry.text);
     json.member("percent", static_cast<unsigned long>(match.percent));
     json.member("distance", match.distance);
@@ -58,7 +58,7 @@ public:
         json.name("matches");
         json.open('[');
         for (Match const& match : matches)
-            addMatch(json, layout, match, list.entries.at(match.index));
+            addMatch(json, layout, match, list.entry(match.index));
         json.close(']');
         return closedLine(json);
     }

@@ -25,7 +25,7 @@ public:
         if (matches.empty()) return emptyRow(layout, row, row.text, {});
         std::string text;
         for (Match const& match : matches) {
-            Entry const& entry = list.entries.at(match.index);
+            Entry const entry = list.entry(match.index);
             Cells cells = firstCells(layout, row, row.text);
             for (unsigned long const value :
                  {static_cast<unsigned long>(match.percent), match.distance, match.limit,

@@ -29,7 +29,7 @@ public:
         Spans const marks = matches.empty() ? Spans() : nearestFirst[0].difference.first;
         std::string text = number(layout, row) + firstMarked(row.text, marks) + '\n';
         for (Match const& match : nearestFirst)
-            text += "    " + shownMatch(match, list.entries.at(match.index)) + '\n';
+            text += "    " + shownMatch(match, list.entry(match.index)) + '\n';
         if (matches.empty()) text += "       -\n";
         return text;
     }

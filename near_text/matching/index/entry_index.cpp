@@ -211,7 +211,11 @@ bool EntryIndex::mayMatch(std::size_t position, SearchLimits const& limits,
 }
 
 Indices EntryIndex::listed(std::vector<std::uint64_t> const& found) {
+    std::size_t count = 0;
+    for (std::uint64_t const bits : found)
+        count += static_cast<std::size_t>(std::popcount(bits));
     Indices indices;
+    indices.reserve(count);
     for (std::size_t i = 0; i < found.size(); ++i) {
         for (std::uint64_t left = found[i]; left != 0; left &= left - 1)
             indices.push_back(i * 64 + static_cast<unsigned>(std::countr_zero(left)));
