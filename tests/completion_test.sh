@@ -32,6 +32,7 @@ near_text match --entry-d|--entry-delimiter
 near_text match --texts _near_text_f|_near_text_file
 near_text duplicates _near_text_f|_near_text_file
 near_text match --format t|text tsv
+near_text compare --color a|always auto
 near_text match --percent |
 near_text --library lib.so help sw|sweep
 END

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <nlohmann/json.hpp>
+#include <regex>
 #include <set>
 #include <thread>
 
@@ -128,6 +129,12 @@ TEST(Program, AnswersAndReturnsAsGrepDoes) {
         {"search red --entries x --header", "--header: has no effect"},
         {"search red --entries x --indices --best", "--indices: prints the add-in's bare answer"},
         {"match -t x -e x --unmatched --top 2", "--unmatched: prints no matches"},
+        {"match -t x -e x --color always -u", "--unmatched: prints no matches, so --color"},
+        {"match -t x -e x --color always -f csv",
+         "--color: has no effect in the format csv, only in text"},
+        {"search x -e x --color always --indices", "--indices: prints the add-in's bare answer"},
+        {"duplicates x -p 1 --color always -g", "--color: has no effect with --groups"},
+        {"compare a b -p 1 --color always", "--color: has no effect without --explain"},
         {"match -t x -e x --keep 1", "--keep: has no effect"},
         {"match -t x -e x --part --mutual", "--mutual: needs all texts, and --part has only some"},
         {"sweep -t x -e " + two + " --pairs " + fileOf("p1", "a\tb\n1\t2\n3\n"),
@@ -275,6 +282,65 @@ TEST(Program, ExplainsMatchesAndMisses) {
     EXPECT_NE(run(search + " --explain-line 1").output.find("7 (different)"), std::string::npos);
     EXPECT_NE(run(search + " --explain-line 2").errors.find("contains no word"), std::string::npos);
     EXPECT_EQ(run(search + " --explain-line 4").status, 2);
+}
+
+// (dim| =bold| [deleted| {inserted| <replaced|, whatever the texts bring along.
+TEST(Colours, MarkHowTextsDiffer) {
+    std::pair<std::string, std::string> const shownAs[] = {
+        {"2", "("}, {"1", "="}, {"1;4;31", "["}, {"1;4;32", "{"}, {"1;7;35", "<"}, {"", "|"}};
+    auto const marked = [&](std::string const& arguments) {
+        std::string text = run(arguments + " --color always").output;
+        for (auto const& [sequence, shown] : shownAs)
+            text = std::regex_replace(text, std::regex("\x1B\\[" + sequence + 'm'), shown);
+        return text;
+    };
+    std::string const lists = " -t " + fileOf("t", "red\x1B[8m a\u202Ebc\nno\u009B\n") + " -e " +
+                              fileOf("e", "axbde red\x1B[8m\nred\x1B[8m abc\n");
+    EXPECT_EQ(marked("match -p 50" + lists),
+              "1  (red [8m |=a|[ |=bc|\n"
+              "     95%   1 of 6   line 2      index 1      (red [8m |=abc|\n"
+              "     80%   3 of 7   line 1      index 0      =a|<x|=b|{d|<e|( red [8m|\n"
+              "2  no \n       -\n");
+    std::string const explained = marked("compare 'a b acd' 'b a axde' -p 50 --explain");
+    for (auto const part : {"   (a b|\n", "\"=a|<c|=d|\"\n", "\"=a|<x|=d|{e|\"\n"})
+        EXPECT_NE(explained.find(part), std::string::npos) << explained;
+}
+
+// Without the marks, each closed on its line, the output is what it is without colours.
+TEST(Colours, AddNothingElse) {
+    std::string const samples = NEAR_TEXT_SAMPLES "/";
+    std::string const hostile = "\x1B[8m \u202Eaxe\u0085\t axe\x1B\n";
+    std::string const texts = fileOf("t", hostile + contentOf(samples + "supplier.txt"));
+    std::string const entries = fileOf("e", hostile + contentOf(samples + "catalogue.txt"));
+    std::regex const mark("\x1B\\[[0-9;]+m([^\x1B\n]*)\x1B\\[m");
+    for (std::string const& arguments :
+         {"match -p 60 -P -t " + texts + " -e " + entries, "duplicates -p 80 -P " + entries,
+          "search 'claw axe\x1B' -p 40 --explain --explain-line 7 -e " + entries,
+          "search 'claw hamer\x1B' -p 40 -e " + entries,
+          "compare 'a\x1B[8m b' 'b \x1B[9mc' -p 1 --explain"s}) {
+        std::string const coloured = run(arguments + " --color always").output;
+        EXPECT_NE(coloured.find('\x1B'), std::string::npos) << arguments;
+        EXPECT_EQ(std::regex_replace(coloured, mark, "$1"), run(arguments).output) << arguments;
+    }
+}
+
+TEST(Colours, AreForATerminal) {
+    std::string const compare = NEAR_TEXT_PROGRAM " compare a b -p 0 --explain";
+    std::pair<std::string, bool> const cases[] = {
+        {compare, true},
+        {"NO_COLOR= " + compare, true},
+        {"NO_COLOR=0 " + compare, false},
+        {"TERM=dumb " + compare, false},
+        {compare + " --color never", false},
+        {"TERM=dumb NO_COLOR=1 " + compare + " --color always", true},
+        {compare + " | cat", false}};
+    for (auto const& [command, isColoured] : cases) {
+        std::string const output =
+            shell("script -qec 'env -u NO_COLOR TERM=xterm " + command + "' /dev/null </dev/null")
+                .output;
+        EXPECT_NE(output.find("alike"), std::string::npos) << command;
+        EXPECT_EQ(output.find('\x1B') != std::string::npos, isColoured) << command;
+    }
 }
 
 // The single searches are the add-in's own.

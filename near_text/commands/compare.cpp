@@ -24,7 +24,7 @@ Status execute(CompareSettings const& settings) {
         auto const sides =
             reference::explainCompare(first, second, static_cast<unsigned long>(settings.percent));
         requireAgreement(sides, *isAlike);
-        output.write(explanationText(sides, "first", "second"));
+        output.write(explanationText(sides, "first", "second", settings.isColoured));
     }
     output.flush();
     return foundIf(*isAlike);

@@ -82,7 +82,7 @@ Status execute(DuplicatesSettings const& settings) {
         if (groups) return {{}, {}, groups->join(matcher, terms.percentages, index)};
         std::vector<Match> matches = pairs(matcher, list, terms.percentages, index);
         if (matches.empty()) return {};
-        if (format.isPage) {
+        if (settings.output.showsDifferences) {
             matcher.markDifferences(matches, row.text, list.units(index), preparer);
         }
         return {format.matches(layout, row, list, matches), {}, true};

@@ -50,8 +50,9 @@ Status execute(MatchSettings const& settings) {
             for (Match& match : matches)
                 match.isAccepted = decisions.isAccepted(decisions.nameOf(row), match.index);
         }
-        if (format.isPage) matcher.markDifferences(matches, row.text, units, preparer);
         bool const isWritten = matches.empty() ? settings.printsUnmatched : settings.printsMatched;
+        if (isWritten && settings.output.showsDifferences)
+            matcher.markDifferences(matches, row.text, units, preparer);
         return {
             isWritten ? format.matches(layout, row, entries, matches) : "", {}, !matches.empty()};
     };

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <functional>
 
 #include "near_text/commands/commands.h"
 #include "near_text/commands/table_note.h"
@@ -54,17 +55,21 @@ Indices askedIndices(TextSearchSettings const& settings, EntryList const& list) 
     return indices;
 }
 
+// Fills in how matches differ from the text; none where that is not shown.
+using MarkThem = std::function<void(std::vector<Match>& matches)>;
+
 // Matches, or entries that are asked for, with the reasons.
 class ExplainedRows {
 public:
     ExplainedRows(Output& output, EntryList const& list, std::u16string_view text,
-                  SearchTerms const& terms)
+                  SearchTerms const& terms, MarkThem const& mark)
         : output_(output),
           list_(list),
           excluded_(reference::readExclusions(terms.exclusions, list.separator)),
           explanation_(text, excluded_, terms.threshold, terms.percentages.forShort,
                        terms.percentages.forLong),
           isSameNumbers_(terms.isSameNumbers),
+          mark_(mark),
           numbers_(text) {}
 
     void write(unsigned long index, bool isMatch) {
@@ -75,9 +80,11 @@ public:
         reference::SideBySide const sides = explanation_.explain(
             reference::readEntry(list_.units(index), list_.isBehindSeparator(index)));
         requireAgreement(sides, isMatch);
-        Match const shown = {index, reference::nearness(sides), sides.distance, sides.limit};
-        output_.write(shownMatch(shown, list_.entry(index)) + '\n' +
-                      explanationText(sides, "text", "entry"));
+        std::vector<Match> shown = {
+            {index, reference::nearness(sides), sides.distance, sides.limit}};
+        if (mark_) mark_(shown);
+        output_.write(shownMatch(shown[0], list_.entry(index)) + '\n' +
+                      explanationText(sides, "text", "entry", mark_ != nullptr));
         Numbers const ofEntry(list_.units(index));
         if (isMatch && isSameNumbers_ && numbers_.contradict(ofEntry))
             output_.write(numbersText(numbers_, ofEntry));
@@ -89,6 +96,7 @@ private:
     reference::ExcludedWords const excluded_;
     reference::SearchExplanation const explanation_;
     bool const isSameNumbers_;
+    MarkThem const& mark_;
     Numbers const numbers_;
 };
 
@@ -114,8 +122,8 @@ void writeMatches(Output& output, TextSearchSettings const& settings, EntryFile 
 
 void writeExplained(Output& output, TextSearchSettings const& settings, EntryList const& list,
                     std::u16string const& text, SearchTerms const& terms, Matcher& matcher,
-                    std::vector<Match> matches, Indices const& asked) {
-    ExplainedRows rows(output, list, text, terms);
+                    std::vector<Match> matches, Indices const& asked, MarkThem const& mark) {
+    ExplainedRows rows(output, list, text, terms, mark);
     if (settings.isExplained) {
         sortByNearness(matches);
         for (Match const& match : matches)
@@ -148,16 +156,21 @@ Status execute(TextSearchSettings const& settings) {
     Output output(settings.output.encoding);
     std::vector<Match> matches = matcher.matches(text);
     noteLeftOut(matcher.leftOut());
-    if (settings.output.format->isPage)
-        matcher.markDifferences(matches, settings.text, text, preparer);
+    MarkThem mark;
+    if (settings.output.showsDifferences) {
+        mark = [&](std::vector<Match>& some) {
+            matcher.markDifferences(some, settings.text, text, preparer);
+        };
+    }
     Indices const asked = askedIndices(settings, entries.list);
     if (!asked.empty() && !reference::holdsWord(text)) {
         throw std::runtime_error("TEXT contains no word, so there is nothing to explain");
     }
     if (!settings.isExplained && settings.explainedPlaces.empty()) {
+        if (mark) mark(matches);
         writeMatches(output, settings, entries, matches);
     } else if (!matches.empty() || !asked.empty()) {
-        writeExplained(output, settings, entries.list, text, terms, matcher, matches, asked);
+        writeExplained(output, settings, entries.list, text, terms, matcher, matches, asked, mark);
     }
     output.flush();
     return foundIf(!matches.empty());

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <numeric>
 
+#include "near_text/input/text_codec.h"
 #include "near_text/text/code_points.h"
 
 namespace near_text {
@@ -136,6 +137,19 @@ Difference differenceOf(PrintedText const& first, PrintedText const& second,
     MarkedUnits firstMarks(first, sides.first), secondMarks(second, sides.second);
     align(firstMarks, secondMarks);
     return {firstMarks.spans(), secondMarks.spans()};
+}
+
+LeftOvers::LeftOvers(reference::SideBySide const& sides)
+    : first(toUtf8(reference::joined(sides.first.left))),
+      second(toUtf8(reference::joined(sides.second.left))) {}
+
+Difference LeftOvers::difference() const {
+    Preparer const asItIs({});
+    PrintedText const one(first, asItIs), other(second, asItIs);
+    reference::SideBySide sides = {};
+    sides.first = {{one.units}, {one.units}};
+    sides.second = {{other.units}, {other.units}};
+    return differenceOf(one, other, sides);
 }
 
 }  // namespace near_text

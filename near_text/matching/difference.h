@@ -57,4 +57,14 @@ struct Difference {
 Difference differenceOf(PrintedText const& first, PrintedText const& second,
                         reference::SideBySide const& sides);
 
+// What is left of two sides, run together, in UTF-8.
+struct LeftOvers {
+    explicit LeftOvers(reference::SideBySide const& sides);
+
+    // As of texts that cancelled nothing.
+    Difference difference() const;
+
+    std::string first, second;
+};
+
 }  // namespace near_text

@@ -1,4 +1,5 @@
 #include "near_text/options/definition.h"
+#include "near_text/options/output_options.h"
 #include "near_text/options/terms_options.h"
 #include "near_text/options/values.h"
 
@@ -12,6 +13,7 @@ struct Given {
     int percent = 0;
     PreparationOptions preparation;
     bool isExplained = false;
+    ColourOption colour;
 };
 
 ReadSettings define(CLI::App& command) {
@@ -30,14 +32,18 @@ ReadSettings define(CLI::App& command) {
     command.add_flag("--explain", given->isExplained,
                      "Show the words that cancelled, what was left, the limit, the distance, and "
                      "the highest percentage at which the texts are alike");
+    given->colour.addTo(command);
     given->preparation.addTo(command);
     return [given](AddInSettings const& addIn) -> Settings {
+        if (given->colour.isDemanded() && !given->isExplained)
+            refuse("--color", "has no effect without --explain");
         return CompareSettings{addIn,
                                argumentUnits("FIRST", given->first),
                                argumentUnits("SECOND", given->second),
                                given->percent,
                                given->preparation.preparer(),
-                               given->isExplained};
+                               given->isExplained,
+                               given->colour.isOn()};
     };
 }
 

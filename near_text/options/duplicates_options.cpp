@@ -30,6 +30,8 @@ ReadSettings define(CLI::App& command) {
     return [given](AddInSettings const& addIn) -> Settings {
         if (given->isGrouped && given->output.isPage())
             refuse("--groups", "prints no pairs, which are what the format html shows");
+        if (given->isGrouped && given->output.isColourDemanded())
+            refuse("--color", "has no effect with --groups, which prints no pairs");
         return DuplicatesSettings{addIn,
                                   given->files.texts(),
                                   given->terms.settings(given->files),

@@ -8,8 +8,11 @@ namespace near_text {
 namespace {
 
 constexpr char const* kEnvironment =
-    "None is read. Files are UTF-8 unless an option or a byte order mark says otherwise, whatever "
-    "the locale of the terminal.";
+    "Two variables are read. A terminal gets no colours, unless --color demands them, where "
+    "NO_COLOR "
+    "is set and not empty, or where TERM is dumb.\n\n"
+    "Files are UTF-8 unless an option or a byte order mark says otherwise, whatever the locale of "
+    "the terminal.";
 
 // Text in which nothing is a request or an escape.
 std::string plain(std::string const& text) {
@@ -156,7 +159,7 @@ std::string manPage(CLI::App const& program, CLI::App const& command,
            plain(name) + " \\- " + plain(text.summary) + '\n' + synopsis(command) +
            ".SH DESCRIPTION\n" + paragraphs(text.details) + (isProgram ? commands(command) : "") +
            options(command) + exitStatus(text.exitStatus) + ".SH ENVIRONMENT\n" +
-           plain(kEnvironment) + '\n' + examples(text.examples) + seeAlso(program, command, texts);
+           paragraphs(kEnvironment) + examples(text.examples) + seeAlso(program, command, texts);
 }
 
 }  // namespace near_text

@@ -81,6 +81,8 @@ void validate(Given const& given, Format const& format) {
     if (given.files.hasKeptOfEntries()) {
         refuse("--unmatched", "prints no matches, so --keep-entry has no effect");
     }
+    if (given.output.isColourDemanded())
+        refuse("--unmatched", "prints no matches, so --color has no effect");
 }
 
 ReadSettings define(CLI::App& command) {

@@ -4,6 +4,7 @@
 #include <thread>
 
 #include "near_text/options/values.h"
+#include "near_text/output/terminal_marks.h"
 
 namespace near_text {
 
@@ -39,6 +40,22 @@ std::string commandLine(CLI::App const& command) {
 
 }  // namespace
 
+CLI::Option& ColourOption::addTo(CLI::App& command) {
+    return *command
+                .add_option("--color", when_,
+                            "Mark how the texts differ: always, never, or auto, where the "
+                            "output is a terminal, NO_COLOR is empty and TERM is not dumb. Words "
+                            "that cancelled are dim, and what is left is bold; of it, what the "
+                            "other text lacks is underlined, and what it has something else for "
+                            "is reversed. Default: auto")
+                ->type_name("WHEN")
+                ->check(CLI::IsMember({"auto", "always", "never"}));
+}
+
+bool ColourOption::isOn(bool isForEyes) const {
+    return isDemanded() || (when_ == "auto" && isForEyes && isColourTerminal());
+}
+
 void OutputOptions::addTo(CLI::App& command, bool hasPages) {
     command_ = &command;
     std::vector<std::string> names;
@@ -62,6 +79,7 @@ void OutputOptions::addTo(CLI::App& command, bool hasPages) {
                     "The encoding of the output, for programs that do not read UTF-8")
         ->type_name("NAME")
         ->group(kOutputGroup);
+    if (hasPages) colour_.addTo(command).group(kOutputGroup);
 }
 
 OutputSettings OutputOptions::settings(FileOptions const& files) const {
@@ -76,7 +94,12 @@ OutputSettings OutputOptions::settings(FileOptions const& files) const {
     }
     if (format.isPage && !encoding_.empty())
         refuse("--output-encoding", "has no effect on a page, which is UTF-8");
-    return {&format, files.delimiter(), encoding_, commandLine(*command_)};
+    if (colour_.isDemanded() && !isForEyes())
+        refuse("--color", "has no effect in the format " + format_ + ", only in text");
+    // Another encoding is for programs.
+    bool const isColoured = colour_.isOn(isForEyes() && encoding_.empty());
+    return {&format, files.delimiter(), encoding_, commandLine(*command_),
+            format.isPage || isColoured};
 }
 
 RunOptions::RunOptions() : jobs_(std::max(1U, std::thread::hardware_concurrency())) {}

@@ -11,6 +11,18 @@ namespace near_text {
 
 inline constexpr char const* kOutputGroup = "Output";
 
+// --color
+class ColourOption {
+public:
+    CLI::Option& addTo(CLI::App& command);
+    bool isDemanded() const { return when_ == "always"; }
+    // `isForEyes` where no program reads the output unless that is demanded.
+    bool isOn(bool isForEyes = true) const;
+
+private:
+    std::string when_ = "auto";
+};
+
 class OutputOptions {
 public:
     // `hasPages` where the command finds pairs.
@@ -19,6 +31,8 @@ public:
     // std::runtime_error.
     OutputSettings settings(FileOptions const& files) const;
 
+    // Whatever the output is.
+    bool isColourDemanded() const { return colour_.isDemanded(); }
     bool isForEyes() const { return format_ == "text"; }
     bool isPage() const { return format_ == "html"; }
     std::string const& format() const { return format_; }
@@ -27,6 +41,7 @@ private:
     CLI::App const* command_ = nullptr;
     std::string format_ = "text";
     std::string encoding_;
+    ColourOption colour_;
 };
 
 class RunOptions {

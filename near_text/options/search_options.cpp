@@ -86,6 +86,8 @@ void validate(Given const& given) {
     if (given.isIndices && given.terms.isSameNumbers()) {
         refuse("--indices", "prints the add-in's bare answer, without --same-numbers");
     }
+    if (given.isIndices && given.output.isColourDemanded())
+        refuse("--indices", "prints the add-in's bare answer, without --color");
 }
 
 ReadSettings define(CLI::App& command) {

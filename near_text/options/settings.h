@@ -23,6 +23,7 @@ struct OutputSettings {
     char delimiter;           // of csv
     std::string encoding;     // empty for UTF-8
     std::string commandLine;  // what was given, as a shell reads it
+    bool showsDifferences;    // of texts and their matches
 };
 
 struct CompareSettings {
@@ -32,6 +33,7 @@ struct CompareSettings {
     int percent;
     Preparer preparer;
     bool isExplained;
+    bool isColoured;
 };
 
 struct TextSearchSettings {

@@ -3,7 +3,8 @@
 #include <stdexcept>
 
 #include "near_text/input/text_codec.h"
-#include "near_text/messages/messages.h"
+#include "near_text/matching/difference.h"
+#include "near_text/output/terminal_marks.h"
 
 namespace near_text {
 
@@ -11,9 +12,10 @@ namespace {
 
 constexpr std::size_t kLabelWidth = 18;
 
+// The value is on one line.
 std::string row(std::string label, std::string const& value) {
     label.resize(std::max(kLabelWidth, label.size() + 2), ' ');
-    return "    " + label + onOneLine(value) + '\n';
+    return "    " + label + value + '\n';
 }
 
 std::string listed(reference::Words const& words) {
@@ -23,21 +25,25 @@ std::string listed(reference::Words const& words) {
     return words.empty() ? "-" : text;
 }
 
-std::string quoted(std::u16string const& text) {
-    return "\"" + toUtf8(text) + '"';
+// Dim where it is marked.
+std::string shownWords(reference::Words const& words, bool isMarked) {
+    std::string const text = listed(words);
+    return firstMarked(text, isMarked ? Spans{{0, text.size(), Mark::Cancelled}} : Spans());
 }
 
 }  // namespace
 
 std::string explanationText(reference::SideBySide const& sides, std::string const& firstName,
-                            std::string const& secondName) {
+                            std::string const& secondName, bool isMarked) {
     std::string const rule = "what " + std::to_string(sides.percent) + " percent leaves of " +
                              std::to_string(sides.length) +
                              (sides.length == 1 ? " unit" : " units");
-    return row("words cancelled", listed(sides.cancelled)) +
-           row("words excluded", listed(sides.excluded)) +
-           row("left of " + firstName, quoted(reference::joined(sides.first.left))) +
-           row("left of " + secondName, quoted(reference::joined(sides.second.left))) +
+    LeftOvers const left(sides);
+    auto const [first, second] = isMarked ? left.difference() : Difference();
+    return row("words cancelled", shownWords(sides.cancelled, isMarked)) +
+           row("words excluded", shownWords(sides.excluded, isMarked)) +
+           row("left of " + firstName, '"' + firstMarked(left.first, first) + '"') +
+           row("left of " + secondName, '"' + secondMarked(left.second, second) + '"') +
            row("limit", std::to_string(sides.limit) + " (" + rule + ")") +
            row("distance",
                std::to_string(sides.distance) + (sides.isAlike ? " (alike)" : " (different)")) +

@@ -8,9 +8,10 @@
 
 namespace near_text {
 
-// Several lines, indented. The names stand for the two sides.
+// Several lines, indented. The names stand for the two sides. What cancelled, what is left and how
+// that differs may be marked for a terminal.
 std::string explanationText(reference::SideBySide const& sides, std::string const& firstName,
-                            std::string const& secondName);
+                            std::string const& secondName, bool isMarked);
 
 // Of numbers that contradict each other: another line of it, that they are the reason.
 std::string numbersText(Numbers const& ofText, Numbers const& ofEntry);

@@ -6,6 +6,7 @@
 
 #include "near_text/messages/messages.h"
 #include "near_text/output/format.h"
+#include "near_text/output/terminal_marks.h"
 
 namespace near_text {
 
@@ -21,9 +22,12 @@ public:
 
     std::string matches(RowLayout const& layout, TextRow const& row, EntryList const& list,
                         std::vector<Match> const& matches) const override {
-        std::string text = number(layout, row) + onOneLine(row.text) + '\n';
         std::vector<Match> nearestFirst = matches;
         sortByNearness(nearestFirst);
+        // Its marks differ from match to match. Those against the nearest stand right above it; of
+        // all of them together nobody could tell which belongs to which.
+        Spans const marks = matches.empty() ? Spans() : nearestFirst[0].difference.first;
+        std::string text = number(layout, row) + firstMarked(row.text, marks) + '\n';
         for (Match const& match : nearestFirst)
             text += "    " + shownMatch(match, list.entry(match.index)) + '\n';
         if (matches.empty()) text += "       -\n";
@@ -58,7 +62,8 @@ std::string shownMatch(Match const& match, Entry const& entry) {
     char numbers[160];
     std::snprintf(numbers, sizeof numbers, "%3d%%  %2lu of %-2lu  line %-5zu  index %-5lu  ",
                   match.percent, match.distance, match.limit, entry.place, match.index);
-    return numbers + onOneLine(entry.text) + (match.isAccepted ? "  [accepted]" : "");
+    return numbers + secondMarked(entry.text, match.difference.second) +
+           (match.isAccepted ? "  [accepted]" : "");
 }
 
 Format const& textFormat() {

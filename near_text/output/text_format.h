@@ -8,7 +8,7 @@
 
 namespace near_text {
 
-// A match on one line.
+// A match on one line, with the marks of its entry where it has a difference.
 std::string shownMatch(Match const& match, Entry const& entry);
 
 }  // namespace near_text
