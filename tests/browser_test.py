@@ -258,9 +258,11 @@ class RussianTest(unittest.TestCase):
 
 def take_picture(picture):
     driver = browser(size="1180,860")
-    driver.get("file://" + write("picture.html", near_text("match", *SAMPLE, "--format", "html")))
+    tables = ["--texts", "orders.csv", "--text-column", "item", "--text-id", "order",
+              "--entries", "stock.csv", "--entry-column", "name", "--entry-id", "sku", "--prepare", "--percent", "60"]
+    driver.get("file://" + write("picture.html", near_text("match", *tables, "--format", "html")))
     driver.find_element("css selector", "[data-ready]")
-    driver.find_element("id", "list").send_keys("aara")
+    driver.find_element("id", "list").send_keys("ararrrrr")  # as samples/decisions.csv
     driver.save_screenshot(picture)
     driver.quit()
 

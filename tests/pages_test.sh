@@ -27,25 +27,36 @@ outline() {
             print row " in " columns
         }'
 }
-for page in README docs/integrating; do
+for page in README.md docs/*.md; do
+    [[ $page != *.ru.md ]] || continue
+    page=${page%.md}
     name=${page##*/}
     outline $page.md -e ':a;/^\|/s/([0-9]),([0-9]{3})/\1\2/;ta' >"$scratch/english"
     outline $page.ru.md -e ':a;/^\|/s/([0-9]) ([0-9]{3})/\1\2/;ta' -e ':b;/^\|/s/([0-9]),([0-9])/\1.\2/;tb' \
         >"$scratch/russian"
     diff "$scratch/english" "$scratch/russian" || fail "$page.md (<) and $page.ru.md (>) differ"
-    [ "$(grep -c '^row' "$scratch/english")" -gt 50 ] || fail "the outline of $page.md lacks the tables"
+    [ "$(grep -c '^row' "$scratch/english")" = "$(grep -c '^|' $page.md)" ] || fail "$page.md: a table within code"
     grep -q "($name.ru.md)" $page.md && grep -q "($name.md)" $page.ru.md || fail "$page: one lacks the other"
 done
 
-quoted=$(sed -n '/^```cpp$/,/^```$/p' README.md | sed '1d;$d')
+quoted=$(sed -n '/^```cpp$/,/^```$/p' docs/integrating.md | sed '1d;$d')
 [[ -n $quoted && $(sed 's/^    //' examples/minimal_host.cpp) == *"$quoted"* ]] ||
-    fail 'README.md quotes what examples/minimal_host.cpp lacks'
+    fail 'docs/integrating.md quotes what examples/minimal_host.cpp lacks'
 
-for page in README.md README.ru.md; do
-    grep '^\$ near_text ' "$page" >"$scratch/commands" || fail "$page quotes no command"
+ln -s "$PWD/samples" "$scratch"
+run() { (cd "$scratch" && eval "$program $*" 2>/dev/null); }
+for page in README.md README.ru.md docs/*.md; do
+    sed -e ':a' -e '/^\(\$ \)\?near_text .*\\$/{N;s/ *\\\n */ /;ba' -e '}' "$page" >"$scratch/page"
+    sed -n '/^\$ near_text /p' "$scratch/page" >"$scratch/commands"
+    [[ -s $scratch/commands || $page != README* ]] || fail "$page quotes no command"
     while read -r _ _ arguments; do
-        awk -v command="\$ near_text $arguments" '/^```/ { isIn = 0 } isIn; $0 == command { isIn = 1 }' "$page" |
-            diff - <(eval "$program $arguments" 2>/dev/null) || fail "$page (<): $arguments (>)"
+        awk -v command="\$ near_text ${arguments//\\/\\\\}" \
+            '/^```/ { isIn = 0 } isIn; $0 == command { isIn = 1 }' "$scratch/page" |
+            diff - <(run "$arguments") || fail "$page (<): $arguments (>)"
+    done <"$scratch/commands"
+    sed -n '/^```sh$/,/^```$/s/^near_text //p' "$scratch/page" >"$scratch/commands"
+    while read -r arguments; do
+        run "$arguments" >/dev/null || fail "$page: $arguments"
     done <"$scratch/commands"
 done
 

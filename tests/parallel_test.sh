@@ -39,11 +39,12 @@ exec "$program" "$@"
 END
 chmod +x bin/*
 
-head -n 20 "$samples/catalogue.txt" >catalogue.txt
+mkdir samples
+head -n 20 "$samples/catalogue.txt" >samples/catalogue.txt
 # One part of texts like these, one of texts that find nothing, others of both with a line that is no text.
-for ((i = 0; i < 250; ++i)); do sed "s/$/ $((i % 7))/" catalogue.txt "$samples/supplier.txt"; done >some.txt
+for ((i = 0; i < 250; ++i)); do sed "s/$/ $((i % 7))/" samples/catalogue.txt "$samples/supplier.txt"; done >some.txt
 seq -f 'nothing like %g' 150000 >none.txt
-{ cat none.txt some.txt && printf 'bad \377 text\n' && cat catalogue.txt some.txt; } >mixed.txt
+{ cat none.txt some.txt && printf 'bad \377 text\n' && cat samples/catalogue.txt some.txt; } >mixed.txt
 
 failed() {
     echo "FAILED: $1"
@@ -52,10 +53,10 @@ failed() {
 # WHAT TEXTS HOSTS LINE: as one run, or, where that may be, a status that is not 0.
 expect() {
     local status=0
-    cp "$2" supplier.txt
+    cp "$2" samples/supplier.txt
     printf '%s\n' $3 >hosts
     rm -f ./*.gone
-    "$program" match --part -t supplier.txt -e catalogue.txt -f tsv >whole 2>/dev/null
+    "$program" match --part -t samples/supplier.txt -e samples/catalogue.txt -f tsv >whole 2>/dev/null
     bash -c "$4" >parts 2>errors || status=$?
     [ $status -eq 0 ] || failed "$1: status $status: $(tail -n 3 errors)"
     cmp whole parts || failed "$1"
@@ -67,22 +68,22 @@ expect 'a host not reachable, another that goes away' mixed.txt 'unreachable lea
 [ -e leaving.gone ] || failed 'no host went away'
 expect 'no match' none.txt 'one two' "$line"
 expect 'no text' /dev/null one "$line"
-for trouble in 'sed -i s/one/unreachable/ hosts' 'rm catalogue.txt' 'line=${line/--part/--prat}'; do
+for trouble in 'sed -i s/one/unreachable/ hosts' 'rm samples/catalogue.txt' 'line=${line/--part/--prat}'; do
     (
-        cp some.txt supplier.txt
+        cp some.txt samples/supplier.txt
         echo one >hosts
         rm -rf one
         eval "$trouble"
         ! bash -c "$line" >parts 2>errors || failed "$trouble: status 0"
     )
-    cp one/catalogue.txt . 2>/dev/null || head -n 20 "$samples/catalogue.txt" >catalogue.txt
+    head -n 20 "$samples/catalogue.txt" >samples/catalogue.txt
 done
 
 # A table of rows that span lines.
-sed 's/"/""/g; s/.*/"&\n",7/' some.txt >supplier.txt
+sed 's/"/""/g; s/.*/"&\n",7/' some.txt >samples/supplier.txt
 printf '%s\n' one two >hosts
 table='--format csv --text-column 1 --keep 2'
-"$program" match --part -t supplier.txt -e catalogue.txt $table >whole
+"$program" match --part -t samples/supplier.txt -e samples/catalogue.txt $table >whole
 line=${line/--pipe/--csv --pipe}
 touch kill
 bash -c "${line/--format tsv/$table}" >parts 2>errors || failed "a table: $(tail -n 3 errors)"
