@@ -191,7 +191,7 @@ Search forLongWord(bool isAttack, std::size_t length, std::u16string const& shar
 // which the text does not have, has the first place.
 Search forUnitsInARow(bool isAttack) {
     Search search = forLongWord(isAttack, 980, u"", u"\u9000;");
-    for (std::size_t i = 0; i < 980; ++i)
+    for (std::size_t i = 0; isAttack && i < 980; ++i)
         search.text[i] = static_cast<char16_t>(0x5000 + (i ^ i >> 3U ^ i >> 6U ^ i >> 9U));
     return search;
 }
