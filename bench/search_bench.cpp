@@ -187,6 +187,15 @@ Search forLongWord(bool isAttack, std::size_t length, std::u16string const& shar
     return {searched, dictionary, {}};
 }
 
+// Units whose places in a table, by their low bits, are next to each other; the entries' unit,
+// which the text does not have, has the first place.
+Search forUnitsInARow(bool isAttack) {
+    Search search = forLongWord(isAttack, 980, u"", u"\u9000;");
+    for (std::size_t i = 0; isAttack && i < 980; ++i)
+        search.text[i] = static_cast<char16_t>(0x5000 + (i ^ i >> 3U ^ i >> 6U ^ i >> 9U));
+    return search;
+}
+
 // A hundred units are left of each entry, too many to be aligned one by one.
 Search forLongWordInPart(bool isAttack) {
     auto const rest = text(1000, false, 7);
@@ -206,6 +215,7 @@ constexpr Attack kAttacks[] = {
     {"one_unit_entries", 1, [](bool isAttack) { return forLongWord(isAttack, 980, u"", u"e;"); }},
     {"shared_words", 1, [](bool isAttack) { return forLongWord(isAttack, 981, u" x", u"x e;"); }},
     {"shared_and_more", 1, forLongWordInPart},
+    {"units_in_a_row", 1, forUnitsInARow},
 };
 
 void addAttacks() {

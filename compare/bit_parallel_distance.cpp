@@ -324,7 +324,7 @@ bool isWithin(unsigned long limit, Pieces first, Pieces second) {
                 return isPatternWithin<Rows64>(limit, PatternUnits<4>(first), rows, second);
         }
     }
-    MatchVector<Rows64> pattern(rows);
+    MatchVector<Rows64> pattern;
     unsigned long row = 0;
     forEachUnitWhile(first, [&](unsigned short unit) {
         pattern.add(unit, row++);

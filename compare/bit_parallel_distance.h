@@ -52,66 +52,62 @@ class MatchVector {
 public:
     static constexpr unsigned long kRows = 8 * sizeof(Rows);
 
-    // For a pattern of `rows` units.
-    explicit MatchVector(unsigned long rows = kRows) { clear(rows); }
+    MatchVector() { clear(); }
 
-    void clear(unsigned long rows = kRows) {
-        assert(rows <= kRows);
-        slotMask_ = static_cast<unsigned>(std::bit_ceil(2 * rows)) - 1;
-        std::fill_n(keys_.begin(), slotMask_ + 1UL, kFree);
-        std::fill_n(rows_.begin(), slotMask_ + 1UL, Rows{0});
-        usedCount_ = 0;
+    void clear() {
+        slots_.fill(0);
+        units_[0] = kNoUnit;
+        rows_[0] = rows_[1] = 0;
+        count_ = 0;
     }
 
     // Sets `row`, which is below kRows, for the unit.
     void add(unsigned short unit, unsigned long row) {
         assert(row < kRows);
-        unsigned const slot = slotOf(unit);
-        // Written whether the unit is new or not: branch-free.
-        used_[usedCount_] = static_cast<std::uint8_t>(slot);
-        usedCount_ += keys_[slot] == kFree ? 1U : 0U;
-        keys_[slot] = unit;
-        assert(2 * usedCount_ <= slotMask_ + 1);
-        rows_[slot] |= Rows{1} << row;
+        std::uint8_t& slot = slots_[slotOf(unit)];
+        // All is written whether the unit is new or not: branch-free.
+        count_ += slot == 0 ? 1U : 0U;
+        unsigned const place = slot == 0 ? count_ : slot;
+        slot = static_cast<std::uint8_t>(place);
+        units_[place] = unit;
+        rows_[place] |= Rows{1} << row;
+        rows_[count_ + 1] = 0;
     }
 
-    Rows rowsOf(unsigned short unit) const { return rows_[slotOf(unit)]; }
+    Rows rowsOf(unsigned short unit) const { return rows_[slots_[slotOf(unit)]]; }
 
-    // Takes the rows of `other`, which has the same units in the same places.
+    // Takes the rows of `other`, which has the same units in the same order.
     void copyRows(MatchVector const& other) {
-        for (unsigned i = 0; i < usedCount_; ++i)
-            rows_[used_[i]] = other.rows_[used_[i]];
+        std::copy_n(other.rows_.begin(), count_ + 1, rows_.begin());
     }
 
     // Takes out `count` rows from `first` on; the rows above move down.
     void removeRows(unsigned long first, unsigned long count) {
         assert(first < kRows);
         Rows const below = (Rows{1} << first) - 1;
-        for (unsigned i = 0; i < usedCount_; ++i) {
-            Rows& rows = rows_[used_[i]];
-            Rows const moved = count < kRows ? rows >> count : 0;
-            rows = (rows & below) | (moved & ~below);
+        for (unsigned i = 1; i <= count_; ++i) {
+            Rows const moved = count < kRows ? rows_[i] >> count : 0;
+            rows_[i] = (rows_[i] & below) | (moved & ~below);
         }
     }
 
 private:
-    static constexpr unsigned long kMaxSlots = 2 * kRows;
-    static constexpr std::uint32_t kFree = 0x10000;  // no unit
+    static constexpr unsigned kSlots = 2 * kRows;
+    static constexpr std::uint32_t kNoUnit = 0x10000;
 
     unsigned slotOf(unsigned short unit) const {
-        unsigned slot = (unit ^ unit >> 3U) & slotMask_;  // letters of one script are spread
-        // Another unit's: 0 is this one's, and from kFree on it is free. One test that hardly ever
-        // succeeds, where two would be guessed wrong.
-        while ((keys_[slot] ^ unit) - 1U < kFree - 1U)
-            slot = (slot + 1) & slotMask_;
+        unsigned slot = (unit ^ unit >> 3U) % kSlots;  // letters of one script are spread
+        // Another unit's: 0 is this one's, and from kNoUnit on it is free. One test that hardly
+        // ever succeeds, where two would be guessed wrong.
+        while ((units_[slots_[slot]] ^ unit) - 1U < kNoUnit - 1U)
+            slot = (slot + 1) % kSlots;
         return slot;
     }
 
-    std::array<std::uint32_t, kMaxSlots> keys_;
-    std::array<Rows, kMaxSlots> rows_;          // written where a key is
-    std::array<std::uint8_t, kRows + 1> used_;  // slots, so that few need be looked at
-    unsigned usedCount_;
-    unsigned slotMask_;  // the number of slots, a power of two, less 1
+    std::array<std::uint8_t, kSlots> slots_;      // a place among the units, from 1; 0 is free
+    std::array<std::uint32_t, kRows + 1> units_;  // behind one that is none, which has no rows
+    std::array<Rows, kRows + 2> rows_;            // by place; the next one is cleared beforehand
+    unsigned count_;
 };
 
 // One column of the matrix in a block of 64 rows. Before the first unit of the text each row is one

@@ -54,9 +54,13 @@ bool SearchSide::isLeftWithin(unsigned long limit, Pieces const& entryLeft) {
         if (cancelledBy_[i] != entry_) left_.push_back(words()[i]);
     }
     Pieces const left(left_, rows);
-    // Leaves the rows of all words in place.
-    bool const isShort = std::min(rows, entryLeft.units) <= MatchVector<Rows64>::kRows;
-    return isShort ? isWithin(limit, left, entryLeft) : banded_.isWithin(limit, left, entryLeft);
+    auto const& [pattern, text] = std::minmax(
+        left, entryLeft, [](auto const& a, auto const& b) { return a.units < b.units; });
+    // Either of the first two leaves the rows of all words in place.
+    if (pattern.units <= MatchVector<Rows64>::kRows) return isWithin(limit, pattern, text);
+    if (pattern.units <= MatchVector<Rows128>::kRows)
+        return isWithin(limit, RowsOfWords<Rows128>(pattern.pieces).all, pattern.units, text);
+    return banded_.isWithin(limit, pattern, text);
 }
 
 bool SearchSide::isSparselyWithin(unsigned long spare, Pieces const& entryLeft) {

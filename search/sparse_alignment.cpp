@@ -19,11 +19,13 @@
 
 namespace {
 
-constexpr unsigned long kNoRow = 64 * (kMaxTextLength / 64 + 1) - 1;
+// The last row that there is a bit for.
+constexpr unsigned long kNoRow = 32 * (kMaxTextLength / 32 + 1) - 1;
 
 }  // namespace
 
-SparseAlignment::SparseAlignment(std::span<Utf16View const> words) : blocks_(1) {
+SparseAlignment::SparseAlignment(std::span<Utf16View const> words)
+    : units_(words), blocks_(1UL + units_.count()) {
     starts_.reserve(words.size() + 1);
     unsigned long units = 0;
     for (Utf16View const word : words) {
@@ -32,46 +34,37 @@ SparseAlignment::SparseAlignment(std::span<Utf16View const> words) : blocks_(1) 
     }
     assert(units <= kMaxTextLength);
     starts_.push_back(static_cast<unsigned short>(units));
-    slots_.resize(std::bit_ceil(2 * units + 1));
+    std::vector<unsigned short> lasts(blocks_.size());
     unsigned long row = 0;
     for (unsigned long word = 0; word < words.size(); ++word) {
-        for (unsigned short const unit : words[word]) {
-            addRow(unit, row++);
-        }
+        for (unsigned short const unit : words[word])
+            addRow(unit, lasts[units_.of(unit)], row++);
         flip(word);
     }
 }
 
-unsigned long SparseAlignment::slotOf(unsigned short unit) const {
-    unsigned long const mask = slots_.size() - 1;
-    unsigned long slot = (unit ^ unit >> 3U) & mask;
-    while (slots_[slot] != 0 && blocks_[slots_[slot]].unit != unit)
-        slot = (slot + 1) & mask;
-    return slot;
-}
-
-void SparseAlignment::addRow(unsigned short unit, unsigned long row) {
+void SparseAlignment::addRow(unsigned short unit, unsigned short& last, unsigned long row) {
     auto const number = static_cast<unsigned short>(row / kBlockRows);
-    auto const added = static_cast<unsigned short>(blocks_.size());
-    unsigned short& first = slots_[slotOf(unit)];
-    if (first == 0) {
-        first = added;
-        blocks_.push_back({0, number, 0, unit, added});
-    } else if (unsigned short& last = blocks_[first].last; blocks_[last].number != number) {
+    if (last == 0) {
+        last = units_.of(unit);
+        blocks_[last].number = number;
+    } else if (blocks_[last].number != number) {
+        auto const added = static_cast<unsigned short>(blocks_.size());
         blocks_[last].next = added;
         last = added;
-        blocks_.push_back({0, number, 0, 0, 0});
+        blocks_.push_back({0, number, 0});
     }
-    blocks_[blocks_[first].last].rows |= std::uint64_t{1} << row % kBlockRows;
+    blocks_[last].rows |= Rows{1} << row % kBlockRows;
 }
 
-unsigned long SparseAlignment::nextOf(unsigned short firstBlock, unsigned long row) const {
+unsigned long SparseAlignment::nextOf(unsigned short& firstBlock, unsigned long row) const {
+    while (firstBlock != 0 && (blocks_[firstBlock].number + 1) * kBlockRows <= row)
+        firstBlock = blocks_[firstBlock].next;
     for (unsigned short at = firstBlock; at != 0; at = blocks_[at].next) {
         Block const& block = blocks_[at];
         unsigned long const begin = block.number * kBlockRows;
-        if (begin + kBlockRows <= row) continue;
-        std::uint64_t bits = block.rows & left_[block.number];
-        if (begin < row) bits &= ~std::uint64_t{0} << (row - begin);
+        Rows bits = block.rows & left_[block.number];
+        if (begin < row) bits &= ~Rows{0} << (row - begin);
         if (bits != 0) return begin + static_cast<unsigned long>(std::countr_zero(bits)) + 1;
     }
     return kNoRow;
@@ -79,7 +72,7 @@ unsigned long SparseAlignment::nextOf(unsigned short firstBlock, unsigned long r
 
 unsigned long SparseAlignment::next(unsigned long row) const {
     unsigned long number = row / kBlockRows;
-    std::uint64_t bits = left_[number] & ~std::uint64_t{0} << row % kBlockRows;
+    Rows bits = left_[number] & ~Rows{0} << row % kBlockRows;
     while (bits == 0) {
         if (++number == left_.size()) return kNoRow;
         bits = left_[number];
@@ -91,7 +84,7 @@ void SparseAlignment::flip(unsigned long word) {
     for (unsigned long row = starts_[word]; row < starts_[word + 1];) {
         unsigned long const end =
             std::min<unsigned long>(starts_[word + 1], (row / kBlockRows + 1) * kBlockRows);
-        left_[row / kBlockRows] ^= lowBits(end - row) << row % kBlockRows;
+        left_[row / kBlockRows] ^= static_cast<Rows>(lowBits(end - row) << row % kBlockRows);
         row = end;
     }
 }
@@ -106,7 +99,7 @@ bool SparseAlignment::isWithin(unsigned long spare, Pieces const& text) const {
         for (unsigned short const unit : piece) {
             if (toCome <= spare && reach[spare - toCome] + toCome <= rowsLeft) return true;
             --toCome;
-            unsigned short const firstBlock = slots_[slotOf(unit)];
+            unsigned short firstBlock = units_.of(unit);
             for (unsigned long k = spare;; --k) {
                 unsigned long least = nextOf(firstBlock, reach[k]);
                 if (k >= 1) least = std::min(least, next(reach[k - 1]));

@@ -12,6 +12,7 @@
 #include "compare/bit_parallel_distance.h"
 #include "compare/text_limit.h"
 #include "compare/utf16_string.h"
+#include "search/unit_numbers.h"
 
 class SparseAlignment {
 public:
@@ -35,22 +36,21 @@ public:
     bool isWithin(unsigned long spare, Pieces const& text) const;
 
 private:
-    static constexpr unsigned long kBlockRows = 64;
+    static constexpr unsigned long kBlockRows = 32;
+    using Rows = std::uint32_t;
 
     // The rows of a unit within a block of them that it is in.
     struct Block {
-        std::uint64_t rows;
-        unsigned short number;
-        unsigned short next;  // of the same unit: its place among all blocks; 0 is none
-        // Of the first one of a unit.
-        unsigned short unit;
-        unsigned short last;
+        Rows rows = 0;
+        unsigned short number = 0;
+        unsigned short next = 0;  // of the same unit: its place among all blocks; 0 is none
     };
 
-    unsigned long slotOf(unsigned short unit) const;
-    void addRow(unsigned short unit, unsigned long row);
-    // Both give the row behind the first one that is not left out, from `row` on.
-    unsigned long nextOf(unsigned short firstBlock, unsigned long row) const;
+    // `last` is the place of the unit's last block, or 0.
+    void addRow(unsigned short unit, unsigned short& last, unsigned long row);
+    // Both give the row behind the first one that is not left out, from `row` on. `firstBlock` goes
+    // on past the blocks above `row`.
+    unsigned long nextOf(unsigned short& firstBlock, unsigned long row) const;
     unsigned long next(unsigned long row) const;
     unsigned long unitsOf(unsigned long word) const {
         return static_cast<unsigned long>(starts_[word + 1] - starts_[word]);
@@ -58,9 +58,10 @@ private:
     void flip(unsigned long word);
 
     std::vector<unsigned short> starts_;  // of the words, and the end
-    std::vector<unsigned short> slots_;   // a table: the first block of a unit, or 0
-    std::vector<Block> blocks_;           // of all units, behind the one that stands for none
+    UnitNumbers units_;
+    // The first ones of all units, by number, behind one that stands for none; then all others.
+    std::vector<Block> blocks_;
     // A bit for each row that is not left out; the last one is never set.
-    std::array<std::uint64_t, kMaxTextLength / kBlockRows + 1> left_{};
+    std::array<Rows, kMaxTextLength / kBlockRows + 1> left_{};
     unsigned long leftOut_ = 0;  // units
 };

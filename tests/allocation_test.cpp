@@ -188,7 +188,7 @@ TEST(Memory, OfASearchIsSmallWhateverTheTextsAre) {
             peakBytes = liveBytes;
             unsigned long const before = liveBytes;
             component->CallAsFunc(1, &result, params.data(), std::ssize(params));
-            EXPECT_LE(peakBytes - before, 72 * 1024) << percent;
+            EXPECT_LE(peakBytes - before, 64 * 1024) << percent;
         }
     }
 }

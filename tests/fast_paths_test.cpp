@@ -140,7 +140,9 @@ TEST(FastPaths, AgreeOnLongEntries) {
 TEST(FastPaths, AgreeOnShortEntriesForALongText) {
     RandomText random(129);
     for (std::size_t const length : {65U, 350U, 490U}) {
-        auto const run = [&](std::size_t size) { return random.run(u"abcde", size); };
+        // Also the first and the last unit of 64.
+        auto const alphabet = length == 350 ? u"@\u007F\u0080\u0400\uFFFF" : u"abcde";
+        auto const run = [&](std::size_t size) { return random.run(alphabet, size); };
         Searches searches(run(length) + u" xxx zzz " + run(length), u"", u"", 256);
         for (int entry = 0; entry < 60; ++entry) {
             auto const left = run(random.below(30)) + u"xzx" + run(random.below(9));

@@ -60,7 +60,7 @@ struct CutText {
 
 template <class Rows>
 bool isWithinRows(unsigned long limit, Utf16View pattern, Pieces text) {
-    MatchVector<Rows> match(pattern.size());
+    MatchVector<Rows> match;
     for (unsigned long row = 0; row < pattern.size(); ++row)
         match.add(pattern[row], row);
     return isWithin(limit, match, pattern.size(), text);
