@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <stdexcept>
 
-#include "near_text/input/line_reader.h"
+#include "near_text/input/source.h"
 #include "near_text/input/text_codec.h"
 #include "near_text/matching/longest_text.h"
 #include "near_text/messages/messages.h"
@@ -43,9 +43,9 @@ EntryList cut(std::u16string_view whole, char16_t separator, Preparer const& pre
 }  // namespace
 
 std::u16string readLines(TextFile const& file) {
-    LineReader reader(file);
+    RowReader reader({file, {}, {}, {}});
     std::u16string text;
-    for (Line line; reader.next(line);) {
+    for (TextRow line; reader.next(line);) {
         try {
             text += lineUnits(line);
         } catch (NotText const& error) {

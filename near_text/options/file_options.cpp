@@ -155,12 +155,15 @@ char FileOptions::delimiter() const {
     return delimiter_.empty() ? ',' : delimiterOf(delimiter_);
 }
 
-Source FileOptions::source(GivenSource const& given) const {
+Source FileOptions::source(GivenSource const& given, std::string const& columnOption,
+                           GivenSource const& other) const {
     Source source{{given.file, given.encoding.empty() ? encoding_ : given.encoding},
                   given.columns,
                   given.keep,
                   {},
-                  given.id};
+                  given.id,
+                  columnOption,
+                  other.isTable()};
     source.file.encodingOption = given.encodingOption;
     if (hasEnding(given.file, ".tsv")) source.layout.delimiter = '\t';
     std::string const& delimiter = given.delimiter.empty() ? delimiter_ : given.delimiter;
