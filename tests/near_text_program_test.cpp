@@ -153,6 +153,7 @@ TEST(Program, AnswersAndReturnsAsGrepDoes) {
         {"mtch -t x", "there is no command 'mtch'; did you mean match?"},
         {"dup x", "there is no command 'dup'; did you mean duplicates?"},
         {"--verson", "there is no option '--verson'; did you mean --version?"},
+        {"match --" + std::string(50'000, 'a'), "there is no option '--aaa"},
         {"match -t x --entrys x", "; did you mean --entries?"},
         {"match -t x -e x --tresh=5", "no option '--tresh'; did you mean --threshold?"},
         {"match -V", "near_text: -V: is for near_text without a command\n"},
