@@ -150,6 +150,7 @@ TEST(Program, AnswersAndReturnsAsGrepDoes) {
         {"match -t x -e x --entry-column 1 --entry-delimiter ab", "--entry-delimiter: 'ab' is nei"},
         {"match -t x --text-column 1 --keep , -e x", "--keep: ',' has a comma without a value"},
         {"match -t - -e /dev/null", "/dev/null contains no entries"},
+        {"match -t - --drop-words " + two + " -e " + two, "no entries, or none with a word once pre"},
         {"mtch -t x", "there is no command 'mtch'; did you mean match?"},
         {"dup x", "there is no command 'dup'; did you mean duplicates?"},
         {"--verson", "there is no option '--verson'; did you mean --version?"},

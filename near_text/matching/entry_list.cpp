@@ -84,7 +84,10 @@ void EntryListBuilder::add(std::size_t place, std::u16string_view units, std::st
 }
 
 EntryList EntryListBuilder::take(std::string const& source) {
-    if (list_.entries.empty()) throw std::runtime_error(source + " contains no entries");
+    if (list_.entries.empty()) {
+        throw std::runtime_error(source + " contains no entries" +
+                                 (preparer_.isIdle() ? "" : ", or none with a word once prepared"));
+    }
     return std::move(list_);
 }
 
