@@ -156,9 +156,12 @@ TEST(Program, AnswersAndReturnsAsGrepDoes) {
         {"match -t x -e x --entry-column 1 --entry-delimiter ab", "--entry-delimiter: 'ab' is nei"},
         {"match -t x --text-column 1 --keep , -e x", "--keep: ',' has a comma without a value"},
         {"match -t - -e /dev/null", "/dev/null contains no entries"},
+        {"match -t - --drop-words " + two + " -e " + two,
+         "no entries, or none with a word once pre"},
         {"mtch -t x", "there is no command 'mtch'; did you mean match?"},
         {"dup x", "there is no command 'dup'; did you mean duplicates?"},
         {"--verson", "there is no option '--verson'; did you mean --version?"},
+        {"match --" + std::string(50'000, 'a'), "there is no option '--aaa"},
         {"match -t x --entrys x", "; did you mean --entries?"},
         {"match -t x -e x --tresh=5", "no option '--tresh'; did you mean --threshold?"},
         {"match -V", "near_text: -V: is for near_text without a command\n"},
@@ -192,6 +195,8 @@ TEST(Program, NotesTablesThatAreReadAsLines) {
     std::string const lines = fileOf("lines", "hammer, claw\n");
     std::string const table = fileOf("table", "id;name\n1;claw hammer\n");
     std::string const named = fileOf("named.csv", "id,name\n1,claw hammer\n");
+    std::string const input = "1;a\n2;b\n3;c\n";
+    std::string const rows = fileOf("rows", input);
     struct Case {
         std::string arguments, note;
     } const cases[] = {
@@ -203,9 +208,18 @@ TEST(Program, NotesTablesThatAreReadAsLines) {
         {"search x -e " + fileOf("NAMED.CSV", "a,b\n"), "NAMED.CSV seems to be a table"},
         {"search x --entry-column 2 -e " + fileOf("NAMED.TSV", "a,b\tx\n"), ""},
         {"match -t " + lines + " -e " + named + " --entry-column name", ""},
-        {"match -t " + table + " -e " + table, ""}};
+        {"match -t " + table + " -e " + table, ""},
+        {"match -e " + lines + " -t -", "input seems to be a table"},
+        {"duplicates " + fileOf("rows2", "a,b,c\n\n\"d\",\"e, f\",\nr,,t\n"), "rows2 seems to be"},
+        {"duplicates " + fileOf("rows3", "a\tb\nc\t\n\td\n"), "rows3 seems to be a table"},
+        {"match -t " + lines + " -e " + lines + " --exclusions " + rows, "of words alone"},
+        {"match -t " + lines + " -e " + lines + " --drop-words " + rows, "of words alone"},
+        {"duplicates " + fileOf("decimals", "nut 1,5\nbolt 2,5\nsaw 3,5\n"), ""},
+        {"duplicates " + fileOf("commas", "a,b,c\nd,e\nf,g,h\n"), ""},
+        {"duplicates " + fileOf("blanks", "a, b, c\nd; e\nf, g, h\n"), ""},
+        {"match -t " + lines + " -e " + lines + " --exclusions " + named, ""}};
     for (auto const& [arguments, note] : cases) {
-        std::string const errors = run(arguments + " -p 0").errors;
+        std::string const errors = run(arguments + " -p 0", input).errors;
         EXPECT_EQ(errors.empty(), note.empty()) << arguments;
         EXPECT_NE(errors.find(note), std::string::npos) << arguments << '\n' << errors;
     }

@@ -92,7 +92,7 @@ TEST(Decisions, LeaveOutAndMarkWhatTheyName) {
         {"2,1\n", "", ball + ",accepted\n" + bowl + ",\n" + cup + ",\n"},
         {"a,b,%,decision\n2,1,100,rejected\n2,2,77,accepted\n", "",
          bowl + ",accepted\n" + cup + ",\n"},
-        {"a,b,decision\n2,1,rejected\n", " --best", bowl + ",\n" + cup + ",\n"},
+        {"a,b, Decision\n2,1,rejected\n", " --best", bowl + ",\n" + cup + ",\n"},
         // The last word counts, and no word is none.
         {"a,b,decision\n2,1,rejected\n3,3,\n2,1,accepted\n", " --top 1",
          ball + ",accepted\n" + cup + ",\n"},
@@ -107,6 +107,7 @@ TEST(Decisions, LeaveOutAndMarkWhatTheyName) {
     std::pair<std::string, std::string> const faults[] = {
         {"a,b,decision\n2,1,yes\n", "d.csv:2: 'yes' is neither accepted nor rejected"},
         {"a,b,decision\n2,1\n", "d.csv:2: "},
+        {"a,b,verdict\n2,1,rejected\n", "d.csv:2: 'rejected' is in no column"},
         {"a,b,decision\n2,9,rejected\n", "d.csv:2: there is no entry in line 9"},
         {"a,b,decision\n9,1,rejected\n", "d.csv:2: there is no text in line 9"},
         {"text_id,b,decision\n7,1,rejected\n",

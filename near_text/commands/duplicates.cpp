@@ -2,7 +2,6 @@
 #include <optional>
 
 #include "near_text/commands/commands.h"
-#include "near_text/commands/table_note.h"
 #include "near_text/matching/entry_groups.h"
 #include "near_text/matching/pairs_within.h"
 #include "near_text/matching/read_entries.h"
@@ -55,7 +54,6 @@ Table groupTable(
 }  // namespace
 
 Status execute(DuplicatesSettings const& settings) {
-    noteTable(settings.texts, "--text-column");
     Preparer const preparer = readPreparer(settings.search);
     SearchTerms const terms = readTerms(settings.search);
     auto const file = readOneList(settings.texts, preparer, settings.run.isTruncating);

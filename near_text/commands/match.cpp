@@ -1,7 +1,6 @@
 #include <optional>
 
 #include "near_text/commands/commands.h"
-#include "near_text/commands/table_note.h"
 #include "near_text/matching/read_entries.h"
 #include "near_text/output/output.h"
 #include "near_text/run/mutual_matches.h"
@@ -9,7 +8,6 @@
 namespace near_text {
 
 Status execute(MatchSettings const& settings) {
-    noteTables(settings.texts, settings.entries);
     Preparer const preparer = readPreparer(settings.search);
     SearchTerms const terms = readTerms(settings.search);
     auto const [list, entryColumns] = readEntries(settings.entries, preparer);

@@ -2,7 +2,6 @@
 #include <functional>
 
 #include "near_text/commands/commands.h"
-#include "near_text/commands/table_note.h"
 #include "near_text/input/text_codec.h"
 #include "near_text/matching/longest_text.h"
 #include "near_text/matching/read_entries.h"
@@ -18,10 +17,8 @@ namespace near_text {
 namespace {
 
 EntryFile readList(TextSearchSettings const& settings, Preparer const& preparer) {
-    if (auto const* const file = std::get_if<Source>(&settings.entries)) {
-        noteTable(*file, "--entry-column");
+    if (auto const* const file = std::get_if<Source>(&settings.entries))
         return readEntries(*file, preparer);
-    }
     return {readWholeList(std::get<WholeList>(settings.entries), preparer), {}};
 }
 

@@ -3,7 +3,6 @@
 #include <optional>
 
 #include "near_text/commands/commands.h"
-#include "near_text/commands/table_note.h"
 #include "near_text/matching/read_entries.h"
 #include "near_text/messages/interrupt.h"
 #include "near_text/output/output.h"
@@ -15,8 +14,6 @@ namespace near_text {
 
 Status execute(SweepSettings const& settings) {
     bool const isWithin = !settings.entries;
-    isWithin ? noteTable(settings.texts, "--text-column")
-             : noteTables(settings.texts, *settings.entries);
     Preparer const preparer = readPreparer(settings.search);
     SearchTerms const terms = readTerms(settings.search);
     EntryList const list =

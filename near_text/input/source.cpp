@@ -1,10 +1,18 @@
 #include "near_text/input/source.h"
 
+#include "near_text/messages/messages.h"
+
 namespace near_text {
 
 RowReader::RowReader(Source const& source, std::size_t longest) {
     if (!source.isTable()) {
         lines_ = std::make_unique<LineReader>(source.file, longest);
+        columnOption_ = source.columnOption;
+        guess_.emplace(source.isBesideTable);
+        std::string const& name = source.file.name;
+        // A file of words may well be a table of one column.
+        if (!columnOption_.empty() && (hasEnding(name, ".csv") || hasEnding(name, ".tsv")))
+            noteTable();
         return;
     }
     table_ = std::make_unique<TableReader>(source.file, source.layout);
@@ -22,6 +30,7 @@ RowReader::RowReader(Source const& source, std::size_t longest) {
 bool RowReader::next(TextRow& row) {
     if (lines_) {
         if (!lines_->next(row)) return false;
+        if (guess_ && guess_->isTable(row.text)) noteTable();
         row.share = lines_->share();
         return true;
     }
@@ -37,6 +46,14 @@ bool RowReader::next(TextRow& row) {
     if (idColumn_) row.id = readable(*idColumn_);
     if (row.fault.empty()) row.text = text();
     return true;
+}
+
+void RowReader::noteTable() {
+    guess_.reset();
+    std::string const advice = columnOption_.empty() ? "a file of words alone is wanted"
+                                                     : columnOption_ + " COLUMN takes a column";
+    complain("note: " + lines_->name() + " seems to be a table, but whole lines of it are read; " +
+             advice);
 }
 
 std::string RowReader::readable(std::size_t column) const {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "near_text/input/table.h"
+#include "near_text/input/table_guess.h"
 #include "near_text/input/text_row.h"
 
 namespace near_text {
@@ -20,6 +21,8 @@ struct Source {
     std::vector<std::string> keep;  // columns to carry over, likewise
     TableLayout layout;             // of a table
     std::string id = {};            // the column that rows are known by; empty without one
+    std::string columnOption = {};  // that asks for columns; empty where nothing does
+    bool isBesideTable = false;     // the other file is one
 
     bool isTable() const { return !columns.empty(); }
 };
@@ -27,8 +30,9 @@ struct Source {
 // The texts of a source, one at a time, each as soon as it is complete.
 class RowReader {
 public:
-    // Of a text above `longest` bytes only so much is kept. Throws as LineReader and
-    // TableReader.
+    // Of a text above `longest` bytes only so much is kept. Notes on standard error when a file of
+    // lines seems to be a table, by its name or its first lines: nothing would be found, in
+    // silence. Throws as LineReader and TableReader.
     explicit RowReader(Source const& source, std::size_t longest = std::string::npos);
 
     // False at the end.
@@ -39,11 +43,14 @@ public:
     std::vector<std::string> const& keptNames() const { return names_; }
 
 private:
+    void noteTable();
     std::string text() const;
     std::string readable(std::size_t column) const;
 
     std::unique_ptr<LineReader> lines_;  // or else
     std::unique_ptr<TableReader> table_;
+    std::string columnOption_;
+    std::optional<TableGuess> guess_;  // until it is known
     Row fields_;
     std::vector<std::size_t> textColumns_;
     std::vector<std::size_t> keptColumns_;

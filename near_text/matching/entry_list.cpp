@@ -4,7 +4,7 @@
 #include <limits>
 #include <stdexcept>
 
-#include "near_text/input/line_reader.h"
+#include "near_text/input/source.h"
 #include "near_text/input/text_codec.h"
 #include "near_text/matching/longest_text.h"
 #include "near_text/messages/messages.h"
@@ -44,9 +44,9 @@ EntryList cut(std::u16string_view whole, char16_t separator, Preparer const& pre
 }  // namespace
 
 std::u16string readLines(TextFile const& file) {
-    LineReader reader(file);
+    RowReader reader({file, {}, {}, {}});
     std::u16string text;
-    for (Line line; reader.next(line);) {
+    for (TextRow line; reader.next(line);) {
         try {
             text += lineUnits(line);
         } catch (NotText const& error) {
@@ -126,7 +126,10 @@ void EntryListBuilder::addCells(std::string_view text, std::string_view id,
 }
 
 EntryList EntryListBuilder::take(std::string const& source) {
-    if (list_.entries.empty()) throw std::runtime_error(source + " contains no entries");
+    if (list_.entries.empty()) {
+        throw std::runtime_error(source + " contains no entries" +
+                                 (preparer_.isIdle() ? "" : ", or none with a word once prepared"));
+    }
     return std::move(list_);
 }
 

@@ -13,15 +13,19 @@ namespace near_text {
 
 namespace {
 
-// "id", or a name with that word in it: text_id, ID 2.
-bool namesIds(std::string const& name) {
+// Whether a name is that word or contains it: text_id, ID 2.
+bool hasWord(std::string const& name, std::string const& word) {
     std::string words = " ";
     for (char const c : name)
         words += std::isalnum(static_cast<unsigned char>(c)) != 0
                      ? static_cast<char>(std::tolower(static_cast<unsigned char>(c)))
                      : ' ';
     words += ' ';
-    return words.find(" id ") != std::string::npos || words.find(" ids ") != std::string::npos;
+    return words.find(' ' + word + ' ') != std::string::npos;
+}
+
+bool namesIds(std::string const& name) {
+    return hasWord(name, "id") || hasWord(name, "ids");
 }
 
 bool isLineNumber(std::string const& cell) {
@@ -75,7 +79,9 @@ private:
     }
 
     void findDecisions(std::vector<std::string> const& names) {
-        auto const found = std::find(names.begin(), names.end(), "decision");
+        auto const found = std::find_if(names.begin(), names.end(), [](std::string const& name) {
+            return hasWord(name, "decision");
+        });
         if (found == names.end()) return;
         column_ = static_cast<std::size_t>(found - names.begin());
         table_.column(std::to_string(*column_ + 1));  // each row has to reach so far
@@ -100,6 +106,9 @@ private:
             if (!isById_[i] && !isLineNumber(row_.fields[i]))
                 throw refusal('\'' + row_.fields[i] + "' is not a line number");
         }
+        // Nobody who writes that means the pair to count.
+        if (!column_ && std::ranges::find(row_.fields, "rejected") != row_.fields.end())
+            throw refusal("'rejected' is in no column with the heading decision");
         std::string const decision = column_ ? row_.fields[*column_] : "accepted";
         if (!decision.empty() && decision != "accepted" && decision != "rejected")
             throw refusal('\'' + decision + "' is neither accepted nor rejected");

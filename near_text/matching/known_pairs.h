@@ -14,8 +14,8 @@ namespace near_text {
 class KnownPairs {
 public:
     // A table whose first two columns name a text and an entry, by their lines or by their ids. In
-    // a column with the heading "decision" stands "accepted", or "rejected" where they do not
-    // belong together, or nothing where nobody knows; without that column all are accepted.
+    // a column with the word "decision" in its heading stands "accepted", or "rejected" where they
+    // do not belong together, or nothing where nobody knows; without that column all are accepted.
     struct Naming {
         bool hasTextIds;
         bool hasEntryIds;
@@ -28,7 +28,7 @@ public:
     // What the last row of the last file says about a pair is what counts. Throws
     // std::runtime_error, with the line, for an entry that does not exist or is to be a pair with
     // itself, an id that is empty, a first row that names ids where lines are read, another
-    // decision, and a file without pairs.
+    // decision or a rejection outside of that column, and a file without pairs.
     KnownPairs(std::vector<TextFile> const& files, Naming naming, EntryList const& list);
 
     // What a row of the texts is called.

@@ -156,17 +156,20 @@ char FileOptions::delimiter() const {
 }
 
 Source FileOptions::texts(bool isPart) const {
-    Source source = this->source(texts_);
+    Source source = this->source(texts_, "--text-column", entries_);
     source.file.isPart = source.layout.isPart = isPart;
     return source;
 }
 
-Source FileOptions::source(GivenSource const& given) const {
+Source FileOptions::source(GivenSource const& given, std::string const& columnOption,
+                           GivenSource const& other) const {
     Source source{{given.file, given.encoding.empty() ? encoding_ : given.encoding},
                   given.columns,
                   given.keep,
                   {},
-                  given.id};
+                  given.id,
+                  columnOption,
+                  other.isTable()};
     source.file.encodingOption = given.encodingOption;
     if (hasEnding(given.file, ".tsv")) source.layout.delimiter = '\t';
     std::string const& delimiter = given.delimiter.empty() ? delimiter_ : given.delimiter;

@@ -53,14 +53,15 @@ public:
     void validateIds(bool hasPairs, std::string const& users) const;
 
     Source texts(bool isPart = false) const;
-    Source entries() const { return source(entries_); }
+    Source entries() const { return source(entries_, "--entry-column", texts_); }
     // Any other file of the command.
     TextFile other(std::string const& file) const { return {file, encoding_}; }
     // Of the output in columns.
     char delimiter() const;
 
 private:
-    Source source(GivenSource const& given) const;
+    Source source(GivenSource const& given, std::string const& columnOption,
+                  GivenSource const& other) const;
 
     GivenSource texts_;
     GivenSource entries_;

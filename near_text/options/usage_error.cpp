@@ -41,6 +41,8 @@ std::string optionMeant(CLI::App const& command, std::string const& word) {
     std::vector<Candidate> names, beginnings;
     for (CLI::Option const* option : command.get_options()) {
         for (std::string const& name : option->get_lnames()) {
+            // It lacks too many letters; and a word may be as long as a command line.
+            if (name.size() + most < word.size()) continue;
             names.push_back({name, name});
             for (std::size_t size = word.size() - most; size <= word.size() + most; ++size)
                 beginnings.push_back({name, name.substr(0, size)});
