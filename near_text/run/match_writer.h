@@ -27,8 +27,8 @@ public:
     // As Output.
     std::string dropUnencodable(Cells& cells) const { return output_.dropUnencodable(cells); }
 
-    // Whether each line got its answer, be it an error: neither a signal nor a failed line ended the
-    // run.
+    // Whether each line got its answer, be it an error: neither a signal nor a failed line ended
+    // the run.
     bool isWhole() const;
 
     // Tells how many lines failed or were cut, how many matches the terms left out, and whether the
