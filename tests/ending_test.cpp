@@ -128,6 +128,10 @@ TEST(Ending, EndsBySignalsWhateverItDoes) {
             EXPECT_TRUE(ending.output.empty() || ending.output.ends_with('\n')) << wait;
         }
     }
+    // To the process and to its group, as one wish.
+    Ending const asked = endingOf(waits[5] + " & sleep 1; kill $!; sleep 0.02; kill $!; wait $!");
+    EXPECT_EQ(asked.status, 128 + SIGTERM);
+    EXPECT_EQ(asked.errors, "near_text: interrupted\n");
     // A line that is longer than the pipe, and standard error, cannot go on.
     std::string const lines = fileOf("lines", repeated("text\n", 40000));
     std::string const longLine = std::string(kProgram) + " search text --indices -e " + lines;

@@ -12,9 +12,9 @@ public:
     char const* what() const noexcept override { return "interrupted"; }
 };
 
-// To be called once, at the start. From then on the first of these signals is told below, and the
-// next ends the program at once. One that was ignored before stays ignored. Throws
-// std::system_error.
+// To be called once, at the start. From then on the first of these signals is told below, and
+// another, unless it comes with the first, ends the program at once. One that was ignored before
+// stays ignored. Throws std::system_error.
 void catchSignals();
 
 // The signal that came, or 0.
