@@ -32,7 +32,7 @@ Status runAndComplain(int argc, char** argv) {
     } catch (BrokenPipe const&) {
         return endedBy(SIGPIPE);
     } catch (Interrupted const&) {
-        complain(interruptedText());
+        if (isFirstToTellOfSignal()) complain(interruptedText());
         return endedBy(signalCaught());
     } catch (std::bad_alloc const&) {
         throw;

@@ -97,7 +97,7 @@ class PageTest(unittest.TestCase):
     def test_decisions_by_keys_are_kept_saved_and_fed_back(self):
         page = near_text("match", *SAMPLE, "--format", "html")
         self.open(page)
-        pairs = [(row["line"], match["line"], match["percent"])
+        pairs = [(row["line"], match["entry_line"], match["percent"])
                  for row in map(json.loads, near_text("match", *SAMPLE, "--format", "json").splitlines())
                  for match in sorted(row["matches"], key=lambda match: -match["percent"])]
         self.press("aarjaraarrkkr" + Keys.ARROW_DOWN + Keys.ENTER + Keys.ARROW_UP + "u" + "aar" + Keys.CONTROL + "z")

@@ -59,6 +59,11 @@ int signalCaught() {
     return caught;
 }
 
+bool isFirstToTellOfSignal() {
+    static std::atomic<bool> isTold = false;
+    return !isTold.exchange(true);
+}
+
 int signalDescriptor() {
     return descriptor;
 }

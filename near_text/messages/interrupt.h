@@ -20,6 +20,9 @@ void catchSignals();
 // The signal that came, or 0.
 int signalCaught();
 
+// True once: threads that end the program by the signal ask before they tell of it.
+bool isFirstToTellOfSignal();
+
 // Becomes readable with the signal, so that waits end too; -1 where none is caught.
 int signalDescriptor();
 

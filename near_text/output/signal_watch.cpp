@@ -32,7 +32,7 @@ void watch() {
         std::this_thread::sleep_for(kGrace);
     } while (Output::writtenBytes() != before);
     Output::close(kPatience);
-    complainAtOnce(interruptedText());
+    if (isFirstToTellOfSignal()) complainAtOnce(interruptedText());
     _exit(static_cast<int>(endedBy(signalCaught())));
 }
 

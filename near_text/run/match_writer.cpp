@@ -47,7 +47,7 @@ Status MatchWriter::close(std::size_t leftOut) {
     }
     noteLeftOut(leftOut);
     if (signalCaught() != 0) {
-        complain("interrupted after " + done());
+        if (isFirstToTellOfSignal()) complain("interrupted after " + done());
         return endedBy(signalCaught());
     }
     if (isatty(STDERR_FILENO) == 1) {
