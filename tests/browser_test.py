@@ -118,7 +118,7 @@ class PageTest(unittest.TestCase):
 
         accepted = {pair for pair, decision in said.items() if decision == "accepted"}
         counts = next(csv.DictReader(io.StringIO(near_text(
-            "sweep", *SAMPLE, "--format", "csv", "--pairs", path("decisions.csv")))))
+            "sweep", *SAMPLE, "--all-columns", "--format", "csv", "--pairs", path("decisions.csv")))))
         self.assertEqual((counts["pairs"], counts["found"]), (str(len(accepted)), str(len(accepted))))
         second = [*SAMPLE, "--decisions", path("decisions.csv")]
         after = {(int(row["line"]), int(row["entry_line"])): row["decision"]
