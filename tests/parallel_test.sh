@@ -57,9 +57,9 @@ expect() {
     printf '%s\n' $3 >hosts
     rm -f ./*.gone
     "$program" match --part -t samples/supplier.txt -e samples/catalogue.txt -f tsv >whole 2>/dev/null
-    bash -c "$4" >parts 2>errors || status=$?
+    bash -c "$4" >joined 2>errors || status=$?
     [ $status -eq 0 ] || failed "$1: status $status: $(tail -n 3 errors)"
-    cmp whole parts || failed "$1"
+    cmp whole joined || failed "$1"
 }
 touch kill
 expect 'a worker killed' mixed.txt 'one two' "$line"
@@ -74,7 +74,7 @@ for trouble in 'sed -i s/one/unreachable/ hosts' 'rm samples/catalogue.txt' 'lin
         echo one >hosts
         rm -rf one
         eval "$trouble"
-        ! bash -c "$line" >parts 2>errors || failed "$trouble: status 0"
+        ! bash -c "$line" >joined 2>errors || failed "$trouble: status 0"
     )
     head -n 20 "$samples/catalogue.txt" >samples/catalogue.txt
 done
@@ -86,6 +86,6 @@ table='--format csv --text-column 1 --keep 2'
 "$program" match --part -t samples/supplier.txt -e samples/catalogue.txt $table >whole
 line=${line/--pipe/--csv --pipe}
 touch kill
-bash -c "${line/--format tsv/$table}" >parts 2>errors || failed "a table: $(tail -n 3 errors)"
-cmp whole parts || failed 'a table'
+bash -c "${line/--format tsv/$table}" >joined 2>errors || failed "a table: $(tail -n 3 errors)"
+cmp whole joined || failed 'a table'
 echo "the parts give the same lines as the whole"
