@@ -27,7 +27,7 @@ std::string forScript(std::string const& json) {
         std::size_t const start = i;
         CodePoint const point = nextCodePoint(std::string_view(json), i);
         if (point == '<' || point == 0x2028 || point == 0x2029) {
-            char code[8];
+            char code[16];
             std::snprintf(code, sizeof code, "\\u%04x", static_cast<unsigned>(point));
             text += code;
         } else {
