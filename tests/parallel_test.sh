@@ -18,14 +18,14 @@ cd "$scratch"
 export scratch program HOME=$scratch PARALLEL_SSH=$scratch/bin/ssh PATH=$scratch/bin:$PATH
 mkdir bin
 
-# [OPTION] HOST -- COMMAND
+# [OPTION] HOST -- COMMAND, in the shell that a login sets, whether or not the caller has one.
 cat >bin/ssh <<'END'
 #!/usr/bin/env bash
 while [[ $1 == -* ]]; do shift; done
 host=$1 && shift
 [ "$1" != -- ] || shift
 [ "$host" != unreachable ] && [ ! -e "$scratch/$host.gone" ] || exit 255
-mkdir -p "$scratch/$host" && cd "$scratch/$host" && exec bash -c "$*"
+mkdir -p "$scratch/$host" && cd "$scratch/$host" && SHELL=$BASH exec "$BASH" -c "$*"
 END
 # The program on a host: dies over its part once, or takes the host along.
 cat >bin/near_text <<'END'
@@ -58,7 +58,7 @@ expect() {
     rm -f ./*.gone
     "$program" match --part -t samples/supplier.txt -e samples/catalogue.txt -f tsv >whole 2>/dev/null
     bash -c "$4" >joined 2>errors || status=$?
-    [ $status -eq 0 ] || failed "$1: status $status: $(tail -n 3 errors)"
+    [ $status -eq 0 ] || failed "$1: status $status: $(tail -n 20 errors)"
     cmp whole joined || failed "$1"
 }
 touch kill
@@ -86,6 +86,6 @@ table='--format csv --text-column 1 --keep 2'
 "$program" match --part -t samples/supplier.txt -e samples/catalogue.txt $table >whole
 line=${line/--pipe/--csv --pipe}
 touch kill
-bash -c "${line/--format tsv/$table}" >joined 2>errors || failed "a table: $(tail -n 3 errors)"
+bash -c "${line/--format tsv/$table}" >joined 2>errors || failed "a table: $(tail -n 20 errors)"
 cmp whole joined || failed 'a table'
 echo "the parts give the same lines as the whole"
