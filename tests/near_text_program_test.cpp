@@ -691,12 +691,14 @@ TEST(Program, WritesNothingBehindTheFirstFailureIfStrict) {
     EXPECT_EQ(linesOf(outcome.output).size(), 1U) << outcome.output;
 }
 
+// However many workers there might be for one line.
 TEST(Program, StaysSmallOverAnEndlessLine) {
     std::string const output = fileOf("out", {});
-    std::string const command = "head -c 300000000 /dev/zero | tr '\\0' x | " NEAR_TEXT_PROGRAM
-                                " match --format json --texts - --entries " NEAR_TEXT_SAMPLES
-                                "/catalogue.txt >" +
-                                output + " 2>/dev/null";
+    std::string const command =
+        "head -c 300000000 /dev/zero | tr '\\0' x | " NEAR_TEXT_PROGRAM
+        " match --format json --jobs 256 --texts - --entries " NEAR_TEXT_SAMPLES
+        "/catalogue.txt >" +
+        output + " 2>/dev/null";
     EXPECT_EQ(WEXITSTATUS(std::system(command.c_str())), 2);
     EXPECT_NE(contentOf(output).find("no longer 1000 characters"), std::string::npos);
     rusage usage = {};

@@ -23,7 +23,9 @@ public:
     Matchers(AddInSettings const& addIn, RunSettings const& settings, EntryList const& list,
              SearchTerms const& terms, Wanted wanted);
 
-    Matcher& operator[](std::size_t worker) { return *matchers_[worker]; }
+    // Makes it at the first call, on the thread of that worker: a component takes 4 MB at once.
+    // From any number of threads, each with a number of its own. Throws as makeComponent.
+    Matcher& operator[](std::size_t worker);
     std::size_t size() const { return matchers_.size(); }
     RunSettings const& settings() const { return settings_; }
 
@@ -40,7 +42,9 @@ public:
 private:
     AddInSettings const& addIn_;
     RunSettings const& settings_;
+    EntryList const& list_;
     SearchTerms const& terms_;
+    Wanted const wanted_;
     reference::ExcludedWords const excluded_;
     Shortlist shortlist_;
     std::vector<std::unique_ptr<host_client::Component>> components_;

@@ -18,27 +18,19 @@ constexpr std::chrono::milliseconds kLongestGathering(10);
 OrderedWork::OrderedWork(std::size_t workers, Work doWork, Deliver deliverResult)
     : work_(std::move(doWork)),
       deliver_(std::move(deliverResult)),
+      workers_(workers),
       slots_(workers * kLinesPerWorker) {
-    std::size_t const count = workers + 1;
-    threads_.reserve(count);
-    try {
-        start(1, count, [this] { receive(); });
-        for (std::size_t i = 0; i < workers; ++i)
-            start(i + 2, count, [this, i] { workAs(i); });
-    } catch (...) {
-        end(true);
-        throw;
-    }
+    start([this] { receive(); });
 }
 
 template <class Member>
-void OrderedWork::start(std::size_t number, std::size_t count, Member member) {
+void OrderedWork::start(Member member) {
     try {
         threads_.emplace_back(member);
     } catch (std::system_error const& error) {
-        throw std::runtime_error("cannot start thread " + std::to_string(number) + " of " +
-                                 std::to_string(count) + ": " + error.code().message() +
-                                 "; fewer --jobs need fewer");
+        throw std::runtime_error("cannot start thread " + std::to_string(threads_.size() + 1) +
+                                 " of " + std::to_string(workers_ + 1) + ": " +
+                                 error.code().message() + "; fewer --jobs need fewer");
     }
 }
 
@@ -47,6 +39,8 @@ OrderedWork::~OrderedWork() {
 }
 
 bool OrderedWork::add(TextRow row) {
+    std::size_t const started = threads_.size() - 1;
+    if (started < workers_) start([this, started] { workAs(started); });
     std::unique_lock lock(mutex_);
     forCaller_.wait(lock, [&] { return isStopped_ || added_ < delivered_ + slots_.size(); });
     if (isStopped_) return false;

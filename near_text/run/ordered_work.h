@@ -39,7 +39,8 @@ public:
     // nothing may be held back. False stops the run, as `stop` does.
     using Deliver = std::function<bool(LineResult const& result, bool isMoreReady)>;
 
-    // Throws std::runtime_error when a thread cannot be started.
+    // Starts a thread for itself here, and one for each worker with a line of its own to begin: few
+    // lines take few. Both throw std::runtime_error when a thread cannot be started.
     OrderedWork(std::size_t workers, Work doWork, Deliver deliverResult);
     ~OrderedWork();
     OrderedWork(OrderedWork const&) = delete;
@@ -62,7 +63,7 @@ private:
     };
 
     template <class Member>
-    void start(std::size_t number, std::size_t count, Member member);
+    void start(Member member);
     void workAs(std::size_t worker);
     void receive();
     bool mayBegin() const;
@@ -76,6 +77,7 @@ private:
 
     Work const work_;
     Deliver const deliver_;
+    std::size_t const workers_;
     // The window, a ring. A slot is the caller's until its line is added, the worker's that begins
     // it until it is done, and the receiver's from when it is ready until it is delivered.
     std::vector<Slot> slots_;
@@ -96,7 +98,7 @@ private:
     bool isStopped_ = false;     // no line will be begun
     std::exception_ptr failure_;
 
-    std::vector<std::thread> threads_;  // the caller's alone
+    std::vector<std::thread> threads_;  // the caller's alone; first the receiver
 };
 
 }  // namespace near_text
