@@ -16,7 +16,7 @@ bool Memory::allocate(void** out, unsigned long size) {
     lastSize = size;
     if (answer != Answer::Block) return answer == Answer::EmptyClaim;
     // Exactly sized and not zeroed, so that a tool sees each byte written too far or not at all.
-    blocks_.emplace_back(new unsigned char[size]);
+    blocks_.push_back(std::make_unique_for_overwrite<unsigned char[]>(size));
     *out = blocks_.back().get();
     return true;
 }
