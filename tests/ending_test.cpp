@@ -132,6 +132,9 @@ TEST(Ending, EndsBySignalsWhateverItDoes) {
     Ending const asked = endingOf(waits[5] + " & sleep 1; kill $!; sleep 0.02; kill $!; wait $!");
     EXPECT_EQ(asked.status, 128 + SIGTERM);
     EXPECT_EQ(asked.errors, "near_text: interrupted\n");
+    std::string const slow = fileOf("slow", "\n" + words + '\n');
+    EXPECT_EQ(endingOf(matchOf(slow, longLines) + " -p 0 -j 1 & sleep 1; kill $!; wait $!").errors,
+              "near_text: interrupted after 1 line\n");
     // A line that is longer than the pipe, and standard error, cannot go on.
     std::string const lines = fileOf("lines", repeated("text\n", 40000));
     std::string const longLine = std::string(kProgram) + " search text --indices -e " + lines;

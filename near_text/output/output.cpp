@@ -27,7 +27,9 @@ constexpr std::size_t kBlock = 1 << 16;
 std::timed_mutex mutex;     // of all outputs
 Output* current = nullptr;  // guarded by it
 std::atomic<std::size_t> written = 0;
-std::atomic<bool> isLineCut = false;  // by a signal
+std::atomic<bool> isLineCut = false;         // by a signal
+std::atomic<bool> isAnyLost = false;         // likewise, of the lines that are done
+std::atomic<std::ptrdiff_t> linesDone = -1;  // before a run
 
 struct stat statusOf(int descriptor) {
     struct stat status = {};
@@ -70,9 +72,20 @@ void holdStandardStreams() {
     }
 }
 
-char const* interruptedText() {
-    return isLineCut ? "interrupted; the last line of the output is cut, since nobody took it"
-                     : "interrupted";
+std::string shownLines(std::size_t count) {
+    return std::to_string(count) + (count == 1 ? " line" : " lines");
+}
+
+void tellLinesDone(std::size_t count) {
+    linesDone = static_cast<std::ptrdiff_t>(count);
+}
+
+std::string interruptedText() {
+    std::string text = "interrupted";
+    std::ptrdiff_t const done = linesDone;
+    if (done >= 0 && !isAnyLost) text += " after " + shownLines(static_cast<std::size_t>(done));
+    if (isLineCut) text += "; the last line of the output is cut, since nobody took it";
+    return text;
 }
 
 Output::Output(std::string encodingName)
@@ -95,6 +108,7 @@ std::size_t Output::writtenBytes() {
 void Output::close(std::chrono::milliseconds patience) noexcept {
     bool const isIdle = mutex.try_lock_for(patience);  // for good
     isLineCut = isLineCut || !isIdle;
+    isAnyLost = isAnyLost || !isIdle;
     try {
         if (isIdle && current != nullptr) current->flushWaiting();
     } catch (std::exception const&) {
@@ -170,6 +184,7 @@ void Output::writeLines() {
 void Output::writeOut(std::size_t begin, std::size_t end) {
     for (std::size_t done = begin; done < end;) {
         if (!waitForRoom()) {
+            isAnyLost = true;
             isLineCut = cutBytes(done) > 0;
             throw Interrupted();
         }

@@ -22,8 +22,14 @@ public:
 // start; reading or writing such a stream fails.
 void holdStandardStreams();
 
-// What is said when a signal ends the program.
-char const* interruptedText();
+// "1 line", "7 lines".
+std::string shownLines(std::size_t count);
+
+// Of a run, with their output handed over; from any thread.
+void tellLinesDone(std::size_t count);
+// What is said when a signal ends the program: after how many of those lines, if all that came of
+// them was written.
+std::string interruptedText();
 
 // One at a time.
 class Output {

@@ -32,7 +32,7 @@ void watch() {
         std::this_thread::sleep_for(kGrace);
     } while (Output::writtenBytes() != before);
     Output::close(kPatience);
-    if (isFirstToTellOfSignal()) complainAtOnce(interruptedText());
+    if (isFirstToTellOfSignal()) complainAtOnce(interruptedText().c_str());
     _exit(static_cast<int>(endedBy(signalCaught())));
 }
 

@@ -12,7 +12,9 @@
 namespace near_text {
 
 MatchWriter::MatchWriter(Output& target, TextFile const& textsFile, bool isStrictOne)
-    : output_(target), shownFile_(shownName(textsFile.name)), isStrict_(isStrictOne) {}
+    : output_(target), shownFile_(shownName(textsFile.name)), isStrict_(isStrictOne) {
+    tellLinesDone(0);
+}
 
 bool MatchWriter::write(LineResult const& result, bool isMoreReady) {
     if (isGivenUp_) return false;
@@ -22,6 +24,7 @@ bool MatchWriter::write(LineResult const& result, bool isMoreReady) {
     if (result.isFound) ++found_;
     if (result.isCut) ++cut_;
     output_.write(result.output);
+    tellLinesDone(lines_);
     if (!isMoreReady) {
         flush();
         progress_.show(lines_, result.share);
@@ -40,14 +43,15 @@ bool MatchWriter::isWhole() const {
 
 Status MatchWriter::close(std::size_t leftOut) {
     progress_.clear();
-    if (failures_ > 0) complain(std::to_string(failures_) + " of " + done() + " failed");
+    if (failures_ > 0)
+        complain(std::to_string(failures_) + " of " + shownLines(lines_) + " failed");
     if (cut_ > 0) {
-        complain("note: " + std::to_string(cut_) + " of " + done() + " cut to " +
+        complain("note: " + std::to_string(cut_) + " of " + shownLines(lines_) + " cut to " +
                  std::to_string(kMostUnits) + " units");
     }
     noteLeftOut(leftOut);
     if (signalCaught() != 0) {
-        if (isFirstToTellOfSignal()) complain("interrupted after " + done());
+        if (isFirstToTellOfSignal()) complain(interruptedText());
         return endedBy(signalCaught());
     }
     if (isatty(STDERR_FILENO) == 1) {
@@ -55,7 +59,7 @@ Status MatchWriter::close(std::size_t leftOut) {
             std::chrono::duration<double>(std::chrono::steady_clock::now() - start_).count();
         char summary[128];
         std::snprintf(summary, sizeof summary, "%s: %zu with a match, %zu without, in %.1f s",
-                      done().c_str(), found_, lines_ - found_ - failures_, seconds);
+                      shownLines(lines_).c_str(), found_, lines_ - found_ - failures_, seconds);
         complain(summary);
     }
     return failures_ > 0 ? Status::Error : foundIf(found_ > 0);
@@ -68,10 +72,6 @@ void MatchWriter::report(LineResult const& result) {
     complain(shownFile_ + ':' + std::to_string(result.line) + ": " + result.failure);
     ++failures_;
     isGivenUp_ = isStrict_;
-}
-
-std::string MatchWriter::done() const {
-    return std::to_string(lines_) + (lines_ == 1 ? " line" : " lines");
 }
 
 }  // namespace near_text

@@ -38,7 +38,6 @@ public:
 private:
     void report(LineResult const& result);
     void flush();
-    std::string done() const;
 
     Output& output_;
     std::string const shownFile_;
