@@ -129,8 +129,8 @@ TEST(Encoding, TellsOnceWhatAFileLooksLike) {
 
 TEST(Encoding, TellsThatUtf8IsReadAsSomethingElse) {
     std::string const notes =
-        "is valid UTF-8, but read as cp1251; --encoding utf-8 reads it as "
-        "what it is";
+        "is valid UTF-8, but read as cp1251; --encoding utf-8 reads it and all "
+        "other files so";
     std::string const late = std::string(1 << 17, 'a') + "é";
     std::tuple<std::string, std::string, std::string> const cases[] = {
         {"cp1251", "Молоток\n", notes},

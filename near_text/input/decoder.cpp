@@ -82,8 +82,7 @@ void Decoder::checkIsNotUtf8(std::string_view bytes, bool isLast) {
     std::optional<bool> const isUtf8 = guess_.isUtf8(bytes, isLast);
     mayBeUtf8_ = !isUtf8;
     if (isUtf8 != true) return;
-    hint_ = "is valid UTF-8, but read as " + encoding_ + "; " + option_ +
-            " utf-8 reads it as what it is";
+    hint_ = "is valid UTF-8, but read as " + encoding_ + "; " + guess_.adviceFor("utf-8");
 }
 
 void Decoder::convert(std::string_view bytes, bool isLast, std::string& utf8) {

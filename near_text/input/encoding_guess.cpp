@@ -61,9 +61,12 @@ std::string const& EncodingGuess::hintAfter(std::string_view bytes) {
 }
 
 std::string EncodingGuess::hintOf(std::string const& encoding) const {
+    return "looks like " + encoding + ", not UTF-8: " + adviceFor(encoding);
+}
+
+std::string EncodingGuess::adviceFor(std::string const& encoding) const {
     std::string const others = option_ == "--encoding" ? " and all other files so" : "";
-    return "looks like " + encoding + ", not UTF-8: " + option_ + ' ' + encoding + " reads it" +
-           others;
+    return option_ + ' ' + encoding + " reads it" + others;
 }
 
 std::string EncodingGuess::unitsHint(std::string_view bytes) {

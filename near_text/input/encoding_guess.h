@@ -38,6 +38,9 @@ public:
     // either.
     std::optional<bool> isUtf8(std::string_view bytes, bool isLast);
 
+    // How to have the file read as that.
+    std::string adviceFor(std::string const& encoding) const;
+
 private:
     void count(std::string_view bytes);
     std::string hintOf(std::string const& encoding) const;
