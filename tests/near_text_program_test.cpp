@@ -294,7 +294,8 @@ TEST(Program, ExplainsMatchesAndMisses) {
     EXPECT_EQ(run(search + " --explain").output, match);
     EXPECT_EQ(run(search + " --explain-line 3").output, match);
     EXPECT_NE(run(search + " --explain-line 1").output.find("7 (different)"), std::string::npos);
-    EXPECT_NE(run(search + " --explain-line 2").errors.find("contains no word"), std::string::npos);
+    EXPECT_NE(run(search + " --explain-line 2").errors.find("note: line 2 contains no word"),
+              std::string::npos);
     EXPECT_EQ(run(search + " --explain-line 4").status, 2);
 }
 
@@ -562,6 +563,12 @@ TEST(Program, FindsThePairsOfAList) {
     Outcome const groups = run("duplicates -g -P -f csv -", "Ab\nx\nab!\n\nX\nzz\n");
     EXPECT_EQ(groups.output, "group,line,text\n1,1,Ab\n1,3,ab!\n2,2,x\n2,5,X\n");
     EXPECT_EQ(run("duplicates -g -f csv -", "a\n").output, "group,line,text\n");
+    std::string equal;
+    for (int i = 0; i < 101; ++i)
+        equal += "red\n";
+    EXPECT_EQ(run("duplicates -", equal).errors,
+              "near_text: note: 1 line with 100 pairs or more; --groups prints every line once\n");
+    EXPECT_EQ(run("duplicates -g -", equal).errors + run("duplicates -f html -", equal).errors, "");
     // Only behind a separator is the first line long enough to be found.
     EXPECT_EQ(run("duplicates -p 85 -g -f csv -", "jaw\naw\n").output,
               "group,line,text\n1,1,jaw\n1,2,aw\n");
@@ -597,7 +604,20 @@ TEST(Program, SweepsOverPairsThatAreNamedByIds) {
     expectFailure("p:1: an entry is no pair with itself", run(within + fileOf("p", "a,a\n")));
     expectFailure("p:1: an id is empty", run(within + fileOf("p", "a,\n")));
 
+    fileOf("l.csv", "id,n\nb,x\nb,y\na,z\n");
+    std::string const twice = fileOf("p", "a,b\nb,a\n");
+    EXPECT_EQ(run(within + twice).errors,
+              "near_text: note: " + twice + ":1: 2 entries have the id 'b'\n");
+
     std::string const text = fileOf("text", "x\n");
+    // Of no matches none is right, and none is wrong.
+    std::string const none =
+        " -p 90 -t " + text + " -e " + fileOf("e", "yz\n") + " --pairs " + fileOf("p", "1,1\n");
+    for (auto const& [format, row] :
+         {std::pair("csv", "all,90,0,0,,0.000,0.000,\n"),
+          {"text", "all          90        0      0          -   0.000  0.000\n"},
+          {"json", R"("precision":null,"recall":0.000,"f1":0.000,)"}})
+        EXPECT_NE(run("sweep -f "s + format + none).output.find(row), std::string::npos) << format;
     expectFailure("pairs:1: there is no text in line 2",
                   run("sweep -t " + text + " -e " + text + " --pairs " + fileOf("pairs", "2;1\n")));
 }

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <atomic>
 #include <optional>
 
 #include "near_text/commands/commands.h"
@@ -13,6 +14,9 @@
 namespace near_text {
 
 namespace {
+
+// Of equal lines each has a pair with all that follow.
+constexpr std::size_t kManyPairs = 100;
 
 // The pairs to print under the entry at `index`, as its matches.
 std::vector<Match> pairs(Matcher& matcher, EntryList const& list, Percentages percentages,
@@ -73,6 +77,7 @@ Status execute(DuplicatesSettings const& settings) {
     if (!settings.isGrouped) output.write(format.heading(layout));
     MatchWriter writer(output, settings.texts.file, settings.run.isStrict);
     ListRows rows(list);
+    std::atomic<std::size_t> crowded = 0;  // lines with so many pairs
 
     auto const work = [&](Matcher& matcher, TextRow const& row,
                           std::u16string const&) -> LineResult {
@@ -80,6 +85,7 @@ Status execute(DuplicatesSettings const& settings) {
         if (groups) return {{}, {}, groups->join(matcher, terms.percentages, index)};
         std::vector<Match> matches = pairs(matcher, list, terms.percentages, index);
         if (matches.empty()) return {};
+        if (matches.size() >= kManyPairs) ++crowded;
         if (settings.output.showsDifferences) {
             matcher.markDifferences(matches, row.text, list.units(index), preparer);
         }
@@ -97,6 +103,10 @@ Status execute(DuplicatesSettings const& settings) {
         };
         output.write(format.table(
             delimiter, groupTable(*groups, list, layout.textColumns, output, complainOf)));
+    }
+    if (!groups && !format.isPage && crowded > 0) {
+        complain("note: " + shownLines(crowded) + " with " + std::to_string(kManyPairs) +
+                 " pairs or more; --groups prints every line once");
     }
     if (!groups && writer.isWhole()) output.write(format.ending());
     output.flush();

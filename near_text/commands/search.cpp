@@ -47,7 +47,7 @@ Indices askedIndices(TextSearchSettings const& settings, EntryList const& list) 
         bool const isFile = std::holds_alternative<Source>(settings.entries);
         std::string const name = (isFile ? "line " : "place ") + std::to_string(place);
         if (place > list.places) throw std::runtime_error("there is no " + name);
-        complain(name + " contains no word, so it is not an entry and has no index");
+        complain("note: " + name + " contains no word, so it is not an entry and has no index");
     }
     return indices;
 }
@@ -100,7 +100,7 @@ private:
 void writeMatches(Output& output, TextSearchSettings const& settings, EntryFile const& entries,
                   std::vector<Match> const& matches) {
     Format const& format = *settings.output.format;
-    if (!format.hasHeading && !format.carriesColumns) {
+    if (!format.carriesColumns) {
         std::vector<Match> nearestFirst = matches;
         sortByNearness(nearestFirst);
         for (Match const& match : nearestFirst)

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cctype>
 #include <optional>
+#include <set>
 #include <stdexcept>
 #include <unordered_map>
 
@@ -125,11 +126,11 @@ private:
         }
     }
 
-    Indices const& entriesOf(std::size_t column) const {
+    Indices const& entriesOf(std::size_t column) {
         std::string const name = nameIn(row_.fields[column], isById_[1]);
         auto const found = entries_.find(name);
         if (found == entries_.end()) throw refusal("there is no entry " + named(isById_[1], name));
-        if (found->second.size() > 1) {
+        if (found->second.size() > 1 && noted_.insert(name).second) {
             complain("note: " + table_.place(row_) + std::to_string(found->second.size()) +
                      " entries have the id '" + name + '\'');
         }
@@ -152,6 +153,7 @@ private:
     TableReader table_;
     Row row_;
     std::optional<std::size_t> column_;  // of decisions
+    std::set<std::string> noted_;        // ids of several entries
     bool hasPairs_ = false;
 };
 

@@ -21,7 +21,8 @@ struct Table {
     };
 
     std::vector<Column> columns;
-    std::vector<Cells> rows;  // as many cells as there are columns
+    // As many cells as there are columns; that of a number that does not exist is empty.
+    std::vector<Cells> rows;
 };
 
 // All texts that a format gives end with a line feed. The texts of rows and entries are valid
@@ -30,7 +31,6 @@ class Format {
 public:
     char const* const name;
     bool const carriesColumns;  // that are kept
-    bool const hasHeading;
     // It shows pairs to be judged, with how their texts differ, and nothing else: in UTF-8, and in
     // one piece.
     bool const isPage;
@@ -46,12 +46,8 @@ public:
     virtual std::string table(char delimiter, Table const& table) const = 0;
 
 protected:
-    constexpr Format(char const* itsName, bool isCarryingColumns, bool isHeaded,
-                     bool isPageOne = false)
-        : name(itsName),
-          carriesColumns(isCarryingColumns),
-          hasHeading(isHeaded),
-          isPage(isPageOne) {}
+    constexpr Format(char const* itsName, bool isCarryingColumns, bool isPageOne = false)
+        : name(itsName), carriesColumns(isCarryingColumns), isPage(isPageOne) {}
     ~Format() = default;
 };
 

@@ -109,7 +109,7 @@ void addMatch(JsonWriter& json, RowLayout const& layout, std::string const& text
 
 class HtmlFormat final : public Format {
 public:
-    constexpr HtmlFormat() : Format("html", true, false, true) {}
+    constexpr HtmlFormat() : Format("html", true, true) {}
 
     std::string heading(RowLayout const& layout) const override {
         About const& about = layout.about;

@@ -47,7 +47,7 @@ std::string closedLine(JsonWriter& json) {
 
 class JsonFormat final : public Format {
 public:
-    constexpr JsonFormat() : Format("json", true, false) {}
+    constexpr JsonFormat() : Format("json", true) {}
 
     std::string matches(RowLayout const& layout, TextRow const& row, EntryList const& list,
                         std::vector<Match> const& matches) const override {
@@ -78,7 +78,8 @@ public:
             json.open('{');
             for (std::size_t i = 0; i < row.size(); ++i) {
                 json.name(table.columns[i].name);
-                table.columns[i].isNumber ? json.digits(row[i]) : json.value(row[i]);
+                table.columns[i].isNumber ? json.digits(row[i].empty() ? "null" : row[i])
+                                          : json.value(row[i]);
             }
             json.close('}');
             json.endLine();

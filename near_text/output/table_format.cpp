@@ -10,7 +10,7 @@ namespace {
 
 class TableFormat : public Format {
 public:
-    explicit constexpr TableFormat(char const* itsName) : Format(itsName, true, true) {}
+    explicit constexpr TableFormat(char const* itsName) : Format(itsName, true) {}
 
     std::string heading(RowLayout const& layout) const override {
         Cells cells(std::begin(RowLayout::kColumns), std::end(RowLayout::kColumns));

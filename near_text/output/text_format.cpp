@@ -18,7 +18,7 @@ std::string number(RowLayout const& layout, TextRow const& row) {
 
 class TextFormat final : public Format {
 public:
-    constexpr TextFormat() : Format("text", false, false) {}
+    constexpr TextFormat() : Format("text", false) {}
 
     std::string matches(RowLayout const& layout, TextRow const& row, EntryList const& list,
                         std::vector<Match> const& matches) const override {
@@ -48,9 +48,9 @@ public:
             lines[0].push_back(column.name);
         }
         for (Cells const& row : table.rows) {
-            lines.push_back(row);
-            for (std::string& cell : lines.back())
-                cell = onOneLine(cell);
+            Cells& line = lines.emplace_back(row);
+            for (std::size_t i = 0; i < line.size(); ++i)
+                line[i] = isRight[i] && line[i].empty() ? "-" : onOneLine(line[i]);
         }
         return inColumns(lines, isRight);
     }

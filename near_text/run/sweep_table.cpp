@@ -16,14 +16,16 @@ struct Place {
     double highest;  // F1 of these at any percentage
 };
 
-std::string shown(double share) {
-    char text[16];
-    std::snprintf(text, sizeof text, "%.3f", share);
-    return text;
+double share(std::size_t part, std::size_t whole) {
+    return static_cast<double>(part) / static_cast<double>(whole);
 }
 
-double share(std::size_t part, std::size_t whole) {
-    return whole == 0 ? 0 : static_cast<double>(part) / static_cast<double>(whole);
+// Nothing of nothing is no share.
+std::string shown(std::size_t part, std::size_t whole) {
+    if (whole == 0) return {};
+    char text[16];
+    std::snprintf(text, sizeof text, "%.3f", share(part, whole));
+    return text;
 }
 
 // 2 / (1 / precision + 1 / recall), and equal where it is equal.
@@ -58,10 +60,10 @@ constexpr Column kColumns[] = {
     {"pairs", OnRequest, [](Place const& p) { return std::to_string(p.pairs.size()); }},
     {"texts_found", OnRequestOfTwoLists, counted<&MatchCount::textsRight>},
     {"texts", OnRequestOfTwoLists, [](Place const& p) { return std::to_string(p.pairs.texts()); }},
-    {"precision", Always,
-     [](Place const& p) { return shown(share(p.count.known, p.count.matches)); }},
-    {"recall", Always, [](Place const& p) { return shown(share(p.count.known, p.pairs.size())); }},
-    {"f1", Always, [](Place const& p) { return shown(f1(p.count, p.pairs)); }},
+    {"precision", Always, [](Place const& p) { return shown(p.count.known, p.count.matches); }},
+    {"recall", Always, [](Place const& p) { return shown(p.count.known, p.pairs.size()); }},
+    {"f1", Always,
+     [](Place const& p) { return shown(2 * p.count.known, p.count.matches + p.pairs.size()); }},
 };
 
 class QualityTable {

@@ -3,7 +3,8 @@
 // Where pairs are known, there is one for all matches, below it one for the best alone, and one for
 // the mutual ones, and each says how good they are: precision is the share of the matches that are
 // known pairs, recall the share of the known pairs that are found, and F1 their harmonic mean. The
-// highest F1 of each is marked, wherever it stands. Where nothing is found all three are 0.
+// highest F1 of each is marked, wherever it stands. Where nothing is found there is
+// no precision, and the other two are 0.
 #pragma once
 
 #include <vector>
