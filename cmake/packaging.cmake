@@ -3,23 +3,23 @@
 # library alone for a host without a package manager; and SHA256SUMS of them all. Among the documents is
 # what a host is built with.
 set(documents README.md README.ru.md CONTRIBUTING.md CHANGELOG.md)
+set(folders docs examples samples)  # which those link to
 set(CMAKE_INSTALL_DEFAULT_COMPONENT_NAME library)
 install(TARGETS NearTextComparerLin64 LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
 install(FILES ${documents} DESTINATION ${CMAKE_INSTALL_DOCDIR})
-install(DIRECTORY docs examples DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(DIRECTORY ${folders} DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install(FILES host/component_base.h DESTINATION ${CMAKE_INSTALL_DOCDIR}/host)
 
 set(alone COMPONENT library_alone EXCLUDE_FROM_ALL)
 install(TARGETS NearTextComparerLin64 LIBRARY DESTINATION . ${alone})
 install(FILES ${documents} DESTINATION . ${alone})
-install(DIRECTORY docs examples DESTINATION . ${alone})
+install(DIRECTORY ${folders} DESTINATION . ${alone})
 install(FILES host/component_base.h DESTINATION host ${alone})
 
 set(CMAKE_INSTALL_DEFAULT_COMPONENT_NAME program)
 
 if(TARGET near_text)
     install(TARGETS near_text RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
-    install(DIRECTORY samples DESTINATION ${CMAKE_INSTALL_DOCDIR})
 
     # The man pages and the completions of command lines come out of the program.
     if(NOT NEAR_TEXT_SANITIZE)

@@ -50,7 +50,9 @@ in_root --purge "$name"
 # Elsewhere the library goes without the program, and by its own few demands.
 tar -xzf "$name-$version"-*.tar.gz
 alone=$(echo "$name-$version"-*/)
-test -s "$alone/README.md"
+for link in $(sed -nE 's/.*\]\(([^):#]+).*/\1/p' "$alone/README.md"); do
+    test -s "$alone/$link" || fail "README.md leads to $link, which is not there"
+done
 test -s "$alone/libNearTextComparerLin64.so"
 # All that a host needs to be written and built.
 g++ -std=c++20 -I"$alone" "$alone/examples/minimal_host.cpp" -o host -ldl
