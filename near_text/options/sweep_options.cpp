@@ -120,10 +120,8 @@ Definition const kSweepDefinition = {
      "With --pairs it prints a row for each percentage for all matches, for the best alone and for "
      "the mutual ones, as match keeps them: how many there are, how many known pairs are found, "
      "precision (found of the matches, if there are any), recall (found of the known pairs) and "
-     "F1, the harmonic "
-     "mean "
-     "of both. The highest F1 of each is marked. So all pairs among the texts have to be known, or "
-     "the texts cut down to those whose pairs are.",
+     "F1, the harmonic mean of both. The highest F1 of each is marked. So all pairs among the "
+     "texts have to be known, or the texts cut down to those whose pairs are.",
      "0 something was found at the lowest percentage, 1 nothing was found, 2 a line or the run "
      "failed, 128 plus the signal's number if interrupted",
      {"near_text sweep --texts supplier.txt --entries catalogue.txt --prepare --pairs pairs.tsv",
