@@ -82,8 +82,8 @@ bool areSurelyFurther(TextMeasures const& first, TextMeasures const& second, uns
         return !beginOrEndAlike<2>(first.text, second.text) &&
                exceedsBucketDifference(first, second, limit);
     }
-    // With a great limit few texts lack so many units.
-    return fewer > 3 * limit && !beginOrEndAlike<8>(first.text, second.text) &&
+    // With a greater limit few texts lack so many units.
+    return 4 * fewer > 5 * limit && !beginOrEndAlike<8>(first.text, second.text) &&
            exceedsBagDistance(first, second, limit);
 }
 
