@@ -19,6 +19,8 @@
 #include "compare/word_list.h"
 #include "compare/words.h"
 
+namespace comparer {
+
 namespace {
 
 // True when the texts are surely further apart than `limit`. Without exclusions every word of both
@@ -167,3 +169,5 @@ std::optional<bool> compareByWordList(TextMeasures const& first, TextMeasures co
         words.exclude(word);
     return isWithin(limit, words.firstLeft(), words.secondLeft());
 }
+
+}  // namespace comparer
