@@ -260,7 +260,7 @@ class RussianTest(unittest.TestCase):
         try:
             driver.get("file://" + write("ru.html", near_text("match", *SAMPLE, "--format", "html")))
             driver.find_element("css selector", "[data-ready]")
-            self.assertEqual(driver.find_element("id", "left").text, "Осталось решить: 284 совпадения")
+            self.assertEqual(driver.find_element("id", "left").text, "Осталось проверить: 284 совпадения")
             self.assertTrue(driver.execute_script("return getComputedStyle(document.body).color === 'rgb(236, 236, 238)'"))
         finally:
             driver.quit()
