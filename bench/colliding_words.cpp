@@ -13,12 +13,15 @@
 
 namespace bench {
 
+using comparer::HashKey;
+using comparer::kStride;
+
 namespace {
 
 constexpr std::uint32_t kSharedHalf = 0x5EED5EED;
 
 std::uint64_t hashOfWord(std::u16string const& word) {
-    return hashOf({host_client::hostUnits(word.data()), word.size()}, HashKey());
+    return comparer::hashOf({host_client::hostUnits(word.data()), word.size()}, HashKey());
 }
 
 bool isWord(std::u16string const& word) {

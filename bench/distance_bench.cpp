@@ -42,7 +42,7 @@ void raceDistance(benchmark::State& state, std::size_t length, bool isNear, bool
     Utf16String const b(second.begin(), second.end());
     Case measured;
     addDistance(measured, "ours", [&] { return GeneralizedLevensteinDistance(a, b, 1, 1, 1); });
-    addDistance(measured, "plain", [&] { return weightedDistance(a, b, 1, 1, 1); });
+    addDistance(measured, "plain", [&] { return comparer::weightedDistance(a, b, 1, 1, 1); });
 #ifdef NEAR_TEXT_EDLIB
     std::string const narrowA(a.begin(), a.end());
     std::string const narrowB(b.begin(), b.end());

@@ -7,6 +7,8 @@
 #include "search/plain_search.h"
 #include "search/section_scanner.h"
 
+using namespace comparer;
+
 namespace bench {
 
 namespace {

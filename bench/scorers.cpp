@@ -62,7 +62,7 @@ void addScorers(Case& measured, SearchArguments const& arguments) {
 
     using Levenshtein = rapidfuzz::CachedLevenshtein<char16_t>;
     auto const scorer = std::make_shared<Levenshtein>(arguments.text);
-    Tolerance const tolerance(static_cast<unsigned long>(arguments.percentLong));
+    comparer::Tolerance const tolerance(static_cast<unsigned long>(arguments.percentLong));
     addScorer(measured, "levenshtein", entries,
               [scorer, tolerance, length = arguments.text.size()](std::u16string_view entry) {
                   unsigned long const limit = tolerance.limit(std::max(entry.size(), length));

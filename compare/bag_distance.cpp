@@ -14,6 +14,8 @@
 
 #include "compare/white_space.h"
 
+namespace comparer {
+
 namespace {
 
 // Of Latin and of Cyrillic letters no two share a bucket.
@@ -156,3 +158,5 @@ unsigned long UnitHistogram::missingIn(Utf16View other, unsigned long enough) co
             count(buckets[v], groups_[i + 1]);
     }
 }
+
+}  // namespace comparer

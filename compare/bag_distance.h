@@ -28,6 +28,8 @@
 #include "compare/unit_lanes.h"
 #include "compare/utf16_string.h"
 
+namespace comparer {
+
 // Of the units of `first`, those that `second` lacks: at least so many. Neither has 2^15 units or
 // more. Counts both texts in full: the reference for the class below, and faster for a single
 // comparison.
@@ -76,3 +78,5 @@ private:
     unsigned groupCount_ = 0;
     std::optional<unsigned short> rarest_;  // since `orderBy`
 };
+
+}  // namespace comparer

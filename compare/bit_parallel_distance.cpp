@@ -33,6 +33,8 @@
 
 #include "compare/unit_lanes.h"
 
+namespace comparer {
+
 namespace {
 
 constexpr unsigned long kBlockRows = MatchVector<Rows64>::kRows;
@@ -332,3 +334,5 @@ bool isWithin(unsigned long limit, Pieces first, Pieces second) {
     });
     return isWithin(limit, pattern, rows, second);
 }
+
+}  // namespace comparer

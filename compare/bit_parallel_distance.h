@@ -15,6 +15,8 @@
 
 #include "compare/utf16_string.h"
 
+namespace comparer {
+
 // A text in pieces, taken as if they were joined. A piece may be empty. What it refers to outlives
 // it.
 struct Pieces {
@@ -156,3 +158,5 @@ private:
 // True when the distance of two texts of any length is at most `limit`. Allocates when both have
 // more than 64 units.
 bool isWithin(unsigned long limit, Pieces first, Pieces second);
+
+}  // namespace comparer

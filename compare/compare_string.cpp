@@ -3,6 +3,8 @@
 #include "host/near_text_comparer.h"
 #include "host/parameters.h"
 
+using namespace comparer;
+
 bool NearTextComparer::compareString(_tVariant const* params, _tVariant* ret) {
     // A negative percentage is a very large one here, and a bad percentage hides a bad length.
     if (!haveTags(params, kStringCompareTags) || params[2].value.uint32 > 100) {

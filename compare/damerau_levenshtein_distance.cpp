@@ -5,6 +5,8 @@
 
 #include "compare/limit.h"
 
+using namespace comparer;
+
 DamerauLevenshteinDistance::DamerauLevenshteinDistance() {
     for (unsigned long k = 0; k <= kMaxLength; ++k) {
         table_[k][0] = k;

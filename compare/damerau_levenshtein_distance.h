@@ -75,7 +75,7 @@ public:
                               Utf16String& out);
 
 private:
-    static constexpr unsigned long kMaxLength = kMaxTextLength;
+    static constexpr unsigned long kMaxLength = comparer::kMaxTextLength;
 
     // Cell [i][j] is the distance of the first i units of one text and the first j of the other.
     // Row 0 and column 0 never change; every other cell is written before it is read.

@@ -7,6 +7,8 @@
 #include <memory>
 #include <type_traits>
 
+namespace comparer {
+
 // Elements hold nothing until they are written, and nothing is spent on them before. An allocation
 // that fails throws std::bad_alloc.
 template <class Element, unsigned long kInPlace>
@@ -44,3 +46,5 @@ private:
     std::unique_ptr<std::byte[]> heap_;
     Element* elements_;
 };
+
+}  // namespace comparer

@@ -14,7 +14,7 @@ typename String::size_type GeneralizedLevensteinDistance(String const& first, St
                                                          typename String::size_type deleteCost,
                                                          typename String::size_type replaceCost) {
     if (insertCost == 1 && deleteCost == 1 && replaceCost == 1) {
-        return BandedDistance().between(first, second);
+        return comparer::BandedDistance().between(first, second);
     }
-    return weightedDistance(first, second, insertCost, deleteCost, replaceCost);
+    return comparer::weightedDistance(first, second, insertCost, deleteCost, replaceCost);
 }

@@ -9,6 +9,8 @@
 #include <bit>
 #include <cstring>
 
+namespace comparer {
+
 namespace {
 
 using State = std::array<std::uint64_t, 4>;
@@ -50,3 +52,5 @@ HashKey keyOf(std::span<Utf16View const> texts) {
         doRound(v);
     return {v[0] ^ v[1], v[2] ^ v[3]};
 }
+
+}  // namespace comparer

@@ -11,6 +11,8 @@
 
 #include "compare/utf16_string.h"
 
+namespace comparer {
+
 struct HashKey {
     std::uint64_t first = 0x9E3779B97F4A7C15;
     std::uint64_t second = 0xD1342543DE82EF95;
@@ -18,3 +20,5 @@ struct HashKey {
 
 // Reads every unit. Nobody can tell what a change of one unit does to the key without trying it.
 HashKey keyOf(std::span<Utf16View const> texts);
+
+}  // namespace comparer

@@ -1,6 +1,8 @@
 // How many edits a percentage lets through.
 #pragma once
 
+namespace comparer {
+
 // The steps and their order are part of the answer: at 90 percent of 5 units they give
 // 0.4999999999999999, where (100 - percent) * maximum / 100 would give 0.5 and round up.
 class Tolerance {
@@ -27,3 +29,5 @@ public:
 private:
     double share_;
 };
+
+}  // namespace comparer

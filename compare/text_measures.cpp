@@ -3,6 +3,8 @@
 
 #include <bit>
 
+namespace comparer {
+
 namespace {
 
 struct IsNul {
@@ -42,3 +44,5 @@ void TextMeasures::measure() {
     wordUnits = text.size() - whitespace;
     effectiveLength -= collapsedWhitespace;
 }
+
+}  // namespace comparer

@@ -7,6 +7,8 @@
 #include "compare/utf16_string.h"
 #include "compare/white_space.h"
 
+namespace comparer {
+
 // As a test for `bitsWhere`.
 struct IsNoWord {
     bool operator()(unsigned short unit) const { return unit == 0 || isWhiteSpaceUnit(unit); }
@@ -36,3 +38,5 @@ struct TextMeasures {
 private:
     void measure();
 };
+
+}  // namespace comparer

@@ -8,6 +8,8 @@
 #include "compare/unit_lanes.h"
 #include "compare/utf16_string.h"
 
+namespace comparer {
+
 inline constexpr unsigned long kBlockUnits = 64;
 
 // The bits below `count`; from 64 on all of them.
@@ -53,3 +55,5 @@ std::uint64_t bitsWhere(Utf16View text, Test const& test) {
         bits |= std::uint64_t{test(units[at]) ? 1U : 0U} << at;
     return bits;
 }
+
+}  // namespace comparer

@@ -10,6 +10,8 @@
 #include <array>
 #include <cstdint>
 
+namespace comparer {
+
 inline constexpr unsigned long kUnitLanes = 8;
 inline constexpr unsigned long kByteLanes = 16;
 
@@ -124,3 +126,5 @@ struct FourLanes {
         return static_cast<unsigned>(_mm_cvtsi128_si32(sums));
     }
 };
+
+}  // namespace comparer

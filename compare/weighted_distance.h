@@ -7,6 +7,8 @@
 #include <utility>
 #include <vector>
 
+namespace comparer {
+
 template <class String>
 typename String::size_type weightedDistance(String const& first, String const& second,
                                             typename String::size_type insertCost,
@@ -36,3 +38,5 @@ typename String::size_type weightedDistance(String const& first, String const& s
     }
     return row[first.size()];
 }
+
+}  // namespace comparer

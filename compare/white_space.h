@@ -7,6 +7,8 @@
 
 #include "compare/unit_lanes.h"
 
+namespace comparer {
+
 // Tab, line feed, carriage return and space, and no other: a no-break space or a form feed belongs
 // to a word.
 inline constexpr unsigned short kWhiteSpaceUnits[] = {9, 10, 13, 32};
@@ -37,3 +39,5 @@ struct IsWhiteSpace {
         return white;
     }
 };
+
+}  // namespace comparer

@@ -19,6 +19,8 @@
 #include "compare/word_list.h"
 #include "compare/words.h"
 
+namespace comparer {
+
 namespace {
 
 // True when the texts are surely further apart than `limit`. Without exclusions every word of both
@@ -80,8 +82,8 @@ bool areSurelyFurther(TextMeasures const& first, TextMeasures const& second, uns
         return !beginOrEndAlike<2>(first.text, second.text) &&
                exceedsBucketDifference(first, second, limit);
     }
-    // With a great limit few texts lack so many units.
-    return fewer > 3 * limit && !beginOrEndAlike<8>(first.text, second.text) &&
+    // With a greater limit few texts lack so many units.
+    return 4 * fewer > 5 * limit && !beginOrEndAlike<8>(first.text, second.text) &&
            exceedsBagDistance(first, second, limit);
 }
 
@@ -167,3 +169,5 @@ std::optional<bool> compareByWordList(TextMeasures const& first, TextMeasures co
         words.exclude(word);
     return isWithin(limit, words.firstLeft(), words.secondLeft());
 }
+
+}  // namespace comparer

@@ -18,6 +18,8 @@
 #include "compare/word_comparison.h"
 #include "compare/words.h"
 
+using namespace comparer;
+
 namespace {
 
 // Most texts that differ do so in the first unit.

@@ -3,6 +3,8 @@
 #include <new>
 #include <utility>
 
+namespace comparer {
+
 void WordList::reserve(unsigned long capacity) {
     if (capacity <= capacity_) return;
     capacity = std::min(std::max(capacity, 2UL * capacity_), kMaxCapacity);
@@ -62,3 +64,5 @@ bool WordList::isKeyWorthIt() const {
     constexpr unsigned long kStepsOfStride = 2;
     return longWays_ > units / kStride * kStepsOfStride;
 }
+
+}  // namespace comparer

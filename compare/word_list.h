@@ -20,6 +20,8 @@
 #include "compare/hash_key.h"
 #include "compare/utf16_string.h"
 
+namespace comparer {
+
 inline constexpr unsigned long kStride = sizeof(std::uint64_t) / sizeof(unsigned short);
 
 inline std::uint64_t loadStride(unsigned short const* units) {
@@ -205,3 +207,5 @@ inline void WordList::cutBackTo(std::uint32_t size) {
     while (size_ > size)
         slots_[slotOf_[--size_]].place = 0;
 }
+
+}  // namespace comparer

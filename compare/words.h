@@ -11,6 +11,8 @@
 #include "compare/utf16_string.h"
 #include "compare/white_space.h"
 
+namespace comparer {
+
 // Calls `use(word)` for each word, in text order, repeats included, until `use` gives false. False
 // when it did. NUL is a unit like any other here.
 template <class Use>
@@ -50,3 +52,5 @@ void forEachWord(Utf16View text, Use&& use) {
         return true;
     });
 }
+
+}  // namespace comparer

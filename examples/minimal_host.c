@@ -78,7 +78,8 @@ static Record number(int32_t value) {
 }
 
 int main(int count, char** arguments) {
-    void* const library = dlopen(count > 1 ? arguments[1] : "", RTLD_NOW);
+    if (count != 2) return puts("Usage: minimal_host LIBRARY"), 2;
+    void* const library = dlopen(arguments[1], RTLD_NOW);
     if (library == NULL) return puts(dlerror()), 1;
     GetClassObject* make = NULL;
     DestroyObject* end = NULL;

@@ -48,7 +48,8 @@ static _tVariant number(int value) {
     return record;
 }
 
-int main(int, char** arguments) {
+int main(int count, char** arguments) {
+    if (count != 2) return std::puts("Usage: minimal_host LIBRARY"), 2;
     void* const library = dlopen(arguments[1], RTLD_NOW);
     if (library == nullptr) return std::puts(dlerror()), 1;
     auto* const make = reinterpret_cast<GetClassObjectFunction*>(dlsym(library, "GetClassObject"));

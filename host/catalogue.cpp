@@ -7,6 +7,8 @@
 #include "host/parameters.h"
 #include "host/text_width.h"
 
+using namespace comparer;
+
 namespace {
 
 constexpr wchar_t const* kMethodNamesRu[] = {L"СравнитьСтроки", L"НайтиСтроки"};

@@ -4,6 +4,8 @@
 #include "host/near_text_comparer.h"
 #include "host/text_width.h"
 
+using namespace comparer;
+
 namespace {
 
 // The names under which the host asks for Russian messages.

@@ -5,6 +5,8 @@
 #include "host/near_text_comparer.h"
 #include "host/text_width.h"
 
+using namespace comparer;
+
 namespace {
 
 // The class name in the host's units, made by the first call that asks and kept for the life of the

@@ -7,6 +7,8 @@
 
 #include "host/component_base.h"
 
+namespace comparer {
+
 inline constexpr VariantTag kStringCompareTags[] = {TagWideString, TagWideString, TagInt32};
 inline constexpr VariantTag kStringSearchTags[] = {
     TagWideString, TagWideString, TagWideString, TagInt32, TagInt32, TagInt32, TagWideString};
@@ -23,3 +25,5 @@ inline bool haveTags(_tVariant const* params, std::span<VariantTag const> tags) 
     return std::equal(tags.begin(), tags.end(), params,
                       [](VariantTag tag, _tVariant const& record) { return record.tag == tag; });
 }
+
+}  // namespace comparer

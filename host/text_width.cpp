@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cwchar>
 
+namespace comparer {
+
 std::size_t wideLength(wchar_t const* text) {
     return std::wcslen(text);
 }
@@ -32,3 +34,5 @@ std::unique_ptr<wchar_t[]> widen(unsigned short const* text) {
     std::copy_n(text, length, characters.get());
     return characters;
 }
+
+}  // namespace comparer

@@ -6,6 +6,8 @@
 #include <cstddef>
 #include <memory>
 
+namespace comparer {
+
 // Characters of `text` up to its terminator; as many units when it is narrowed.
 std::size_t wideLength(wchar_t const* text);
 
@@ -20,3 +22,5 @@ std::unique_ptr<unsigned short[]> narrow(wchar_t const* text);
 
 // The text with its terminator, in an array of its own; null gives the empty text.
 std::unique_ptr<wchar_t[]> widen(unsigned short const* text);
+
+}  // namespace comparer

@@ -14,6 +14,8 @@
 #include "host/text_width.h"
 #include "search/index_list.h"
 
+using namespace comparer;
+
 namespace {
 
 constexpr wchar_t kComma = L',';

@@ -2,6 +2,8 @@
 
 #include "compare/words.h"
 
+namespace comparer {
+
 CutEntry const& EntryCutter::cut(Utf16View entry, unsigned long mostUnits) {
     CutWord* const first = words_.data();
     CutWord* const roomEnd = first + room_;
@@ -26,3 +28,5 @@ CutEntry const& EntryCutter::cut(Utf16View entry, unsigned long mostUnits) {
     cut_.units = units;
     return cut_;
 }
+
+}  // namespace comparer

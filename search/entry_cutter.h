@@ -7,6 +7,8 @@
 #include "compare/utf16_string.h"
 #include "search/fingerprints.h"
 
+namespace comparer {
+
 struct CutWord {
     Utf16View text;
     Fingerprint fingerprint;
@@ -47,3 +49,5 @@ private:
     FingerprintSet known_;
     CutEntry cut_;
 };
+
+}  // namespace comparer

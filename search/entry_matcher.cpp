@@ -20,6 +20,8 @@
 #include "compare/words.h"
 #include "search/section_scanner.h"
 
+namespace comparer {
+
 namespace {
 
 // As many as there will be or, where the exclusions are long, some that the list grows from.
@@ -146,3 +148,5 @@ bool EntryMatcher::hasMoreUnits(Utf16View entry, unsigned long mostUnits) {
         return units <= mostUnits;
     });
 }
+
+}  // namespace comparer

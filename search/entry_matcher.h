@@ -23,6 +23,8 @@
 #include "search/entry_cutter.h"
 #include "search/search_side.h"
 
+namespace comparer {
+
 class EntryMatcher {
 public:
     // Few entries have more words; those that have take memory that is kept.
@@ -78,3 +80,5 @@ private:
     std::optional<SearchSide> search_;  // made when its words are listed
     std::unique_ptr<Seen> seen_;
 };
+
+}  // namespace comparer

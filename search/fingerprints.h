@@ -6,6 +6,8 @@
 
 #include "compare/utf16_string.h"
 
+namespace comparer {
+
 using Fingerprint = std::uint8_t;
 
 // Equal words have equal fingerprints; `word` is not empty.
@@ -26,3 +28,5 @@ public:
 private:
     std::array<std::uint64_t, 4> bits_{};
 };
+
+}  // namespace comparer

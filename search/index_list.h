@@ -3,6 +3,8 @@
 
 #include <limits>
 
+namespace comparer {
+
 // The units of `count` numbers in decimal, the comma or the terminator behind each included.
 // `countFrom(number)` gives how many of them are not below the number.
 template <class CountFrom>
@@ -16,3 +18,5 @@ unsigned long unitsOfList(unsigned long count, CountFrom const& countFrom) {
         if (longer == 0 || power > kLastPower) return units;
     }
 }
+
+}  // namespace comparer

@@ -6,6 +6,8 @@
 #include "compare/words.h"
 #include "search/section_scanner.h"
 
+using namespace comparer;
+
 std::vector<PStringRefSection> markInput(PStringRef<unsigned short> const& input,
                                          unsigned short separator) {
     std::list<PStringRefSection> sectionList;

@@ -2,6 +2,8 @@
 
 #include "search/mark_input.h"
 
+namespace comparer {
+
 namespace {
 
 // The words of all sections.
@@ -24,3 +26,5 @@ bool PlainSearch::isMatch(Utf16View entry, unsigned long limit) const {
     WordSet candidate = sections.empty() ? WordSet() : sections.front().words();
     return compareStrings(searchWords_, candidate, exclusions_, limit);
 }
+
+}  // namespace comparer

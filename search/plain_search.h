@@ -6,6 +6,8 @@
 #include "search/section_scanner.h"
 #include "search/word_sets.h"
 
+namespace comparer {
+
 class PlainSearch {
 public:
     // `searchText` is the text's first section. The texts outlive this.
@@ -18,3 +20,5 @@ private:
     WordSet exclusions_;
     WordSet searchWords_;  // without the exclusions
 };
+
+}  // namespace comparer

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+namespace comparer {
+
 SearchSide::SearchSide(WordList const& list, std::uint32_t begin,
                        std::span<Utf16View const> samples)
     : list_(list),
@@ -104,3 +106,5 @@ MatchVector<Rows> const& SearchSide::leftOf(RowsOfWords<Rows>& rows) const {
     }
     return rows.left;
 }
+
+}  // namespace comparer

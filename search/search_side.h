@@ -14,6 +14,8 @@
 #include "compare/word_list.h"
 #include "search/sparse_alignment.h"
 
+namespace comparer {
+
 class SearchSide {
 public:
     // Its words are those of `list` from `begin` on, of 1000 units in all at most. `samples` are
@@ -87,3 +89,5 @@ private:
     std::optional<SparseAlignment> sparse_;         // of more, where few edits are to spare
     std::vector<Utf16View> left_;
 };
+
+}  // namespace comparer

@@ -12,6 +12,8 @@
 #include "search/section_scanner.h"
 #include "search/unit_finder.h"
 
+using namespace comparer;
+
 namespace {
 
 Utf16View textOf(_tVariant const& record) {

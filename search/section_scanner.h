@@ -9,6 +9,8 @@
 #include "compare/utf16_string.h"
 #include "compare/white_space.h"
 
+namespace comparer {
+
 // What lies between two section ends, with or without a word in it.
 struct Section {
     Utf16View text;
@@ -71,3 +73,5 @@ private:
     unsigned long leading_ = 0;  // 1 behind a section end
     bool isDone_ = false;
 };
+
+}  // namespace comparer

@@ -17,6 +17,8 @@
 
 #include "compare/unit_bits.h"
 
+namespace comparer {
+
 namespace {
 
 // The last row that there is a bit for.
@@ -112,3 +114,5 @@ bool SparseAlignment::isWithin(unsigned long spare, Pieces const& text) const {
     }
     return true;
 }
+
+}  // namespace comparer

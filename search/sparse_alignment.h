@@ -14,6 +14,8 @@
 #include "compare/utf16_string.h"
 #include "search/unit_numbers.h"
 
+namespace comparer {
+
 class SparseAlignment {
 public:
     static constexpr unsigned long kMostSpare = 30;
@@ -65,3 +67,5 @@ private:
     std::array<Rows, kMaxTextLength / kBlockRows + 1> left_{};
     unsigned long leftOut_ = 0;  // units
 };
+
+}  // namespace comparer

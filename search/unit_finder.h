@@ -8,6 +8,8 @@
 #include "compare/unit_bits.h"
 #include "compare/utf16_string.h"
 
+namespace comparer {
+
 class UnitFinder {
 public:
     // `text` outlives this.
@@ -48,3 +50,5 @@ private:
     std::uint64_t bits_;       // where the unit is in it
     unsigned long found_ = 0;  // the end of the last one before the block, 0 if there is none
 };
+
+}  // namespace comparer

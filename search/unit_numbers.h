@@ -9,6 +9,8 @@
 
 #include "compare/utf16_string.h"
 
+namespace comparer {
+
 class UnitNumbers {
 public:
     // Of at most 65,535 different units.
@@ -43,3 +45,5 @@ private:
     std::vector<unsigned short> before_;  // by page: units on those before
     unsigned short count_ = 0;
 };
+
+}  // namespace comparer

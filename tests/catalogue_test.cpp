@@ -5,6 +5,8 @@
 #include "host/parameters.h"
 #include "tests/test_support.h"
 
+using namespace comparer;
+
 namespace {
 
 using Answer = host_client::Memory::Answer;

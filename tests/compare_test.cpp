@@ -3,6 +3,8 @@
 #include "compare/generalized_levenstein_distance.h"
 #include "tests/test_support.h"
 
+using namespace comparer;
+
 namespace {
 
 using Words = std::vector<Utf16String>;

@@ -13,8 +13,9 @@ in_bash() {
     COMP_CWORD=$((${#COMP_WORDS[@]} - 1)) _near_text
     printf '%s\n' "${COMPREPLY[@]}"
 }
+# A newer fish tells too what has the word's letters in it.
 in_fish() {
-    fish --private -c 'source near_text.fish; complete -C $argv' "$1" | cut -f 1
+    fish --private -c 'source near_text.fish; complete -C $argv' "$1" | cut -f 1 | sed -n "/^${1##* }/p"
 }
 touch _near_text_file
 trap 'rm _near_text_file' EXIT

@@ -9,6 +9,8 @@
 #include "tests/random_text.h"
 #include "tests/test_support.h"
 
+using namespace comparer;
+
 namespace {
 
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)

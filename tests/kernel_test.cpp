@@ -14,6 +14,8 @@
 #include "tests/random_text.h"
 #include "tests/test_support.h"
 
+using namespace comparer;
+
 namespace {
 
 // In a block of exactly its size, so that a unit read too far is one too many.

@@ -67,7 +67,7 @@ TEST(MatchWriter, EndsWithASummary) {
     ASSERT_NE(last, std::string::npos) << output;
     EXPECT_EQ(output.substr(last + 4),
               "near_text: 3 lines: 1 with a match, 1 without, in 0.0 s\r\n");
-    EXPECT_NE(output.find("note: 7 matches left out for other numbers"), std::string::npos);
+    EXPECT_NE(output.find("note: 7 matches left out: other numbers"), std::string::npos);
 }
 
 }  // namespace

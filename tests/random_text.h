@@ -85,7 +85,7 @@ inline std::u16string numbered(std::size_t number, std::size_t length) {
 inline std::vector<std::u16string> collidingWords() {
     std::vector<std::u16string> words;
     for (std::size_t i = 0; words.size() < 140; ++i) {
-        if (hashOf(units(numbered(i, 4)), HashKey()) % (1 << 13) == 77)
+        if (comparer::hashOf(units(numbered(i, 4)), comparer::HashKey()) % (1 << 13) == 77)
             words.push_back(numbered(i, 4));
     }
     return words;

@@ -7,6 +7,8 @@
 #include "search/word_sets.h"
 #include "tests/test_support.h"
 
+using namespace comparer;
+
 namespace {
 
 TEST(WordOrder, ComparesUnitsUpToANul) {

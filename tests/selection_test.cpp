@@ -298,14 +298,14 @@ TEST(SameNumbers, AreLookedAtBeforeTheBestIsChosen) {
     EXPECT_EQ(std::count(pairs.begin(), pairs.end(), '\n'), 3) << pairs;
     Ending const explained =
         endingOf("search 'pipe 15 mm' --explain-line 1 --explain-line 3" + at + "-e " + list);
-    EXPECT_EQ(explained.errors, "near_text: note: 2 matches left out for other numbers\n");
+    EXPECT_EQ(explained.errors, "near_text: note: 2 matches left out: other numbers\n");
     std::string const reason = "only text has 15, only entry has 13\n";
     EXPECT_LT(explained.output.find(reason), explained.output.find("steel pipe"));
     EXPECT_EQ(explained.output.rfind("left out"), explained.output.find("left out"));
     EXPECT_EQ(endingOf("match -e " + list + " -t " + list + at).errors,
-              "near_text: note: 2 matches left out for other numbers\n");
+              "near_text: note: 2 matches left out: other numbers\n");
     EXPECT_EQ(endingOf("sweep --duplicates -p 40,90 --same-numbers -t " + list).errors,
-              "near_text: note: 1 match left out for other numbers\n");
+              "near_text: note: 1 match left out: other numbers\n");
     EXPECT_NE(endingOf("search a --indices" + at + "-e " + list).errors.find("--indices: prints"),
               std::string::npos);
 }

@@ -112,7 +112,7 @@ reference::Measure Matcher::measure(reference::SearchExplanation const& against,
 void noteLeftOut(std::size_t matches) {
     if (matches == 0) return;
     complain("note: " + std::to_string(matches) + (matches == 1 ? " match" : " matches") +
-             " left out for other numbers");
+             " left out: other numbers");
 }
 
 }  // namespace near_text

@@ -10,7 +10,7 @@ namespace {
 struct Given {
     std::string first;
     std::string second;
-    int percent = 0;
+    int percent = kDefaultPercent;
     PreparationOptions preparation;
     bool isExplained = false;
     ColourOption colour;
@@ -25,10 +25,10 @@ ReadSettings define(CLI::App& command) {
     command
         .add_option("-p,--percent", given->percent,
                     "How alike they must be, 0 to 100: once shared words have cancelled, 100 "
-                    "allows no difference and 0 any")
+                    "allows no difference and 0 any. Default: " +
+                        std::to_string(kDefaultPercent))
         ->type_name("PERCENT")
-        ->transform(percentCheck())
-        ->required();
+        ->transform(percentCheck());
     command.add_flag("--explain", given->isExplained,
                      "Show the words that cancelled, what was left, the limit, the distance, and "
                      "the highest percentage at which the texts are alike");

@@ -69,7 +69,7 @@ void validate(Given const& given, Format const& format) {
                             "--decisions or --format html");
     if (given.isPart && !given.decisions.empty() && !given.files.pairNaming().hasTextIds)
         refuse("--decisions",
-               "names lines of the whole, which a part does not know, without --text-id");
+               "names lines, which a part does not know; name records by --text-id and --entry-id");
     if (given.isPart && format.isPage) refuse("--part", "gives no page, which is of all texts");
     if (given.isMutual && !given.wanted.isAll()) {
         refuse("--mutual", "keeps the best of both sides, so --best and --top have no effect");

@@ -7,7 +7,6 @@ namespace near_text {
 namespace {
 
 constexpr char const* kPreparing = "Preparing texts and entries";
-constexpr int kDefaultPercent = 80;
 
 }  // namespace
 

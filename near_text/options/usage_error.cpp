@@ -89,9 +89,16 @@ std::string usageError(CLI::App const& app, CLI::ParseError const& error) {
     };
     std::vector<std::string> const unknown = app.remaining(true);
     auto const word = std::find_if_not(unknown.begin(), unknown.end(), isOption);
-    if (&command == &app && word != unknown.end()) return unknownCommand(app, *word);
+    if (&command == &app) {
+        if (word != unknown.end()) return unknownCommand(app, *word);
+        if (unknown.empty()) return "no command is given; near_text --help lists them";
+    }
     auto const option = std::find_if(unknown.begin(), unknown.end(), isOption);
     if (option != unknown.end()) return unknownOption(app, command, *option);
+    if (word != unknown.end()) {
+        return '\'' + *word + "' belongs to no option; near_text help " + command.get_name() +
+               " lists them";
+    }
     for (CLI::Option const* repeated : command.get_options()) {
         bool const isSingle = repeated->get_items_expected_max() == 1 &&
                               repeated->get_multi_option_policy() == CLI::MultiOptionPolicy::Throw;

@@ -12,6 +12,9 @@ namespace near_text {
 // std::runtime_error.
 [[noreturn]] void refuse(std::string const& option, std::string const& reason);
 
+// How alike texts must be where it is not said.
+inline constexpr int kDefaultPercent = 80;
+
 // For options that take a whole number in this range; what passes has no leading zeros.
 CLI::Validator numberCheck(int least, int most = std::numeric_limits<int>::max());
 inline CLI::Validator percentCheck() {

@@ -15,6 +15,9 @@
 
 namespace near_text {
 
+using comparer::ByteLanes;
+using comparer::kByteLanes;
+
 // What a search takes for the text: up to the first NUL, unless no word stands before it.
 struct SearchedSection {
     std::u16string_view units;

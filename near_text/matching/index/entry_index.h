@@ -53,7 +53,8 @@ private:
     // those entries that the first round leaves.
     static constexpr std::size_t kCoarseCounters = 16;
     using FineCounters = std::array<std::uint8_t, kUnitCounters>;
-    using CoarseCounters = std::array<std::array<std::uint8_t, kByteLanes>, kCoarseCounters>;
+    using CoarseCounters =
+        std::array<std::array<std::uint8_t, comparer::kByteLanes>, kCoarseCounters>;
 
     struct Place {
         std::uint32_t units;
