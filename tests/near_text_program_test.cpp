@@ -183,8 +183,7 @@ TEST(Program, AnswersAndReturnsAsGrepDoes) {
         {"help gibberish", "there is no command 'gibberish'; near_text --help lists them"},
         {"search red", "--entries or --dictionary"},
         {"search red --entries /none", "/none: No such file"},
-        {"search red --entries - --exclusions -", "read once"},
-        {"", "subcommand"}};
+        {"search red --entries - --exclusions -", "read once"}};
     for (auto const& [arguments, part] : failures) {
         Outcome const outcome = run(arguments);
         expectFailure(part, outcome);
