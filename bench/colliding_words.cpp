@@ -4,6 +4,7 @@
 #include "bench/colliding_words.h"
 
 #include <cstring>
+#include <functional>
 #include <random>
 #include <set>
 #include <stdexcept>
@@ -62,8 +63,8 @@ std::u16string hashedTo(std::uint64_t hash) {
 
 std::vector<std::u16string> randomWords(std::size_t count, std::size_t units) {
     auto make = randomWord(units);
-    return collect(
-        count, [&] { return make(); }, [](auto const&) { return true; });
+    auto const isAny = [](auto const&) { return true; };
+    return collect(count, std::ref(make), isAny);
 }
 
 std::vector<std::u16string> collidingWords(std::size_t count, std::size_t units) {

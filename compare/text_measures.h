@@ -1,8 +1,6 @@
 // What can be known of a text without copying its words.
 #pragma once
 
-#include <concepts>
-
 #include "compare/unit_bits.h"
 #include "compare/utf16_string.h"
 #include "compare/white_space.h"
@@ -12,8 +10,8 @@ namespace comparer {
 // As a test for `bitsWhere`.
 struct IsNoWord {
     bool operator()(unsigned short unit) const { return unit == 0 || isWhiteSpaceUnit(unit); }
-    template <class Lanes>
-    requires std::invocable<IsWhiteSpace, Lanes> Lanes operator()(Lanes units) const {
+    template <WhiteSpaceLanes Lanes>
+    Lanes operator()(Lanes units) const {
         return (units == Lanes()) | IsWhiteSpace()(units);
     }
 };

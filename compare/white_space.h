@@ -26,13 +26,18 @@ constexpr bool isWhiteSpaceUnit(unsigned short unit) {
         kWhiteSpaceUnits, [unit](unsigned short white) { return white >= kBits && white == unit; });
 }
 
+// While no whitespace is among the units that are clamped to one.
+inline constexpr bool kBytesWillDo = std::ranges::max(kWhiteSpaceUnits) < kClamped;
+
+template <class Lanes>
+concept WhiteSpaceLanes = kBytesWillDo || std::same_as<Lanes, UnitLanes>;
+
 // As a test for `bitsWhere`, which clamps units where bytes will do.
 struct IsWhiteSpace {
     constexpr bool operator()(unsigned short unit) const { return isWhiteSpaceUnit(unit); }
 
-    template <class Lanes>
-    requires std::same_as<Lanes, UnitLanes> ||(std::ranges::max(kWhiteSpaceUnits) < kClamped) Lanes
-    operator()(Lanes units) const {
+    template <WhiteSpaceLanes Lanes>
+    Lanes operator()(Lanes units) const {
         Lanes white{};
         for (unsigned short const unit : kWhiteSpaceUnits)
             white = white | (units == Lanes::filledWith(static_cast<typename Lanes::Lane>(unit)));

@@ -42,8 +42,10 @@ struct Preparation {
 
 // As an option of the command line.
 struct PreparationStep {
+    using Choice = bool Preparation::*;
+
     char const* option;
-    bool Preparation::*isChosen;
+    Choice isChosen;
     char const* text;
 };
 

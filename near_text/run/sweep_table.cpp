@@ -41,7 +41,9 @@ struct Column {
     std::string (*cell)(Place const& place);
 };
 
-template <std::size_t MatchCount::*number>
+using Number = std::size_t MatchCount::*;
+
+template <Number number>
 std::string counted(Place const& place) {
     return std::to_string(place.count.*number);
 }
