@@ -81,28 +81,30 @@ bool forEachUnitWhile(Pieces const& text, Use&& use) {
 
 // The differences along the row above a block or along its last row, of one column.
 struct Carry {
-    std::uint64_t HP;  // 0 or 1
+    std::uint64_t notHP;  // 0 or 1
     std::uint64_t HN;
 };
 
 // Above the first row every unit of the text is one more edit.
-constexpr Carry kTopRow{1, 0};
+constexpr Carry kTopRow{0, 0};
 
 // Goes on by one unit, which stands in the rows of `Eq`, and gives D0. `carry` is that of the row
 // above, and becomes that of the last row.
 template <class Rows>
 Rows step(Rows& VP, Rows& VN, Rows Eq, Carry& carry) {
     constexpr unsigned kLastRow = 8 * sizeof(Rows) - 1;
-    Rows const X = Eq | carry.HN;
-    Rows const sum = (X & VP) + VP;
-    Rows const D0 = (sum ^ VP) | X | VN;
+    // HN goes down the rows as the carry of this sum, from one block into the next as well: what
+    // the next one waits for is ready first.
+    Rows const inBlock = (Eq & VP) + VP;
+    Rows const sum = inBlock + carry.HN;
+    Rows const D0 = (sum ^ VP) | Eq | VN;
     // The steps along the rows. HP is VN | ~(D0 | VP): its complement, put so, is ready sooner.
-    Rows notHP = (sum | VP | X) & ~VN;
+    Rows notHP = (sum | VP | Eq) & ~VN;
     Rows HN = D0 & VP;
-    Carry const below{static_cast<std::uint64_t>(~notHP >> kLastRow),
-                      static_cast<std::uint64_t>(HN >> kLastRow)};
+    Carry const below{static_cast<std::uint64_t>(notHP >> kLastRow),
+                      static_cast<std::uint64_t>(inBlock < VP) | (sum < inBlock ? 1U : 0U)};
     // Moved down by a row, they give the steps down the new column.
-    notHP = notHP << 1 | (carry.HP ^ 1U);
+    notHP = notHP << 1 | carry.notHP;
     HN = HN << 1 | carry.HN;
     VP = HN | (~D0 & notHP);
     VN = D0 & ~notHP;
@@ -117,14 +119,13 @@ Rows step(Rows& VP, Rows& VN, Rows Eq) {
 }
 
 // Goes on by one unit in these blocks, from the upper to the lower, and gives D0 of the `wanted`
-// one. A function of its own, so that its loop has all registers.
-[[gnu::noinline]] Rows64 stepBlocks(std::span<BlockColumn> blocks,
-                                    MatchVector<Rows64> const* matches, unsigned short unit,
+// one. `rows` are those of the unit. A function of its own, so that its loop has all registers.
+[[gnu::noinline]] Rows64 stepBlocks(std::span<BlockColumn> blocks, Rows64 const* rows,
                                     BlockColumn const* wanted) {
     Rows64 wantedD0 = 0;
     Carry carry = kTopRow;
     for (BlockColumn& block : blocks) {
-        Rows64 const D0 = step(block.VP, block.VN, (matches++)->rowsOf(unit), carry);
+        Rows64 const D0 = step(block.VP, block.VN, *rows++, carry);
         wantedD0 = &block == wanted ? D0 : wantedD0;
     }
     return wantedD0;
@@ -224,23 +225,10 @@ template bool isWithin(unsigned long, MatchVector<Rows128> const&, unsigned long
 
 void BandedDistance::fillMatches(Pieces pattern) {
     isOfSame_ = false;
-    unsigned long const blocks = (pattern.units + kBlockRows - 1) / kBlockRows;
-    if (matches_.size() < blocks) {
-        // No more than needed, and not beside the old ones.
-        std::vector<MatchVector<Rows64>>().swap(matches_);
-        matches_.resize(blocks);
-    } else {
-        for (unsigned long i = 0; i < blocks; ++i)
-            matches_[i].clear();
-    }
-    MatchVector<Rows64>* block = matches_.data();
+    matches_.clear(pattern.units);
     unsigned long row = 0;
     forEachUnitWhile(pattern, [&](unsigned short unit) {
-        block->add(unit, row);
-        if (++row == kBlockRows) {
-            ++block;
-            row = 0;
-        }
+        matches_.add(unit, row++);
         return true;
     });
 }
@@ -269,17 +257,24 @@ unsigned long BandedDistance::upToOfFilled(unsigned long limit, bool isAnswerEno
     unsigned long const lastRow = rows - 1;
     columns_.assign(lastRow / kBlockRows + 1, BlockColumn());
     unsigned long column = 0;
-    forEachUnitWhile(text, [&](unsigned short unit) {
+    auto const goOn = [&](Rows64 const* rowsOfUnit) {
         unsigned long const top = (column > lead ? column - lead : 0) / kBlockRows;
         unsigned long const bottom = std::min(column + lag, lastRow) / kBlockRows;
         bool const isOnDiagonal = diagonal.next();
         unsigned long const wanted = isOnDiagonal ? diagonal.row() / kBlockRows : top;
-        Rows64 const D0 = stepBlocks({&columns_[top], &columns_[bottom] + 1}, &matches_[top], unit,
+        Rows64 const D0 = stepBlocks({&columns_[top], &columns_[bottom] + 1}, rowsOfUnit + top,
                                      &columns_[wanted]);
         if (isOnDiagonal) diagonal.step(D0 >> diagonal.row() % kBlockRows);
         ++column;
         return !diagonal.isAbove() && !(isAnswerEnough && diagonal.isSettled());
+    };
+    // The next unit's rows are looked for a column ahead, since finding them takes a while.
+    Rows64 const* next = nullptr;
+    bool const isUnsettled = forEachUnitWhile(text, [&](unsigned short unit) {
+        Rows64 const* const rowsOfUnit = std::exchange(next, matches_.rowsOf(unit));
+        return rowsOfUnit == nullptr || goOn(rowsOfUnit);
     });
+    if (isUnsettled && next != nullptr) goOn(next);
     if (diagonal.isAbove()) return limit + 1;
     return limit - static_cast<unsigned long>(diagonal.spare());
 }
@@ -305,12 +300,28 @@ unsigned long BandedDistance::between(Utf16View first, Utf16View second) {
     }
 }
 
+namespace {
+
+template <class Rows>
+bool isWithinMatched(unsigned long limit, Pieces const& pattern, Pieces const& text) {
+    MatchVector<Rows> match;
+    unsigned long row = 0;
+    forEachUnitWhile(pattern, [&](unsigned short unit) {
+        match.add(unit, row++);
+        return true;
+    });
+    return isWithin(limit, match, pattern.units, text);
+}
+
+}  // namespace
+
 bool isWithin(unsigned long limit, Pieces first, Pieces second) {
     unsigned long const rows = first.units;
     unsigned long const columns = second.units;
     if (columns < rows) return isWithin(limit, second, first);
     if (auto const answer = isWithinByLengths(limit, rows, columns)) return *answer;
-    if (rows > kBlockRows) return BandedDistance().isWithin(limit, first, second);
+    if (rows > MatchVector<Rows128>::kRows) return BandedDistance().isWithin(limit, first, second);
+    if (rows > kBlockRows) return isWithinMatched<Rows128>(limit, first, second);
     unsigned long const groups = (rows + kGroupRows - 1) / kGroupRows;
     // As many instructions as either takes, about.
     if (groups * columns <= 4 * rows + columns) {
@@ -326,13 +337,7 @@ bool isWithin(unsigned long limit, Pieces first, Pieces second) {
                 return isPatternWithin<Rows64>(limit, PatternUnits<4>(first), rows, second);
         }
     }
-    MatchVector<Rows64> pattern;
-    unsigned long row = 0;
-    forEachUnitWhile(first, [&](unsigned short unit) {
-        pattern.add(unit, row++);
-        return true;
-    });
-    return isWithin(limit, pattern, rows, second);
+    return isWithinMatched<Rows64>(limit, first, second);
 }
 
 }  // namespace comparer

@@ -13,6 +13,7 @@
 #include <span>
 #include <vector>
 
+#include "compare/unit_numbers.h"
 #include "compare/utf16_string.h"
 
 namespace comparer {
@@ -47,69 +48,79 @@ using Rows64 = std::uint64_t;
 __extension__ using Rows128 = unsigned __int128;
 
 // For each unit of a pattern, the rows in which it stands, one bit each: the pattern match vector
-// (Peq). `Rows` is Rows64 or Rows128, and the pattern has at most as many units. Any of the 65,536
-// units finds its place in an open table in a step or two.
+// (Peq). `Rows` is Rows64 or Rows128, and the pattern has at most as many units.
 template <class Rows>
 class MatchVector {
 public:
     static constexpr unsigned long kRows = 8 * sizeof(Rows);
 
-    MatchVector() { clear(); }
-
-    void clear() {
-        slots_.fill(0);
-        units_[0] = kNoUnit;
-        rows_[0] = rows_[1] = 0;
-        count_ = 0;
-    }
+    MatchVector() { rows_[0] = rows_[1] = 0; }
 
     // Sets `row`, which is below kRows, for the unit.
     void add(unsigned short unit, unsigned long row) {
         assert(row < kRows);
-        std::uint8_t& slot = slots_[slotOf(unit)];
-        // All is written whether the unit is new or not: branch-free.
-        count_ += slot == 0 ? 1U : 0U;
-        unsigned const place = slot == 0 ? count_ : slot;
-        slot = static_cast<std::uint8_t>(place);
-        units_[place] = unit;
-        rows_[place] |= Rows{1} << row;
-        rows_[count_ + 1] = 0;
+        rows_[numbers_.add(unit)] |= Rows{1} << row;
+        rows_[numbers_.count() + 1] = 0;
     }
 
-    Rows rowsOf(unsigned short unit) const { return rows_[slots_[slotOf(unit)]]; }
+    Rows rowsOf(unsigned short unit) const { return rows_[numbers_.of(unit)]; }
 
-    // Takes the rows of `other`, which has the same units in the same order.
-    void copyRows(MatchVector const& other) {
-        std::copy_n(other.rows_.begin(), count_ + 1, rows_.begin());
+    // Keeps the rows as they are now, to have them back after some were taken out.
+    void keepRows() { kept_ = rows_; }
+    void takeRowsBack() {
+        if (areRowsOut_) std::copy_n(kept_.begin(), numbers_.count() + 1, rows_.begin());
+        areRowsOut_ = false;
     }
 
     // Takes out `count` rows from `first` on; the rows above move down.
     void removeRows(unsigned long first, unsigned long count) {
         assert(first < kRows);
         Rows const below = (Rows{1} << first) - 1;
-        for (unsigned i = 1; i <= count_; ++i) {
+        for (unsigned i = 1; i <= numbers_.count(); ++i) {
             Rows const moved = count < kRows ? rows_[i] >> count : 0;
             rows_[i] = (rows_[i] & below) | (moved & ~below);
         }
+        areRowsOut_ = true;
     }
 
 private:
-    static constexpr unsigned kSlots = 2 * kRows;
-    static constexpr std::uint32_t kNoUnit = 0x10000;
+    UnitNumbers<PagesInPlace<kRows + 1>> numbers_;
+    // By number, behind those of units that the pattern lacks; the next ones are cleared
+    // beforehand.
+    std::array<Rows, kRows + 2> rows_;
+    std::array<Rows, kRows + 2> kept_;
+    bool areRowsOut_ = false;
+};
 
-    unsigned slotOf(unsigned short unit) const {
-        unsigned slot = (unit ^ unit >> 3U) % kSlots;  // letters of one script are spread
-        // Another unit's: 0 is this one's, and from kNoUnit on it is free. One test that hardly
-        // ever succeeds, where two would be guessed wrong.
-        while ((units_[slots_[slot]] ^ unit) - 1U < kNoUnit - 1U)
-            slot = (slot + 1) % kSlots;
-        return slot;
+// The same for any number of rows, in blocks of 64.
+class MatchBlocks {
+public:
+    // For a pattern of so many rows.
+    void clear(unsigned long rows) {
+        blocks_ = (rows + kRows - 1) / kRows;
+        numbers_.clear();
+        rows_.reserve((std::min(rows, kLikelyUnits) + 1) * blocks_);
+        rows_.assign(blocks_, 0);
     }
 
-    std::array<std::uint8_t, kSlots> slots_;      // a place among the units, from 1; 0 is free
-    std::array<std::uint32_t, kRows + 1> units_;  // behind one that is none, which has no rows
-    std::array<Rows, kRows + 2> rows_;            // by place; the next one is cleared beforehand
-    unsigned count_;
+    void add(unsigned short unit, unsigned long row) {
+        unsigned long const begin = numbers_.add(unit) * blocks_;
+        if (begin == rows_.size()) rows_.resize(begin + blocks_);
+        rows_[begin + row / kRows] |= Rows64{1} << row % kRows;
+    }
+
+    // Those of all blocks, one behind the other.
+    Rows64 const* rowsOf(unsigned short unit) const {
+        return rows_.data() + numbers_.of(unit) * blocks_;
+    }
+
+private:
+    static constexpr unsigned long kRows = MatchVector<Rows64>::kRows;
+    static constexpr unsigned long kLikelyUnits = 63;  // different ones
+
+    unsigned long blocks_ = 0;
+    UnitNumbers<> numbers_;
+    std::vector<Rows64> rows_;  // by number, and by block
 };
 
 // One column of the matrix in a block of 64 rows. Before the first unit of the text each row is one
@@ -126,8 +137,8 @@ template <class Rows>
 bool isWithin(unsigned long limit, MatchVector<Rows> const& pattern, unsigned long rows,
               Pieces text);
 
-// Works on texts of any length, and keeps its memory from one call to the next: some 25 bytes for
-// each unit of the pattern.
+// Works on texts of any length, and keeps its memory from one call to the next: an eighth of a byte
+// for each unit of the pattern and each different one, and some 130 bytes for each different one.
 class BandedDistance {
 public:
     // True when the distance is at most `limit`.
@@ -149,14 +160,13 @@ private:
 
     void fillMatches(Pieces pattern);
 
-    // By block of 64 rows.
-    std::vector<MatchVector<Rows64>> matches_;
-    std::vector<BlockColumn> columns_;
-    bool isOfSame_ = false;  // what fills `matches_`
+    MatchBlocks matches_;
+    std::vector<BlockColumn> columns_;  // by block of 64 rows
+    bool isOfSame_ = false;             // what fills `matches_`
 };
 
 // True when the distance of two texts of any length is at most `limit`. Allocates when both have
-// more than 64 units.
+// more than 128 units.
 bool isWithin(unsigned long limit, Pieces first, Pieces second);
 
 }  // namespace comparer

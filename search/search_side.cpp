@@ -58,10 +58,8 @@ bool SearchSide::isLeftWithin(unsigned long limit, Pieces const& entryLeft) {
     Pieces const left(left_, rows);
     auto const& [pattern, text] = std::minmax(
         left, entryLeft, [](auto const& a, auto const& b) { return a.units < b.units; });
-    // Either of the first two leaves the rows of all words in place.
-    if (pattern.units <= MatchVector<Rows64>::kRows) return isWithin(limit, pattern, text);
-    if (pattern.units <= MatchVector<Rows128>::kRows)
-        return isWithin(limit, RowsOfWords<Rows128>(pattern.pieces).all, pattern.units, text);
+    // The first leaves the rows of all words in place.
+    if (pattern.units <= MatchVector<Rows128>::kRows) return isWithin(limit, pattern, text);
     return banded_.isWithin(limit, pattern, text);
 }
 
@@ -77,34 +75,31 @@ bool SearchSide::isSparselyWithin(unsigned long spare, Pieces const& entryLeft) 
 }
 
 template <class Rows>
-SearchSide::RowsOfWords<Rows>::RowsOfWords(std::span<Utf16View const> words) {
-    unsigned long row = 0;
-    for (Utf16View const word : words) {
-        for (unsigned short const unit : word)
-            all.add(unit, row++);
-    }
-    left = all;
-}
-
-template <class Rows>
-bool SearchSide::isWithinRows(std::optional<RowsOfWords<Rows>>& rows, unsigned long limit,
+bool SearchSide::isWithinRows(std::optional<MatchVector<Rows>>& match, unsigned long limit,
                               Pieces const& entryLeft) {
-    if (!rows) rows.emplace(words());
-    return isWithin(limit, leftOf(*rows), units() - cancelledUnits_, entryLeft);
+    if (!match) {
+        match.emplace();
+        unsigned long row = 0;
+        for (Utf16View const word : words()) {
+            for (unsigned short const unit : word)
+                match->add(unit, row++);
+        }
+        match->keepRows();
+    }
+    match->takeRowsBack();
+    if (cancelledUnits_ != 0) takeOutCancelled(*match);
+    return isWithin(limit, *match, units() - cancelledUnits_, entryLeft);
 }
 
 template <class Rows>
-MatchVector<Rows> const& SearchSide::leftOf(RowsOfWords<Rows>& rows) const {
-    if (cancelledUnits_ == 0) return rows.all;
-    rows.left.copyRows(rows.all);
+void SearchSide::takeOutCancelled(MatchVector<Rows>& match) const {
     // From the last word on, since the rows above move down.
     auto const all = words();
     unsigned long row = units();
     for (unsigned long i = all.size(); i-- > 0;) {
         row -= all[i].size();
-        if (cancelledBy_[i] == entry_) rows.left.removeRows(row, all[i].size());
+        if (cancelledBy_[i] == entry_) match.removeRows(row, all[i].size());
     }
-    return rows.left;
 }
 
 }  // namespace comparer

@@ -49,22 +49,13 @@ public:
     bool isLeftWithin(unsigned long limit, Pieces const& entryLeft);
 
 private:
-    // The rows of all words, and of those that are left.
-    template <class Rows>
-    struct RowsOfWords {
-        explicit RowsOfWords(std::span<Utf16View const> words);
-
-        MatchVector<Rows> all;
-        MatchVector<Rows> left;
-    };
-
     UnitHistogram const& orderedHistogram();
     template <class Rows>
-    bool isWithinRows(std::optional<RowsOfWords<Rows>>& rows, unsigned long limit,
+    bool isWithinRows(std::optional<MatchVector<Rows>>& match, unsigned long limit,
                       Pieces const& entryLeft);
     bool isSparselyWithin(unsigned long spare, Pieces const& entryLeft);
     template <class Rows>
-    MatchVector<Rows> const& leftOf(RowsOfWords<Rows>& rows) const;
+    void takeOutCancelled(MatchVector<Rows>& match) const;
 
     // The list grows, and what it holds behind them changes.
     std::span<Utf16View const> words() const {
@@ -83,8 +74,8 @@ private:
     unsigned long cancelledCount_ = 0;
     unsigned long cancelledUnits_ = 0;
 
-    std::optional<RowsOfWords<Rows64>> fewRows_;    // of up to 64 units
-    std::optional<RowsOfWords<Rows128>> moreRows_;  // of up to 128
+    std::optional<MatchVector<Rows64>> fewRows_;    // of up to 64 units
+    std::optional<MatchVector<Rows128>> moreRows_;  // of up to 128
     BandedDistance banded_;                         // of more
     std::optional<SparseAlignment> sparse_;         // of more, where few edits are to spare
     std::vector<Utf16View> left_;

@@ -26,29 +26,33 @@ constexpr unsigned long kNoRow = 32 * (kMaxTextLength / 32 + 1) - 1;
 
 }  // namespace
 
-SparseAlignment::SparseAlignment(std::span<Utf16View const> words)
-    : units_(words), blocks_(1UL + units_.count()) {
+SparseAlignment::SparseAlignment(std::span<Utf16View const> words) {
     starts_.reserve(words.size() + 1);
     unsigned long units = 0;
     for (Utf16View const word : words) {
         starts_.push_back(static_cast<unsigned short>(units));
         units += word.size();
+        for (unsigned short const unit : word)
+            units_.add(unit);
     }
     assert(units <= kMaxTextLength);
     starts_.push_back(static_cast<unsigned short>(units));
+    blocks_.resize(1UL + units_.count());
     std::vector<unsigned short> lasts(blocks_.size());
     unsigned long row = 0;
     for (unsigned long word = 0; word < words.size(); ++word) {
-        for (unsigned short const unit : words[word])
-            addRow(unit, lasts[units_.of(unit)], row++);
+        for (unsigned short const unit : words[word]) {
+            auto const first = static_cast<unsigned short>(units_.of(unit));
+            addRow(first, lasts[first], row++);
+        }
         flip(word);
     }
 }
 
-void SparseAlignment::addRow(unsigned short unit, unsigned short& last, unsigned long row) {
+void SparseAlignment::addRow(unsigned short first, unsigned short& last, unsigned long row) {
     auto const number = static_cast<unsigned short>(row / kBlockRows);
     if (last == 0) {
-        last = units_.of(unit);
+        last = first;
         blocks_[last].number = number;
     } else if (blocks_[last].number != number) {
         auto const added = static_cast<unsigned short>(blocks_.size());
@@ -101,7 +105,7 @@ bool SparseAlignment::isWithin(unsigned long spare, Pieces const& text) const {
         for (unsigned short const unit : piece) {
             if (toCome <= spare && reach[spare - toCome] + toCome <= rowsLeft) return true;
             --toCome;
-            unsigned short firstBlock = units_.of(unit);
+            auto firstBlock = static_cast<unsigned short>(units_.of(unit));
             for (unsigned long k = spare;; --k) {
                 unsigned long least = nextOf(firstBlock, reach[k]);
                 if (k >= 1) least = std::min(least, next(reach[k - 1]));

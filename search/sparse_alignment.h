@@ -11,8 +11,8 @@
 
 #include "compare/bit_parallel_distance.h"
 #include "compare/text_limit.h"
+#include "compare/unit_numbers.h"
 #include "compare/utf16_string.h"
-#include "search/unit_numbers.h"
 
 namespace comparer {
 
@@ -48,8 +48,8 @@ private:
         unsigned short next = 0;  // of the same unit: its place among all blocks; 0 is none
     };
 
-    // `last` is the place of the unit's last block, or 0.
-    void addRow(unsigned short unit, unsigned short& last, unsigned long row);
+    // `first` is the place of the unit's first block, `last` of its last one, or 0.
+    void addRow(unsigned short first, unsigned short& last, unsigned long row);
     // Both give the row behind the first one that is not left out, from `row` on. `firstBlock` goes
     // on past the blocks above `row`.
     unsigned long nextOf(unsigned short& firstBlock, unsigned long row) const;
@@ -60,7 +60,7 @@ private:
     void flip(unsigned long word);
 
     std::vector<unsigned short> starts_;  // of the words, and the end
-    UnitNumbers units_;
+    UnitNumbers<> units_;
     // The first ones of all units, by number, behind one that stands for none; then all others.
     std::vector<Block> blocks_;
     // A bit for each row that is not left out; the last one is never set.
