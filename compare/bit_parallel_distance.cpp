@@ -118,17 +118,12 @@ Rows step(Rows& VP, Rows& VN, Rows Eq) {
     return step(VP, VN, Eq, carry);
 }
 
-// Goes on by one unit in these blocks, from the upper to the lower, and gives D0 of the `wanted`
-// one. `rows` are those of the unit. A function of its own, so that its loop has all registers.
-[[gnu::noinline]] Rows64 stepBlocks(std::span<BlockColumn> blocks, Rows64 const* rows,
-                                    BlockColumn const* wanted) {
-    Rows64 wantedD0 = 0;
+// Goes on by one unit in these blocks, from the upper to the lower. `rows` are those of the unit. A
+// function of its own, so that its loop has all registers.
+[[gnu::noinline]] void stepBlocks(std::span<BlockColumn> blocks, Rows64 const* rows) {
     Carry carry = kTopRow;
-    for (BlockColumn& block : blocks) {
-        Rows64 const D0 = step(block.VP, block.VN, *rows++, carry);
-        wantedD0 = &block == wanted ? D0 : wantedD0;
-    }
-    return wantedD0;
+    for (BlockColumn& block : blocks)
+        block.D0 = step(block.VP, block.VN, *rows++, carry);
 }
 
 // How many more edits the limit allows at the cell on the last diagonal, column by column.
@@ -260,11 +255,11 @@ unsigned long BandedDistance::upToOfFilled(unsigned long limit, bool isAnswerEno
     auto const goOn = [&](Rows64 const* rowsOfUnit) {
         unsigned long const top = (column > lead ? column - lead : 0) / kBlockRows;
         unsigned long const bottom = std::min(column + lag, lastRow) / kBlockRows;
-        bool const isOnDiagonal = diagonal.next();
-        unsigned long const wanted = isOnDiagonal ? diagonal.row() / kBlockRows : top;
-        Rows64 const D0 = stepBlocks({&columns_[top], &columns_[bottom] + 1}, rowsOfUnit + top,
-                                     &columns_[wanted]);
-        if (isOnDiagonal) diagonal.step(D0 >> diagonal.row() % kBlockRows);
+        stepBlocks({&columns_[top], &columns_[bottom] + 1}, rowsOfUnit + top);
+        if (diagonal.next()) {
+            unsigned long const row = diagonal.row();
+            diagonal.step(columns_[row / kBlockRows].D0 >> row % kBlockRows);
+        }
         ++column;
         return !diagonal.isAbove() && !(isAnswerEnough && diagonal.isSettled());
     };

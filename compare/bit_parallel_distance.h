@@ -99,13 +99,12 @@ public:
     void clear(unsigned long rows) {
         blocks_ = (rows + kRows - 1) / kRows;
         numbers_.clear();
-        rows_.reserve((std::min(rows, kLikelyUnits) + 1) * blocks_);
-        rows_.assign(blocks_, 0);
+        rows_.assign((std::min(rows, kLikelyUnits) + 1) * blocks_, 0);
     }
 
     void add(unsigned short unit, unsigned long row) {
         unsigned long const begin = numbers_.add(unit) * blocks_;
-        if (begin == rows_.size()) rows_.resize(begin + blocks_);
+        if (begin == rows_.size()) rows_.resize(2 * begin);
         rows_[begin + row / kRows] |= Rows64{1} << row % kRows;
     }
 
@@ -116,7 +115,7 @@ public:
 
 private:
     static constexpr unsigned long kRows = MatchVector<Rows64>::kRows;
-    static constexpr unsigned long kLikelyUnits = 63;  // different ones
+    static constexpr unsigned long kLikelyUnits = 31;  // different ones
 
     unsigned long blocks_ = 0;
     UnitNumbers<> numbers_;
@@ -128,6 +127,7 @@ private:
 struct BlockColumn {
     std::uint64_t VP = ~std::uint64_t{0};
     std::uint64_t VN = 0;
+    std::uint64_t D0 = 0;  // of the step that led here
 };
 
 // True when the distance between the pattern (of `rows` units, as many as it may have at most) and

@@ -39,13 +39,14 @@ class UnitNumbers {
 public:
     UnitNumbers() {
         pages_.reserve(kLikelyPages);
-        clear();
+        pages_.emplace_back();  // of the units that have no other
     }
 
     void clear() {
+        if (count_ == 0) return;
         pageOf_.fill(0);
         pages_.clear();
-        pages_.emplace_back();  // of the units that have no other
+        pages_.emplace_back();
         count_ = 0;
     }
 
@@ -77,9 +78,9 @@ private:
     static constexpr unsigned kPages = (1U << 16U) / kUnitsOfPage;
     static constexpr unsigned kLikelyPages = 8;
 
-    std::array<Number, kPages> pageOf_;  // by the upper part of a unit
+    std::array<Number, kPages> pageOf_{};  // by the upper part of a unit
     Pages pages_;
-    unsigned count_;
+    unsigned count_ = 0;
 };
 
 }  // namespace comparer
