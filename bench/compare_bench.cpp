@@ -86,6 +86,15 @@ void addCompareCases() {
         Pairs const ordinary = pairOf(randomWords(400, 4));
         race(state, {attackCase(colliding, ordinary, 40)}, 1);
     });
+    // Units that have the same low bits, so that they share their place in many a table.
+    addCase("compare/attack_units", [](auto& state) {
+        Pairs slow(1);
+        for (char16_t unit = 0x100; slow[0].first.size() < 500; unit += 0x80)
+            slow[0].first += unit ^ unit >> 3U;
+        slow[0].second.assign(slow[0].first.rbegin(), slow[0].first.rend());
+        Pairs const ordinary{{oneWord(500, 1), oneWord(500, 2)}};
+        race(state, {attackCase(slow, ordinary, 40)}, 1);
+    });
     addCase("component", [](auto& state) { race(state, {componentCase()}, 1); });
 }
 

@@ -189,8 +189,9 @@ Search forLongWord(bool isAttack, std::size_t length, std::u16string const& shar
 
 // Units whose places in a table, by their low bits, are next to each other; the entries' unit,
 // which the text does not have, has the first place.
+template <std::size_t kUnits>
 Search forUnitsInARow(bool isAttack) {
-    Search search = forLongWord(isAttack, 980, u"", u"\u9000;");
+    Search search = forLongWord(isAttack, 980, u"", std::u16string(kUnits, u'\u9000') + u';');
     for (std::size_t i = 0; isAttack && i < 980; ++i)
         search.text[i] = static_cast<char16_t>(0x5000 + (i ^ i >> 3U ^ i >> 6U ^ i >> 9U));
     return search;
@@ -215,7 +216,8 @@ constexpr Attack kAttacks[] = {
     {"one_unit_entries", 1, [](bool isAttack) { return forLongWord(isAttack, 980, u"", u"e;"); }},
     {"shared_words", 1, [](bool isAttack) { return forLongWord(isAttack, 981, u" x", u"x e;"); }},
     {"shared_and_more", 1, forLongWordInPart},
-    {"units_in_a_row", 1, forUnitsInARow},
+    {"units_in_a_row", 1, forUnitsInARow<1>},
+    {"many_units_in_a_row", 1, forUnitsInARow<100>},
 };
 
 void addAttacks() {
