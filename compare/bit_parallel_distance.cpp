@@ -218,6 +218,31 @@ bool isWithin(unsigned long limit, MatchVector<Rows> const& pattern, unsigned lo
 template bool isWithin(unsigned long, MatchVector<Rows64> const&, unsigned long, Pieces);
 template bool isWithin(unsigned long, MatchVector<Rows128> const&, unsigned long, Pieces);
 
+Rows64& MatchBlocks::rowsIn(unsigned number, unsigned long block) {
+    if (number < kMostUnits) {
+        unsigned long const begin = number * blocks_;
+        if (begin == rows_.size()) rows_.resize(2 * begin);
+        return rows_[begin + block];
+    }
+    if (number - kMostUnits == lastOf_.size()) lastOf_.push_back(kNone);
+    std::uint32_t& last = lastOf_[number - kMostUnits];
+    // Blocks are filled one after the other.
+    if (last == kNone || others_[last].block != block) {
+        others_.push_back({0, static_cast<std::uint32_t>(block), last});
+        last = static_cast<std::uint32_t>(others_.size() - 1);
+    }
+    return others_[last].rows;
+}
+
+Rows64 const* MatchBlocks::gather(unsigned number) {
+    isSecond_ = !isSecond_;
+    Rows64* const rows = gathered_.data() + (isSecond_ ? blocks_ : 0);
+    std::fill_n(rows, blocks_, 0);
+    for (std::uint32_t at = lastOf_[number - kMostUnits]; at != kNone; at = others_[at].previous)
+        rows[others_[at].block] = others_[at].rows;
+    return rows;
+}
+
 void BandedDistance::fillMatches(Pieces pattern) {
     isOfSame_ = false;
     matches_.clear(pattern.units);

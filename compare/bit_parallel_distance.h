@@ -92,34 +92,54 @@ private:
     bool areRowsOut_ = false;
 };
 
-// The same for any number of rows, in blocks of 64.
+// The same for any number of rows, in blocks of 64. The first different units have a row for each
+// block; of the others, of which few texts have any, only blocks where they stand take memory.
 class MatchBlocks {
 public:
     // For a pattern of so many rows.
     void clear(unsigned long rows) {
         blocks_ = (rows + kRows - 1) / kRows;
         numbers_.clear();
-        rows_.assign((std::min(rows, kLikelyUnits) + 1) * blocks_, 0);
+        rows_.assign((kLikelyUnits + 1) * blocks_, 0);
+        others_.clear();
+        lastOf_.clear();
+        gathered_.resize(2 * blocks_);
     }
 
     void add(unsigned short unit, unsigned long row) {
-        unsigned long const begin = numbers_.add(unit) * blocks_;
-        if (begin == rows_.size()) rows_.resize(2 * begin);
-        rows_[begin + row / kRows] |= Rows64{1} << row % kRows;
+        unsigned const number = numbers_.add(unit);
+        rowsIn(number, row / kRows) |= Rows64{1} << row % kRows;
     }
 
-    // Those of all blocks, one behind the other.
-    Rows64 const* rowsOf(unsigned short unit) const {
-        return rows_.data() + numbers_.of(unit) * blocks_;
+    // Those of all blocks, one behind the other; valid until the next call but one.
+    Rows64 const* rowsOf(unsigned short unit) {
+        unsigned const number = numbers_.of(unit);
+        return number < kMostUnits ? rows_.data() + number * blocks_ : gather(number);
     }
 
 private:
     static constexpr unsigned long kRows = MatchVector<Rows64>::kRows;
-    static constexpr unsigned long kLikelyUnits = 31;  // different ones
+    static constexpr unsigned kLikelyUnits = 31;  // different ones
+    static constexpr unsigned kMostUnits = 64;    // with a row for each block, and one without any
+    static constexpr std::uint32_t kNone = UINT32_MAX;
+
+    // Of a unit in a block.
+    struct Other {
+        Rows64 rows;
+        std::uint32_t block;
+        std::uint32_t previous;  // of the same unit
+    };
+
+    Rows64& rowsIn(unsigned number, unsigned long block);
+    Rows64 const* gather(unsigned number);
 
     unsigned long blocks_ = 0;
     UnitNumbers<> numbers_;
-    std::vector<Rows64> rows_;  // by number, and by block
+    std::vector<Rows64> rows_;           // by number, and by block
+    std::vector<Other> others_;          // of the units from kMostUnits on
+    std::vector<std::uint32_t> lastOf_;  // by number from kMostUnits on: in `others_`
+    std::vector<Rows64> gathered_;       // for two units
+    bool isSecond_ = false;              // the half of them that is next
 };
 
 // One column of the matrix in a block of 64 rows. Before the first unit of the text each row is one
@@ -137,8 +157,8 @@ template <class Rows>
 bool isWithin(unsigned long limit, MatchVector<Rows> const& pattern, unsigned long rows,
               Pieces text);
 
-// Works on texts of any length, and keeps its memory from one call to the next: an eighth of a byte
-// for each unit of the pattern and each different one, and some 130 bytes for each different one.
+// Works on texts of any length, and keeps its memory from one call to the next: at most some 40
+// bytes for each unit of the pattern, and 130 for each different one.
 class BandedDistance {
 public:
     // True when the distance is at most `limit`.
