@@ -96,8 +96,7 @@ TEST(Decisions, LeaveOutAndMarkWhatTheyName) {
         // The last word counts, and no word is none.
         {"a,b,decision\n2,1,rejected\n3,3,\n2,1,accepted\n", " --top 1",
          ball + ",accepted\n" + cup + ",\n"},
-        {"text_id,b,decision\n7,1,rejected\n9,1,rejected\n", " --text-id id",
-         bowl + ",\n" + cup + ",\n"},
+        {"text_id,b,decision\n7,1,rejected\n", " --text-id id", bowl + ",\n" + cup + ",\n"},
     };
     for (auto const& [rows, more, output] : cases) {
         Ending const ending = with(rows, more);
@@ -119,6 +118,13 @@ TEST(Decisions, LeaveOutAndMarkWhatTheyName) {
         EXPECT_EQ(ending.status, 2);
     }
     EXPECT_EQ(with("2,1\n", " --part").status, 2) << "lines of which part?";
+    for (auto const& [more, error] :
+         {std::pair("", "d.csv:3: there is no text with the id '9'"), {" --part", ""}}) {
+        Ending const ending = with("text_id,b,decision\n7,1,rejected\n9,1,rejected\n",
+                                   std::string(" --text-id id") + more);
+        EXPECT_EQ(ending.status, *error == '\0' ? 0 : 2);
+        EXPECT_NE(ending.errors.find(error), std::string::npos) << ending.errors;
+    }
 }
 
 // A page tells by its end that nothing is missing.

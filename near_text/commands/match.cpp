@@ -62,8 +62,8 @@ Status execute(MatchSettings const& settings) {
         writer);
     if (writer.isWhole()) output.write(format.ending());
     output.flush();
-    // The ids of a part need not be all.
-    if (isWhole && !settings.isPart && !settings.pairNaming.hasTextIds) decisions.requireAllSeen();
+    // Other parts may have the rest.
+    if (isWhole && !settings.isPart) decisions.requireAllSeen();
     return settings.isPart && writer.isWhole() ? Status::Found : status;
 }
 
