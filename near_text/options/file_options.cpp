@@ -72,9 +72,10 @@ void FileOptions::addIds(CLI::App& command) {
     add("--entry-id", entries_, "entries");
 }
 
-KnownPairs::Naming FileOptions::pairNaming(bool isWithin) const {
+KnownPairs::Naming FileOptions::pairNaming(bool isWithin, bool hasDecisions) const {
     bool const hasTextIds = !texts_.id.empty();
-    return {hasTextIds, isWithin ? hasTextIds : !entries_.id.empty(), hasHeader_, isWithin};
+    return {hasTextIds, isWithin ? hasTextIds : !entries_.id.empty(), hasHeader_, isWithin,
+            hasDecisions};
 }
 
 void FileOptions::validateWithin() const {

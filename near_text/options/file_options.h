@@ -48,7 +48,7 @@ public:
     bool hasEntryColumn() const { return entries_.isTable(); }
 
     // With what `addIds` takes.
-    KnownPairs::Naming pairNaming(bool isWithin = false) const;
+    KnownPairs::Naming pairNaming(bool isWithin = false, bool hasDecisions = false) const;
     // `users` are the options that make use of ids; `hasPairs` says whether one is given.
     void validateIds(bool hasPairs, std::string const& users) const;
 
