@@ -132,6 +132,7 @@ void FileOptions::addReading(CLI::App& command) {
         .add_option("--text-encoding", texts_.encoding, "The encoding of the texts, if it differs")
         ->type_name("NAME")
         ->group(kFilesGroup);
+    entries_.delimiterOption = "--entry-delimiter";
     texts_.encodingOption = "--text-encoding";
     entries_.encodingOption = "--entry-encoding";
     command
@@ -172,6 +173,7 @@ Source FileOptions::source(GivenSource const& given, std::string const& columnOp
                   columnOption,
                   other.isTable()};
     source.file.encodingOption = given.encodingOption;
+    source.layout.delimiterOption = given.delimiterOption;
     if (hasEnding(given.file, ".tsv")) source.layout.delimiter = '\t';
     std::string const& delimiter = given.delimiter.empty() ? delimiter_ : given.delimiter;
     if (!delimiter.empty()) source.layout.delimiter = delimiterOf(delimiter);

@@ -17,10 +17,11 @@ struct GivenSource {
     std::string file;
     std::vector<std::string> columns;
     std::vector<std::string> keep;
-    std::string id;                             // the column of ids
-    std::string delimiter;                      // of this one alone
-    std::string encoding;                       // likewise
-    std::string encodingOption = "--encoding";  // that gives it
+    std::string id;                               // the column of ids
+    std::string delimiter;                        // of this one alone
+    std::string delimiterOption = "--delimiter";  // that gives it
+    std::string encoding;                         // likewise
+    std::string encodingOption = "--encoding";    // that gives it
 
     bool isTable() const { return !columns.empty(); }
 };
