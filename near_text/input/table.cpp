@@ -43,8 +43,9 @@ char delimiterOf(std::string const& name) {
     if (name == "tab" || name == "\\t" || name == "\t") return '\t';
     bool const isUsable = name.size() == 1 && name[0] >= ' ' && name[0] < 127 && name[0] != '"';
     if (!isUsable) {
-        throw std::runtime_error('\'' + onOneLine(name) +
-                                 "' is neither one ASCII character nor tab");
+        throw std::runtime_error(
+            '\'' + onOneLine(name) +
+            "' is neither tab nor one printable ASCII character other than a double quote");
     }
     return name[0];
 }
