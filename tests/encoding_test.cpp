@@ -122,8 +122,9 @@ TEST(Encoding, TellsOnceWhatAFileLooksLike) {
               }).find("is not UTF-8"),
               std::string::npos);
     // Bad lines are told one by one where the rest is good.
-    for (std::string const& bytes : {russian + encoded("windows-1251", "Молоток\n") + russian,
-                                     "caf\xE9\n"s, "a\0b\0c\0\n"s, std::string(12, '\0')})
+    for (std::string const& bytes :
+         {russian + encoded("windows-1251", "Молоток\n") + russian, "caf\xE9\n"s, "a\0b\0c\0\n"s,
+          "a\1b\1c\1d\1efghijklmnop\n"s, std::string(12, '\0')})
         EXPECT_EQ(decoded("", bytes, 1 << 16), bytes);
 }
 

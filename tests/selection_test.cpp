@@ -96,8 +96,7 @@ TEST(Decisions, LeaveOutAndMarkWhatTheyName) {
         // The last word counts, and no word is none.
         {"a,b,decision\n2,1,rejected\n3,3,\n2,1,accepted\n", " --top 1",
          ball + ",accepted\n" + cup + ",\n"},
-        {"text_id,b,decision\n7,1,rejected\n9,1,rejected\n", " --text-id id",
-         bowl + ",\n" + cup + ",\n"},
+        {"text_id,b,decision\n7,1,rejected\n", " --text-id id", bowl + ",\n" + cup + ",\n"},
     };
     for (auto const& [rows, more, output] : cases) {
         Ending const ending = with(rows, more);
@@ -107,7 +106,9 @@ TEST(Decisions, LeaveOutAndMarkWhatTheyName) {
     std::pair<std::string, std::string> const faults[] = {
         {"a,b,decision\n2,1,yes\n", "d.csv:2: 'yes' is neither accepted nor rejected"},
         {"a,b,decision\n2,1\n", "d.csv:2: "},
-        {"a,b,verdict\n2,1,rejected\n", "d.csv:2: 'rejected' is in no column"},
+        {"a,b,verdict\n2,1,rejected\n", "d.csv:1: no column has the heading decision"},
+        {"2,1,100,verworfen\n", "d.csv:1: no column has the heading decision"},
+        {"entry_line,line,decision\n2,1,rejected\n", "are called 'entry_line' and 'line'"},
         {"a,b,decision\n2,9,rejected\n", "d.csv:2: there is no entry in line 9"},
         {"a,b,decision\n9,1,rejected\n", "d.csv:2: there is no text in line 9"},
         {"text_id,b,decision\n7,1,rejected\n",
@@ -119,6 +120,16 @@ TEST(Decisions, LeaveOutAndMarkWhatTheyName) {
         EXPECT_EQ(ending.status, 2);
     }
     EXPECT_EQ(with("2,1\n", " --part").status, 2) << "lines of which part?";
+    std::string const missing = "text_id,b,decision\n7,1,rejected\n9,1,rejected\n";
+    Case const withIds[] = {
+        {missing, "", "d.csv:3: there is no text with the id '9'"},
+        {missing, " --part", ""},
+        {"line,entry_line,decision\n", "", "d.csv:1: 'line' names lines, but ids are read"}};
+    for (auto const& [rows, more, error] : withIds) {
+        Ending const ending = with(rows, " --text-id id" + more);
+        EXPECT_EQ(ending.status, error.empty() ? 0 : 2);
+        EXPECT_NE(ending.errors.find(error), std::string::npos) << ending.errors;
+    }
 }
 
 // A page tells by its end that nothing is missing.

@@ -1,11 +1,26 @@
 #include <optional>
 
 #include "near_text/commands/commands.h"
+#include "near_text/matching/id_check.h"
 #include "near_text/matching/read_entries.h"
+#include "near_text/messages/messages.h"
 #include "near_text/output/output.h"
 #include "near_text/run/mutual_matches.h"
 
 namespace near_text {
+
+namespace {
+
+void noteEntriesAlike(EntryList const& list, std::string const& file) {
+    IdCheck ids;
+    for (std::size_t i = 0; i < list.entries.size(); ++i) {
+        Entry const entry = list.entry(i);
+        ids.see(entry.id, placeOf(file, entry.place));
+    }
+    ids.noteThoseAlike();
+}
+
+}  // namespace
 
 Status execute(MatchSettings const& settings) {
     Preparer const preparer = readPreparer(settings.search);
@@ -29,11 +44,16 @@ Status execute(MatchSettings const& settings) {
     if (!settings.isPart) output.write(format.heading(layout));
     MatchWriter writer(output, settings.texts.file, settings.run.isStrict);
     std::optional<MutualMatches> mutual;
-    bool isWhole = false;
+    bool isWhole = false, isEmpty = true;
+    bool const checksTextIds = format.isPage && settings.pairNaming.hasTextIds;
+    IdCheck textIds;
     auto const read = [&](TextRow& row) {
         isWhole = !reader.next(row);
-        if (!isWhole) decisions.see(row);
-        return !isWhole;
+        if (isWhole) return false;
+        isEmpty = false;
+        decisions.see(row);
+        if (checksTextIds && row.fault.empty()) textIds.see(row.id, reader.place());
+        return true;
     };
     auto const next = [&, &entries = list](TextRow& row) {
         if (!settings.isMutual) return read(row);
@@ -62,8 +82,13 @@ Status execute(MatchSettings const& settings) {
         writer);
     if (writer.isWhole()) output.write(format.ending());
     output.flush();
-    // The ids of a part need not be all.
-    if (isWhole && !settings.isPart && !settings.pairNaming.hasTextIds) decisions.requireAllSeen();
+    textIds.noteThoseAlike();
+    if (format.isPage && settings.pairNaming.hasEntryIds)
+        noteEntriesAlike(list, shownName(settings.entries.file.name));
+    if (isWhole && isEmpty && !settings.isPart)
+        complain("note: " + shownName(settings.texts.file.name) + " contains no text");
+    // Other parts may have the rest.
+    if (isWhole && !settings.isPart) decisions.requireAllSeen();
     return settings.isPart && writer.isWhole() ? Status::Found : status;
 }
 

@@ -46,7 +46,10 @@ Indices askedIndices(TextSearchSettings const& settings, EntryList const& list) 
         }
         bool const isFile = std::holds_alternative<Source>(settings.entries);
         std::string const name = (isFile ? "line " : "place ") + std::to_string(place);
-        if (place > list.places) throw std::runtime_error("there is no " + name);
+        if (place > list.places)
+            throw std::runtime_error(shownName(fileOf(settings.entries).name) + ": there is no " +
+                                     name);
+
         complain("note: " + name + " contains no word, so it is not an entry and has no index");
     }
     return indices;
@@ -139,6 +142,8 @@ Status execute(TextSearchSettings const& settings) {
     if (settings.isTruncating && truncate(text)) {
         complain("note: TEXT cut to " + std::to_string(text.size()) + " units");
     }
+    if (!reference::holdsWord(text) && settings.explainedPlaces.empty())
+        complain("note: TEXT contains no word, so nothing is similar to it");
     SearchTerms const terms = readTerms(settings.search);
     EntryFile const entries = readList(settings, preparer);
     auto const excluded = reference::readExclusions(terms.exclusions, entries.list.separator);

@@ -5,6 +5,7 @@
 #include "near_text/commands/commands.h"
 #include "near_text/matching/read_entries.h"
 #include "near_text/messages/interrupt.h"
+#include "near_text/messages/messages.h"
 #include "near_text/output/output.h"
 #include "near_text/run/list_rows.h"
 #include "near_text/run/run.h"
@@ -34,10 +35,11 @@ Status execute(SweepSettings const& settings) {
     ListRows rows(list);
     Output output(settings.output.encoding);
     MatchWriter writer(output, settings.texts.file, settings.run.isStrict);
-    bool isWhole = false;
+    bool isWhole = false, isEmpty = true;
     auto const next = [&](TextRow& row) {
         if (isWithin) return rows.next(row);
         isWhole = !reader->next(row);
+        isEmpty &= isWhole;
         if (!isWhole) pairs.see(row);
         return !isWhole;
     };
@@ -51,6 +53,8 @@ Status execute(SweepSettings const& settings) {
     Status const status = run(
         matchers, preparer, next, work,
         [](TextRow const&, std::string const&) { return std::string(); }, writer);
+    if (isWhole && isEmpty)
+        complain("note: " + shownName(settings.texts.file.name) + " contains no text");
     if (isWhole) pairs.requireAllSeen();
     if (signalCaught() == 0) {
         if (!isWithin && settings.pairs) sweep.countMutual(matchers, list);

@@ -81,8 +81,11 @@ std::string EncodingGuess::unitsHint(std::string_view bytes) {
     if (most >= kFew && upper3 <= most / 8 && least >= most && upper1 >= most)
         return hintOf("utf-32be");
     auto const [fewer, more] = std::minmax({uppers_.even(), uppers_.odd()});
+    // UTF-8 may have control characters, but hardly NULs, or one at nearly every other place.
+    bool const isNoText =
+        bytes.find('\0') != std::string_view::npos || more >= uppers_.places / 2 * 7 / 8;
     bool const isLikely =
-        more >= kFew && more >= uppers_.places / kMostBytesPerNull && fewer <= more / 8;
+        isNoText && more >= kFew && more >= uppers_.places / kMostBytesPerNull && fewer <= more / 8;
     return isLikely ? hintOf(uppers_.even() > uppers_.odd() ? "utf-16be" : "utf-16le")
                     : std::string();
 }

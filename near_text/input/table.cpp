@@ -43,16 +43,17 @@ char delimiterOf(std::string const& name) {
     if (name == "tab" || name == "\\t" || name == "\t") return '\t';
     bool const isUsable = name.size() == 1 && name[0] >= ' ' && name[0] < 127 && name[0] != '"';
     if (!isUsable) {
-        throw std::runtime_error('\'' + onOneLine(name) +
-                                 "' is neither one ASCII character nor tab");
+        throw std::runtime_error(
+            '\'' + onOneLine(name) +
+            "' is neither tab nor one printable ASCII character other than a double quote");
     }
     return name[0];
 }
 
 TableReader::TableReader(TextFile const& file, TableLayout layout)
-    : layout_(layout), reader_(file, kLongestRow) {
+    : layout_(std::move(layout)), reader_(file, kLongestRow) {
     hasFirst_ = read(first_);
-    if (!layout.hasHeader || (!hasFirst_ && layout.isPart)) return;
+    if (!layout_.hasHeader || (!hasFirst_ && layout_.isPart)) return;
     if (!hasFirst_) throw std::runtime_error(shownName(file.name) + ": has no header");
     if (!first_.fault.empty()) throw std::runtime_error(place(first_) + first_.fault);
     names_ = std::move(first_.fields);
@@ -107,10 +108,10 @@ void TableReader::refuseColumn(std::string const& nameOrNumber) const {
     }
     std::size_t const other =
         columns.size() == 1 ? columns[0].find_first_of(",;\t|") : std::string::npos;
-    if (other != std::string::npos) {
+    if (other != std::string::npos && layout_.delimiter != TableLayout::kGuessed) {
         std::string const delimiter(1, columns[0][other]);
-        message +=
-            ". Is the --delimiter " + (delimiter == "\t" ? "tab" : '\'' + delimiter + '\'') + '?';
+        message += ". Is the " + layout_.delimiterOption + ' ' +
+                   (delimiter == "\t" ? "tab" : '\'' + delimiter + '\'') + '?';
     }
     throw std::runtime_error(message);
 }

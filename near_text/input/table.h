@@ -21,6 +21,7 @@ struct TableLayout {
     char delimiter = ',';
     bool hasHeader = false;
     bool isPart = false;  // of a table: it may have no row, not even a header, but none cut short
+    std::string delimiterOption = "--delimiter";  // that gives this file's, for messages
 };
 
 struct Row {

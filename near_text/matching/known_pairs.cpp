@@ -14,6 +14,8 @@ namespace near_text {
 
 namespace {
 
+constexpr char const* kNoDecisions = "no column has the heading decision";
+
 // Whether a name is that word or contains it: text_id, ID 2.
 bool hasWord(std::string const& name, std::string const& word) {
     std::string words = " ";
@@ -27,6 +29,20 @@ bool hasWord(std::string const& name, std::string const& word) {
 
 bool namesIds(std::string const& name) {
     return hasWord(name, "id") || hasWord(name, "ids");
+}
+
+// Not an id of a record, such as "line 7".
+bool namesLines(std::string const& name) {
+    return (hasWord(name, "line") || hasWord(name, "lines")) &&
+           name.find_first_of("0123456789") == std::string::npos;
+}
+
+bool namesTexts(std::string const& name) {
+    return hasWord(name, "text") || hasWord(name, "texts");
+}
+
+bool namesEntries(std::string const& name) {
+    return hasWord(name, "entry") || hasWord(name, "entries");
 }
 
 bool isLineNumber(std::string const& cell) {
@@ -63,13 +79,12 @@ public:
         : pairs_(pairs),
           entries_(entries),
           isById_{pairs.naming_.hasTextIds, pairs.naming_.hasEntryIds},
-          table_(file, {.delimiter = TableLayout::kGuessed, .hasHeader = pairs.naming_.hasHeader}) {
+          table_(file, {.delimiter = TableLayout::kGuessed}) {
         table_.column("2");
-        findDecisions(table_.header());
-        std::size_t count = 0;
-        for (; table_.next(row_); ++count) {
+        for (bool isFirst = true; table_.next(row_); isFirst = false) {
             if (!row_.fault.empty()) throw refusal(row_.fault);
-            if (count > 0 || !isHeading()) takeRow();
+            if (isFirst) requireNames();
+            isFirst&& isHeading() ? takeHeading() : takeRow();
         }
         if (!hasPairs_) throw std::runtime_error(shownName(file.name) + " contains no pairs");
     }
@@ -79,26 +94,47 @@ private:
         return std::runtime_error(table_.place(row_) + reason);
     }
 
-    void findDecisions(std::vector<std::string> const& names) {
-        auto const found = std::find_if(names.begin(), names.end(), [](std::string const& name) {
-            return hasWord(name, "decision");
-        });
-        if (found == names.end()) return;
-        column_ = static_cast<std::size_t>(found - names.begin());
+    void findDecisions() {
+        auto const found = std::ranges::find_if(
+            row_.fields, [](std::string const& name) { return hasWord(name, "decision"); });
+        if (found == row_.fields.end()) return;
+        column_ = static_cast<std::size_t>(found - row_.fields.begin());
         table_.column(std::to_string(*column_ + 1));  // each row has to reach so far
     }
 
     // Of the first row.
-    bool isHeading() {
-        bool namesNothing = true;
+    bool isHeading() const {
         for (std::size_t i = 0; i < 2; ++i) {
             std::string const& cell = row_.fields[i];
-            namesNothing &= isById_[i] ? namesIds(cell) : !isLineNumber(cell);
+            if (isById_[i] ? !namesIds(cell) : isLineNumber(cell)) return pairs_.naming_.hasHeader;
+        }
+        return true;
+    }
+
+    // Columns are read by their places, so that what the first row says of them has to agree.
+    void requireNames() const {
+        for (std::size_t i = 0; i < 2; ++i) {
+            std::string const& cell = row_.fields[i];
             if (!isById_[i] && namesIds(cell))
                 throw refusal('\'' + cell + "' names ids, but line numbers are read");
+            if (isById_[i] && namesLines(cell) && !namesIds(cell))
+                throw refusal('\'' + cell + "' names lines, but ids are read");
         }
-        if (namesNothing) findDecisions(row_.fields);
-        return namesNothing;
+    }
+
+    void takeHeading() {
+        std::string const& text = row_.fields[0];
+        std::string const& entry = row_.fields[1];
+        bool const isSwapped = (namesEntries(text) && !namesEntries(entry)) ||
+                               (namesTexts(entry) && !namesTexts(text));
+        if (isSwapped && !pairs_.naming_.isWithin) {
+            throw refusal(
+                "the first column is read as that of texts, the second as that of "
+                "entries, but they are called '" +
+                text + "' and '" + entry + '\'');
+        }
+        findDecisions();
+        if (pairs_.naming_.hasDecisions && !column_) throw refusal(kNoDecisions);
     }
 
     void takeRow() {
@@ -107,6 +143,8 @@ private:
             if (!isById_[i] && !isLineNumber(row_.fields[i]))
                 throw refusal('\'' + row_.fields[i] + "' is not a line number");
         }
+        if (pairs_.naming_.hasDecisions && !column_ && row_.fields.size() > 2)
+            throw refusal(kNoDecisions);
         // Nobody who writes that means the pair to count.
         if (!column_ && std::ranges::find(row_.fields, "rejected") != row_.fields.end())
             throw refusal("'rejected' is in no column with the heading decision");

@@ -16,19 +16,22 @@ public:
     // A table whose first two columns name a text and an entry, by their lines or by their ids. In
     // a column with the word "decision" in its heading stands "accepted", or "rejected" where they
     // do not belong together, or nothing where nobody knows; without that column all are accepted.
+    // Where decisions are wanted, only a table of two columns without a heading may lack it.
     struct Naming {
         bool hasTextIds;
         bool hasEntryIds;
         bool hasHeader;  // in any case; else a first row that names nothing may be one
         bool isWithin;   // both are of one list, in either order
+        bool hasDecisions = false;
     };
 
     // None.
     KnownPairs() = default;
     // What the last row of the last file says about a pair is what counts. Throws
     // std::runtime_error, with the line, for an entry that does not exist or is to be a pair with
-    // itself, an id that is empty, a first row that names ids where lines are read, another
-    // decision or a rejection outside of that column, and a file without pairs.
+    // itself, an id that is empty, a first row that names ids where lines are read, the
+    // reverse, or entries ahead of texts, another decision or a rejection outside of that column,
+    // and a file without pairs.
     KnownPairs(std::vector<TextFile> const& files, Naming naming, EntryList const& list);
 
     // What a row of the texts is called.

@@ -3,6 +3,7 @@
 #include "near_text/options/command_line.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <cctype>
 #include <sstream>
 
@@ -72,7 +73,9 @@ CommandLine::CommandLine(std::filesystem::path const& defaultLibrary) : library_
 
 Settings CommandLine::read(int argc, char const* const* argv) {
     try {
-        app_.parse(argc, argv);
+        std::vector<std::string> arguments = withEmptyValues(app_, argc, argv);
+        std::ranges::reverse(arguments);  // as the parser takes them
+        app_.parse(std::move(arguments));
         refuseMisleading(app_, argc, argv);
         return readers_.at(app_.get_subcommands().front())(addIn());
     } catch (CLI::CallForVersion const&) {

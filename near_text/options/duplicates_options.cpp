@@ -48,7 +48,8 @@ Definition const kDuplicatesDefinition = {
     {"find the near pairs within one file",
      "Searches for each line of a file among all its lines and prints each pair once: under the "
      "earlier line, or under the later one if only that one finds the other. Every line, the first "
-     "one too, has the length that it has after a separator. No line is paired with itself.",
+     "one too, has the length that it has after a separator. No line is paired with itself. "
+     "The file has to be valid text as a whole: the first line that is not ends the run.",
      "0 pairs were found, 1 none was found, 2 a line or the run failed, 128 plus the signal's "
      "number if interrupted",
      {"near_text duplicates catalogue.txt --prepare --percent 85 --groups"}},

@@ -72,9 +72,10 @@ void FileOptions::addIds(CLI::App& command) {
     add("--entry-id", entries_, "entries");
 }
 
-KnownPairs::Naming FileOptions::pairNaming(bool isWithin) const {
+KnownPairs::Naming FileOptions::pairNaming(bool isWithin, bool hasDecisions) const {
     bool const hasTextIds = !texts_.id.empty();
-    return {hasTextIds, isWithin ? hasTextIds : !entries_.id.empty(), hasHeader_, isWithin};
+    return {hasTextIds, isWithin ? hasTextIds : !entries_.id.empty(), hasHeader_, isWithin,
+            hasDecisions};
 }
 
 void FileOptions::validateWithin() const {
@@ -131,6 +132,7 @@ void FileOptions::addReading(CLI::App& command) {
         .add_option("--text-encoding", texts_.encoding, "The encoding of the texts, if it differs")
         ->type_name("NAME")
         ->group(kFilesGroup);
+    entries_.delimiterOption = "--entry-delimiter";
     texts_.encodingOption = "--text-encoding";
     entries_.encodingOption = "--entry-encoding";
     command
@@ -171,6 +173,7 @@ Source FileOptions::source(GivenSource const& given, std::string const& columnOp
                   columnOption,
                   other.isTable()};
     source.file.encodingOption = given.encodingOption;
+    source.layout.delimiterOption = given.delimiterOption;
     if (hasEnding(given.file, ".tsv")) source.layout.delimiter = '\t';
     std::string const& delimiter = given.delimiter.empty() ? delimiter_ : given.delimiter;
     if (!delimiter.empty()) source.layout.delimiter = delimiterOf(delimiter);

@@ -17,10 +17,11 @@ struct GivenSource {
     std::string file;
     std::vector<std::string> columns;
     std::vector<std::string> keep;
-    std::string id;                             // the column of ids
-    std::string delimiter;                      // of this one alone
-    std::string encoding;                       // likewise
-    std::string encodingOption = "--encoding";  // that gives it
+    std::string id;                               // the column of ids
+    std::string delimiter;                        // of this one alone
+    std::string delimiterOption = "--delimiter";  // that gives it
+    std::string encoding;                         // likewise
+    std::string encodingOption = "--encoding";    // that gives it
 
     bool isTable() const { return !columns.empty(); }
 };
@@ -48,7 +49,7 @@ public:
     bool hasEntryColumn() const { return entries_.isTable(); }
 
     // With what `addIds` takes.
-    KnownPairs::Naming pairNaming(bool isWithin = false) const;
+    KnownPairs::Naming pairNaming(bool isWithin = false, bool hasDecisions = false) const;
     // `users` are the options that make use of ids; `hasPairs` says whether one is given.
     void validateIds(bool hasPairs, std::string const& users) const;
 

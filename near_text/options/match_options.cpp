@@ -116,7 +116,7 @@ ReadSettings define(CLI::App& command) {
                              !given->isMatched,
                              given->isMutual,
                              decisions,
-                             given->files.pairNaming()};
+                             given->files.pairNaming(false, true)};
     };
 }
 

@@ -9,6 +9,10 @@ namespace near_text {
 
 namespace {
 
+// There may be no words to exclude.
+constexpr char const* kMayBeEmpty = "--exclude";
+constexpr char const* kNoValue = "is given without a value";
+
 // What the user may have meant, and how it may be spelt.
 struct Candidate {
     std::string name;
@@ -111,14 +115,40 @@ std::string usageError(CLI::App const& app, CLI::ParseError const& error) {
     return name.starts_with('-') ? name + ": needs a value" : "--" + name + ": takes no value";
 }
 
+std::vector<std::string> withEmptyValues(CLI::App const& app, int argc, char const* const* argv) {
+    std::vector<CLI::App const*> commands = app.get_subcommands({});
+    commands.push_back(&app);
+    auto const takesValue = [&](std::string const& name) {
+        return std::ranges::any_of(commands, [&](CLI::App const* command) {
+            CLI::Option const* const option = command->get_option_no_throw(name);
+            return option != nullptr && option->get_items_expected_max() > 0;
+        });
+    };
+    std::vector<std::string> arguments;
+    bool isOption = true;
+    for (int i = 1; i < argc; ++i) {
+        arguments.emplace_back(argv[i]);
+        std::string& given = arguments.back();
+        isOption &= given != "--";
+        std::string const name = given.substr(0, given.find('='));
+        if (!isOption || !name.starts_with("--") || name + '=' != given || !takesValue(name))
+            continue;
+        if (name != kMayBeEmpty) refuse(name, kNoValue);
+        given = name;
+        arguments.emplace_back();
+    }
+    return arguments;
+}
+
 void refuseMisleading(CLI::App const& app, int argc, char const* const* argv) {
     CLI::App const& command = chosen(app);
-    for (CLI::Option const* option : command.get_options()) {
-        // There may be no words to exclude.
-        if (option->get_positional() || option->check_lname("exclude")) continue;
-        auto const& values = option->results();
-        if (std::find(values.begin(), values.end(), "") != values.end())
-            refuse(option->get_name(), "is given without a value");
+    for (CLI::App const* const owner : {&app, &command}) {
+        for (CLI::Option const* option : owner->get_options()) {
+            if (option->get_positional() || option->check_name(kMayBeEmpty)) continue;
+            auto const& values = option->results();
+            if (std::find(values.begin(), values.end(), "") != values.end())
+                refuse(option->get_name(), kNoValue);
+        }
     }
     for (int i = 1; i < argc && std::string_view(argv[i]) != "--"; ++i) {
         std::string const given = argv[i];
