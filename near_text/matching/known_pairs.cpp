@@ -84,7 +84,10 @@ public:
         for (bool isFirst = true; table_.next(row_); isFirst = false) {
             if (!row_.fault.empty()) throw refusal(row_.fault);
             if (isFirst) requireNames();
-            isFirst&& isHeading() ? takeHeading() : takeRow();
+            if (isFirst && isHeading())
+                takeHeading();
+            else
+                takeRow();
         }
         if (!hasPairs_) throw std::runtime_error(shownName(file.name) + " contains no pairs");
     }
