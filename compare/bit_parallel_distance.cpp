@@ -218,23 +218,19 @@ bool isWithin(unsigned long limit, MatchVector<Rows> const& pattern, unsigned lo
 template bool isWithin(unsigned long, MatchVector<Rows64> const&, unsigned long, Pieces);
 template bool isWithin(unsigned long, MatchVector<Rows128> const&, unsigned long, Pieces);
 
-Rows64& MatchBlocks::rowsIn(unsigned number, unsigned long block) {
-    if (number < kMostUnits) {
-        unsigned long const begin = number * blocks_;
-        if (begin == rows_.size()) rows_.resize(2 * begin);
-        return rows_[begin + block];
-    }
+void MatchBlocks::addToOthers(unsigned number, unsigned long row) {
     if (number - kMostUnits == lastOf_.size()) lastOf_.push_back(kNone);
     std::uint32_t& last = lastOf_[number - kMostUnits];
     // Blocks are filled one after the other.
-    if (last == kNone || others_[last].block != block) {
-        others_.push_back({0, static_cast<std::uint32_t>(block), last});
+    if (last == kNone || others_[last].block != row / kRows) {
+        others_.push_back({0, static_cast<std::uint32_t>(row / kRows), last});
         last = static_cast<std::uint32_t>(others_.size() - 1);
     }
-    return others_[last].rows;
+    others_[last].rows |= Rows64{1} << row % kRows;
 }
 
 Rows64 const* MatchBlocks::gather(unsigned number) {
+    gathered_.resize(2 * blocks_);
     isSecond_ = !isSecond_;
     Rows64* const rows = gathered_.data() + (isSecond_ ? blocks_ : 0);
     std::fill_n(rows, blocks_, 0);

@@ -103,18 +103,23 @@ public:
         rows_.assign((kLikelyUnits + 1) * blocks_, 0);
         others_.clear();
         lastOf_.clear();
-        gathered_.resize(2 * blocks_);
     }
 
     void add(unsigned short unit, unsigned long row) {
         unsigned const number = numbers_.add(unit);
-        rowsIn(number, row / kRows) |= Rows64{1} << row % kRows;
+        unsigned long const begin = number * blocks_;
+        if (number >= kMostUnits) [[unlikely]]
+            return addToOthers(number, row);
+        if (begin == rows_.size()) rows_.resize(2 * begin);
+        rows_[begin + row / kRows] |= Rows64{1} << row % kRows;
     }
 
     // Those of all blocks, one behind the other; valid until the next call but one.
     Rows64 const* rowsOf(unsigned short unit) {
         unsigned const number = numbers_.of(unit);
-        return number < kMostUnits ? rows_.data() + number * blocks_ : gather(number);
+        if (number >= kMostUnits) [[unlikely]]
+            return gather(number);
+        return rows_.data() + number * blocks_;
     }
 
 private:
@@ -130,8 +135,8 @@ private:
         std::uint32_t previous;  // of the same unit
     };
 
-    Rows64& rowsIn(unsigned number, unsigned long block);
-    Rows64 const* gather(unsigned number);
+    [[gnu::cold]] void addToOthers(unsigned number, unsigned long row);
+    [[gnu::cold]] Rows64 const* gather(unsigned number);
 
     unsigned long blocks_ = 0;
     UnitNumbers<> numbers_;
