@@ -90,7 +90,7 @@ void addCompareCases() {
     addCase("compare/attack_units", [](auto& state) {
         Pairs slow(1);
         for (char16_t unit = 0x100; slow[0].first.size() < 500; unit += 0x80)
-            slow[0].first += unit ^ unit >> 3U;
+            slow[0].first += static_cast<char16_t>(unit ^ unit >> 3U);
         slow[0].second.assign(slow[0].first.rbegin(), slow[0].first.rend());
         Pairs const ordinary{{oneWord(500, 1), oneWord(500, 2)}};
         race(state, {attackCase(slow, ordinary, 40)}, 1);
