@@ -49,7 +49,6 @@ Indices askedIndices(TextSearchSettings const& settings, EntryList const& list) 
         if (place > list.places)
             throw std::runtime_error(shownName(fileOf(settings.entries).name) + ": there is no " +
                                      name);
-
         complain("note: " + name + " contains no word, so it is not an entry and has no index");
     }
     return indices;
