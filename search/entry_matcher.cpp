@@ -99,19 +99,26 @@ unsigned long EntryMatcher::takeCut(CutEntry const& entry, unsigned long mostUni
     return units;
 }
 
-// Memory for many words is taken only when a closer look has not told that they are too many.
+// Whether surely too many units count is asked when more than a few words are left over, before
+// these cost much, and room for many is made only when they do not.
 unsigned long EntryMatcher::takeMany(Utf16View entry, unsigned long mostUnits) {
+    constexpr unsigned long kFewWords = 32;
     unsigned long units = 0;
+    bool isAsked = false;
     bool isRoomMade = false;
     bool hasMore = false;
     forEachWordWhile(entry, [&](Utf16View word) {
-        if (!isRoomMade && words_.size() - searchEnd_ == entryWords_) {
+        unsigned long const left = words_.size() - searchEnd_;
+        if (left == kFewWords && !isAsked) {
+            isAsked = true;
             hasMore = hasMoreUnits(entry, mostUnits);
             if (hasMore) return false;
+        }
+        if (left == entryWords_ && !isRoomMade) {
+            isRoomMade = true;
             unsigned long count = 0;
             forEachWord(entry, [&count](Utf16View) { ++count; });
             words_.reserve(searchEnd_ + std::min(count, mostUnits + 1));
-            isRoomMade = true;
         }
         units += take(word);
         return units <= mostUnits;
@@ -144,7 +151,7 @@ bool EntryMatcher::hasMoreUnits(Utf16View entry, unsigned long mostUnits) {
         isNew(word);
     unsigned long units = 0;
     return !forEachWordWhile(entry, [&](Utf16View word) {
-        if (isNew(word)) units += word.size();
+        units += (isNew(word) ? 1U : 0U) * word.size();  // branch-free
         return units <= mostUnits;
     });
 }

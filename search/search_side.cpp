@@ -49,7 +49,8 @@ bool SearchSide::isLeftWithin(unsigned long limit, Pieces const& entryLeft) {
     unsigned long const mostSpare = cancelledUnits_ == 0 ? 5 : SparseAlignment::kMostSpare;
     unsigned long const spare = limit + entryLeft.units - rows;
     if (spare <= mostSpare) return isSparselyWithin(spare, entryLeft);
-    if (cancelledUnits_ == 0) return banded_.isWithinOfSame(limit, {words(), rows}, entryLeft);
+    if (!banded_) banded_.emplace();
+    if (cancelledUnits_ == 0) return banded_->isWithinOfSame(limit, {words(), rows}, entryLeft);
     left_.clear();
     left_.reserve(words().size());
     for (unsigned long i = 0; i < words().size(); ++i) {
@@ -60,7 +61,7 @@ bool SearchSide::isLeftWithin(unsigned long limit, Pieces const& entryLeft) {
         left, entryLeft, [](auto const& a, auto const& b) { return a.units < b.units; });
     // The first leaves the rows of all words in place.
     if (pattern.units <= MatchVector<Rows128>::kRows) return isWithin(limit, pattern, text);
-    return banded_.isWithin(limit, pattern, text);
+    return banded_->isWithin(limit, pattern, text);
 }
 
 bool SearchSide::isSparselyWithin(unsigned long spare, Pieces const& entryLeft) {

@@ -76,7 +76,7 @@ private:
 
     std::optional<MatchVector<Rows64>> fewRows_;    // of up to 64 units
     std::optional<MatchVector<Rows128>> moreRows_;  // of up to 128
-    BandedDistance banded_;                         // of more
+    std::optional<BandedDistance> banded_;          // of more
     std::optional<SparseAlignment> sparse_;         // of more, where few edits are to spare
     std::vector<Utf16View> left_;
 };
