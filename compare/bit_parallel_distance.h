@@ -13,6 +13,7 @@
 #include <span>
 #include <vector>
 
+#include "compare/fixed_buffer.h"
 #include "compare/unit_numbers.h"
 #include "compare/utf16_string.h"
 
@@ -48,27 +49,40 @@ using Rows64 = std::uint64_t;
 __extension__ using Rows128 = unsigned __int128;
 
 // For each unit of a pattern, the rows in which it stands, one bit each: the pattern match vector
-// (Peq). `Rows` is Rows64 or Rows128, and the pattern has at most as many units.
+// (Peq). `Rows` is Rows64 or Rows128, and the pattern has at most as many units. All units take the
+// same few steps to be looked up, however they are chosen: a part of the unit leads to a page, the
+// rest to its rows there. Allocates when they are on many pages, which hardly any text's are.
 template <class Rows>
 class MatchVector {
 public:
     static constexpr unsigned long kRows = 8 * sizeof(Rows);
 
-    MatchVector() { rows_[0] = rows_[1] = 0; }
+    MatchVector() : rows_(kFewPages * kPageUnits) { addPage(); }
 
     // Sets `row`, which is below kRows, for the unit.
     void add(unsigned short unit, unsigned long row) {
         assert(row < kRows);
-        rows_[numbers_.add(unit)] |= Rows{1} << row;
-        rows_[numbers_.count() + 1] = 0;
+        std::uint8_t& page = pageOf_[unit / kPageUnits];
+        if (page == 0) page = addPage();
+        unsigned const place = page * kPageUnits + unit % kPageUnits;
+        // Branch-free.
+        places_[count_] = static_cast<std::uint16_t>(place);
+        count_ += rows_[place] == 0 ? 1U : 0U;
+        rows_[place] |= Rows{1} << row;
     }
 
-    Rows rowsOf(unsigned short unit) const { return rows_[numbers_.of(unit)]; }
+    Rows rowsOf(unsigned short unit) const {
+        return rows_[pageOf_[unit / kPageUnits] * kPageUnits + unit % kPageUnits];
+    }
 
     // Keeps the rows as they are now, to have them back after some were taken out.
-    void keepRows() { kept_ = rows_; }
+    void keepRows() {
+        for (unsigned i = 0; i < count_; ++i)
+            kept_[i] = rows_[places_[i]];
+    }
     void takeRowsBack() {
-        if (areRowsOut_) std::copy_n(kept_.begin(), numbers_.count() + 1, rows_.begin());
+        for (unsigned i = 0; areRowsOut_ && i < count_; ++i)
+            rows_[places_[i]] = kept_[i];
         areRowsOut_ = false;
     }
 
@@ -76,19 +90,32 @@ public:
     void removeRows(unsigned long first, unsigned long count) {
         assert(first < kRows);
         Rows const below = (Rows{1} << first) - 1;
-        for (unsigned i = 1; i <= numbers_.count(); ++i) {
-            Rows const moved = count < kRows ? rows_[i] >> count : 0;
-            rows_[i] = (rows_[i] & below) | (moved & ~below);
+        for (unsigned i = 0; i < count_; ++i) {
+            Rows& rows = rows_[places_[i]];
+            Rows const moved = count < kRows ? rows >> count : 0;
+            rows = (rows & below) | (moved & ~below);
         }
         areRowsOut_ = true;
     }
 
 private:
-    UnitNumbers<PagesInPlace<kRows + 1>> numbers_;
-    // By number, behind those of units that the pattern lacks; the next ones are cleared
-    // beforehand.
-    std::array<Rows, kRows + 2> rows_;
-    std::array<Rows, kRows + 2> kept_;
+    static constexpr unsigned kPageUnits = 512 / sizeof(Rows);
+    static constexpr unsigned kFewPages = 5;
+    static constexpr unsigned kMostPages = kRows + 1;
+
+    std::uint8_t addPage() {
+        if (pages_ == kFewPages) rows_.enlarge(kMostPages * kPageUnits, pages_ * kPageUnits);
+        std::fill_n(rows_.data() + pages_ * kPageUnits, kPageUnits, 0);
+        return static_cast<std::uint8_t>(pages_++);
+    }
+
+    std::array<std::uint8_t, (1U << 16U) / kPageUnits> pageOf_{};  // by the upper part of a unit
+    // By page, the first one without any rows, and by the lower part.
+    FixedBuffer<Rows, kFewPages * kPageUnits> rows_;
+    unsigned pages_ = 0;
+    std::array<std::uint16_t, kRows + 1> places_;  // of the pattern's units, in the rows
+    unsigned count_ = 0;                           // of these
+    std::array<Rows, kRows> kept_;
     bool areRowsOut_ = false;
 };
 
@@ -139,7 +166,7 @@ private:
     [[gnu::cold]] Rows64 const* gather(unsigned number);
 
     unsigned long blocks_ = 0;
-    UnitNumbers<> numbers_;
+    UnitNumbers numbers_;
     std::vector<Rows64> rows_;           // by number, and by block
     std::vector<Other> others_;          // of the units from kMostUnits on
     std::vector<std::uint32_t> lastOf_;  // by number from kMostUnits on: in `others_`

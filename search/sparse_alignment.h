@@ -60,7 +60,7 @@ private:
     void flip(unsigned long word);
 
     std::vector<unsigned short> starts_;  // of the words, and the end
-    UnitNumbers<> units_;
+    UnitNumbers units_;
     // The first ones of all units, by number, behind one that stands for none; then all others.
     std::vector<Block> blocks_;
     // A bit for each row that is not left out; the last one is never set.
