@@ -54,7 +54,7 @@ void copyPiece(unsigned short* out, Utf16View piece, bool isWideReadable) {
 // Calls `use` for each unit of the text, until it gives false; false when it did. Pieces are joined
 // some at a time, so that one loop runs over many of them.
 template <class Use>
-bool forEachUnitWhile(Pieces const& text, Use&& use) {
+[[gnu::always_inline]] inline bool forEachUnitWhile(Pieces const& text, Use&& use) {
     constexpr unsigned long kJoined = 128;
     std::array<unsigned short, kJoined + kWide> joined;
     auto const isWideReadable = [&text](Utf16View piece) {

@@ -32,9 +32,8 @@ public:
             pages_.emplace_back();
         }
         Number& number = pages_[page][unit % kPageUnits];
-        // Branch-free.
-        count_ += number == 0 ? 1U : 0U;
-        number = static_cast<Number>(number == 0 ? count_ : number);
+        if (number == 0) [[unlikely]]
+            number = static_cast<Number>(++count_);
         return number;
     }
 
