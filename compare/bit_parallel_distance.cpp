@@ -216,8 +216,10 @@ unsigned long BandedDistance::between(Utf16View first, Utf16View second) {
 
 namespace {
 
+// A function of its own, so that its loop has all registers.
 template <class Rows>
-bool isWithinMatched(unsigned long limit, Pieces const& pattern, Pieces const& text) {
+[[gnu::noinline]] bool isWithinMatched(unsigned long limit, Pieces const& pattern,
+                                       Pieces const& text) {
     MatchVector<Rows> match;
     unsigned long row = 0;
     forEachUnitWhile(pattern, [&](unsigned short unit) {

@@ -57,23 +57,21 @@ class MatchVector {
 public:
     static constexpr unsigned long kRows = 8 * sizeof(Rows);
 
-    MatchVector() : rows_(kFewPages * kPageUnits) { addPage(); }
+    MatchVector() : rows_(kFewPages * kPageUnits) { addPage(pageOf_[0]); }
 
     // Sets `row`, which is below kRows, for the unit.
     void add(unsigned short unit, unsigned long row) {
         assert(row < kRows);
-        std::uint8_t& page = pageOf_[unit / kPageUnits];
-        if (page == 0) page = addPage();
-        unsigned const place = page * kPageUnits + unit % kPageUnits;
+        if (pageOf_[unit / kPageUnits] == 0) [[unlikely]]
+            addPage(pageOf_[unit / kPageUnits]);
+        unsigned const place = placeOf(unit);
         // Branch-free.
         places_[count_] = static_cast<std::uint16_t>(place);
         count_ += rows_[place] == 0 ? 1U : 0U;
         rows_[place] |= Rows{1} << row;
     }
 
-    Rows rowsOf(unsigned short unit) const {
-        return rows_[pageOf_[unit / kPageUnits] * kPageUnits + unit % kPageUnits];
-    }
+    Rows rowsOf(unsigned short unit) const { return rows_[placeOf(unit)]; }
 
     // Keeps the rows as they are now, to have them back after some were taken out.
     void keepRows() {
@@ -103,10 +101,14 @@ private:
     static constexpr unsigned kFewPages = 5;
     static constexpr unsigned kMostPages = kRows + 1;
 
-    std::uint8_t addPage() {
+    unsigned placeOf(unsigned unit) const {
+        return pageOf_[unit / kPageUnits] * kPageUnits + unit % kPageUnits;
+    }
+
+    void addPage(std::uint8_t& page) {
         if (pages_ == kFewPages) rows_.enlarge(kMostPages * kPageUnits, pages_ * kPageUnits);
         std::fill_n(rows_.data() + pages_ * kPageUnits, kPageUnits, 0);
-        return static_cast<std::uint8_t>(pages_++);
+        page = static_cast<std::uint8_t>(pages_++);
     }
 
     std::array<std::uint8_t, (1U << 16U) / kPageUnits> pageOf_{};  // by the upper part of a unit

@@ -20,20 +20,6 @@ std::optional<unsigned short> SearchSide::rarestUnit() {
     return orderedHistogram().rarest();
 }
 
-UnitHistogram const& SearchSide::orderedHistogram() {
-    if (!isOrdered_) histogram_.orderBy(samples_);
-    isOrdered_ = true;
-    return histogram_;
-}
-
-// With a great limit few entries lack so many units, and a much longer entry is likely to lack
-// none.
-unsigned long SearchSide::missingIn(Utf16View entry, unsigned long limit) {
-    bool const isUseful = 3 * units() > 4 * limit && entry.size() <= 4 * (units() + limit) &&
-                          entry.size() <= UnitHistogram::kMaxUnits;
-    return isUseful ? orderedHistogram().missingIn(entry, limit) : 0;
-}
-
 void SearchSide::restore() {
     ++entry_;
     cancelledCount_ = 0;

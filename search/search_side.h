@@ -31,8 +31,13 @@ public:
     std::optional<unsigned short> rarestUnit();
 
     // Of the units of the words, those that `entry` lacks: at least so many. Counted where they are
-    // likely to be more than `limit`; else 0.
-    unsigned long missingIn(Utf16View entry, unsigned long limit);
+    // likely to be more than `limit`; else 0: with a great limit few entries lack so many, and a
+    // much longer entry is likely to lack none. Here, since it runs for most entries.
+    unsigned long missingIn(Utf16View entry, unsigned long limit) {
+        bool const isUseful = 3 * units() > 4 * limit && entry.size() <= 4 * (units() + limit) &&
+                              entry.size() <= UnitHistogram::kMaxUnits;
+        return isUseful ? orderedHistogram().missingIn(entry, limit) : 0;
+    }
 
     // Before another entry cancels words.
     void restore();
@@ -50,7 +55,11 @@ public:
     bool isLeftWithin(unsigned long limit, Pieces const& entryLeft);
 
 private:
-    UnitHistogram const& orderedHistogram();
+    UnitHistogram const& orderedHistogram() {
+        if (!isOrdered_) histogram_.orderBy(samples_);
+        isOrdered_ = true;
+        return histogram_;
+    }
     template <class Rows>
     bool isWithinRows(std::optional<MatchVector<Rows>>& match, unsigned long limit,
                       Pieces const& entryLeft);
