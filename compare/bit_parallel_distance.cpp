@@ -27,10 +27,10 @@
 
 #include <algorithm>
 #include <cassert>
-#include <cstddef>
-#include <cstring>
 #include <utility>
 
+#include "compare/bit_parallel_step.h"
+#include "compare/each_unit.h"
 #include "compare/unit_lanes.h"
 
 namespace comparer {
@@ -38,79 +38,6 @@ namespace comparer {
 namespace {
 
 constexpr unsigned long kBlockRows = MatchVector<Rows64>::kRows;
-
-// Copies at least kWide units, if so many can be read; `out` has room for them, and for the piece.
-// No loop for words of usual length: where one ends is hard to guess.
-constexpr unsigned long kWide = 16;
-void copyPiece(unsigned short* out, Utf16View piece, bool isWideReadable) {
-    if (!isWideReadable) {
-        std::copy(piece.begin(), piece.end(), out);
-        return;
-    }
-    std::memcpy(out, piece.data(), kWide * sizeof *out);
-    if (piece.size() > kWide) std::copy(piece.begin() + kWide, piece.end(), out + kWide);
-}
-
-// Calls `use` for each unit of the text, until it gives false; false when it did. Pieces are joined
-// some at a time, so that one loop runs over many of them.
-template <class Use>
-[[gnu::always_inline]] inline bool forEachUnitWhile(Pieces const& text, Use&& use) {
-    constexpr unsigned long kJoined = 128;
-    std::array<unsigned short, kJoined + kWide> joined;
-    auto const isWideReadable = [&text](Utf16View piece) {
-        return text.textEnd != nullptr &&
-               text.textEnd - piece.data() >= static_cast<std::ptrdiff_t>(kWide);
-    };
-    for (auto piece = text.pieces.begin(); piece != text.pieces.end();) {
-        unsigned long count = 0;
-        while (text.pieces.size() > 1 && piece != text.pieces.end() &&
-               count + piece->size() <= kJoined) {
-            copyPiece(joined.data() + count, *piece, isWideReadable(*piece));
-            count += piece->size();
-            ++piece;
-        }
-        // A piece that is longer, or alone, is taken as it is.
-        Utf16View const part =
-            count != 0 || piece == text.pieces.end() ? Utf16View(joined.data(), count) : *piece++;
-        for (unsigned short const unit : part) {
-            if (!use(unit)) return false;
-        }
-    }
-    return true;
-}
-
-// The differences along the row above a block or along its last row, of one column.
-struct Carry {
-    std::uint64_t notHP;  // 0 or 1
-    std::uint64_t HN;
-};
-
-// Above the first row every unit of the text is one more edit.
-constexpr Carry kTopRow{0, 0};
-
-// Goes on by one unit, which stands in the rows of `Eq`, and gives D0. `carry` is that of the row
-// above, and becomes that of the last row.
-template <class Rows>
-Rows step(Rows& VP, Rows& VN, Rows Eq, Carry& carry) {
-    constexpr unsigned kLastRow = 8 * sizeof(Rows) - 1;
-    // HN goes down the rows as the carry of this sum, from one block into the next as well: what
-    // the next one waits for is ready first.
-    Rows const inBlock = (Eq & VP) + VP;
-    Rows const sum = inBlock + carry.HN;
-    Rows const D0 = (sum ^ VP) | Eq | VN;
-    // The steps along the rows. HP is VN | ~(D0 | VP): its complement, put so, is ready sooner.
-    Rows notHP = (sum | VP | Eq) & ~VN;
-    Rows HN = D0 & VP;
-    Carry const below{static_cast<std::uint64_t>(notHP >> kLastRow),
-                      static_cast<std::uint64_t>(inBlock < VP) | (sum < inBlock ? 1U : 0U)};
-    // Moved down by a row, they give the steps down the new column.
-    notHP = notHP << 1 | carry.notHP;
-    HN = HN << 1 | carry.HN;
-    VP = HN | (~D0 & notHP);
-    VN = D0 & ~notHP;
-    carry = below;
-    return D0;
-}
 
 template <class Rows>
 Rows step(Rows& VP, Rows& VN, Rows Eq) {
@@ -125,38 +52,6 @@ Rows step(Rows& VP, Rows& VN, Rows Eq) {
     for (BlockColumn& block : blocks)
         block.D0 = step(block.VP, block.VN, *rows++, carry);
 }
-
-// How many more edits the limit allows at the cell on the last diagonal, column by column.
-class LastDiagonal {
-public:
-    // The difference of `rows` and `columns` is at most `limit`.
-    LastDiagonal(unsigned long limit, unsigned long rows, unsigned long columns)
-        : row_(static_cast<long>(rows) - static_cast<long>(columns) - 1),
-          rowsLeft_(std::min(rows, columns)),
-          spare_(static_cast<long>(limit - (std::max(rows, columns) - std::min(rows, columns)))) {
-        assert(spare_ >= 0);
-    }
-
-    // Goes on to the next column, and to the next row. False while there is no row.
-    bool next() { return ++row_ >= 0; }
-
-    unsigned long row() const { return static_cast<unsigned long>(row_); }  // from 0
-    // `D0` begins with the bit of the row.
-    void step(std::uint64_t D0) {
-        spare_ -= static_cast<long>(~D0 & 1U);
-        --rowsLeft_;
-    }
-
-    bool isAbove() const { return spare_ < 0; }
-    // True when the end is above the limit or cannot be: a spare below 0 is a very large number.
-    bool isSettled() const { return static_cast<unsigned long>(spare_) >= rowsLeft_; }
-    long spare() const { return spare_; }
-
-private:
-    long row_;
-    unsigned long rowsLeft_;
-    long spare_;
-};
 
 constexpr unsigned long kGroupRows = 2 * kUnitLanes;
 
@@ -229,18 +124,28 @@ void MatchBlocks::addToOthers(unsigned number, unsigned long row) {
     others_[last].rows |= Rows64{1} << row % kRows;
 }
 
+void MatchBlocks::markBlocks() {
+    isMarked_ = true;
+    unsigned long const last = blocks_ - 1;
+    for (unsigned long begin = 0; begin < rows_.size(); begin += blocks_) {
+        for (unsigned long block = 0; block < last; ++block)
+            rows_[begin + last] |= Rows64{rows_[begin + block] != 0 ? 1U : 0U} << block;
+    }
+}
+
 Rows64 const* MatchBlocks::gather(unsigned number) {
     gathered_.resize(2 * blocks_);
     isSecond_ = !isSecond_;
     Rows64* const rows = gathered_.data() + (isSecond_ ? blocks_ : 0);
     std::fill_n(rows, blocks_, 0);
-    for (std::uint32_t at = lastOf_[number - kMostUnits]; at != kNone; at = others_[at].previous)
+    for (std::uint32_t at = lastOf_[number - kMostUnits]; at != kNone; at = others_[at].previous) {
         rows[others_[at].block] = others_[at].rows;
+        if (isMarked_) rows[blocks_ - 1] |= Rows64{1} << others_[at].block;
+    }
     return rows;
 }
 
 void BandedDistance::fillMatches(Pieces pattern) {
-    isOfSame_ = false;
     matches_.clear(pattern.units);
     unsigned long row = 0;
     forEachUnitWhile(pattern, [&](unsigned short unit) {
@@ -297,13 +202,6 @@ unsigned long BandedDistance::upToOfFilled(unsigned long limit, bool isAnswerEno
 
 bool BandedDistance::isWithin(unsigned long limit, Pieces first, Pieces second) {
     return upTo(limit, true, first, second) <= limit;
-}
-
-bool BandedDistance::isWithinOfSame(unsigned long limit, Pieces pattern, Pieces text) {
-    if (auto const answer = isWithinByLengths(limit, pattern.units, text.units)) return *answer;
-    if (!isOfSame_) fillMatches(pattern);
-    isOfSame_ = true;
-    return upToOfFilled(limit, true, pattern.units, text) <= limit;
 }
 
 unsigned long BandedDistance::between(Utf16View first, Utf16View second) {

@@ -132,6 +132,7 @@ public:
         rows_.assign((kLikelyUnits + 1) * blocks_, 0);
         others_.clear();
         lastOf_.clear();
+        isMarked_ = false;
     }
 
     void add(unsigned short unit, unsigned long row) {
@@ -142,6 +143,10 @@ public:
         if (begin == rows_.size()) rows_.resize(2 * begin);
         rows_[begin + row / kRows] |= Rows64{1} << row % kRows;
     }
+
+    // All units were added, and none to the last of up to 65 blocks. From now on that has a bit for
+    // each other block where the unit stands.
+    void markBlocks();
 
     // Those of all blocks, one behind the other; valid until the next call but one.
     Rows64 const* rowsOf(unsigned short unit) {
@@ -174,6 +179,7 @@ private:
     std::vector<std::uint32_t> lastOf_;  // by number from kMostUnits on: in `others_`
     std::vector<Rows64> gathered_;       // for two units
     bool isSecond_ = false;              // the half of them that is next
+    bool isMarked_ = false;
 };
 
 // One column of the matrix in a block of 64 rows. Before the first unit of the text each row is one
@@ -198,10 +204,6 @@ public:
     // True when the distance is at most `limit`.
     bool isWithin(unsigned long limit, Pieces first, Pieces second);
 
-    // The same for a pattern that is the same in all such calls, and is made ready no more often
-    // than texts of isWithin come between.
-    bool isWithinOfSame(unsigned long limit, Pieces pattern, Pieces text);
-
     unsigned long between(Utf16View first, Utf16View second);
 
 private:
@@ -216,7 +218,6 @@ private:
 
     MatchBlocks matches_;
     std::vector<BlockColumn> columns_;  // by block of 64 rows
-    bool isOfSame_ = false;             // what fills `matches_`
 };
 
 // True when the distance of two texts of any length is at most `limit`. Allocates when both have

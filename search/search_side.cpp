@@ -31,33 +31,22 @@ bool SearchSide::isLeftWithin(unsigned long limit, Pieces const& entryLeft) {
     if (auto const answer = isWithinByLengths(limit, rows, entryLeft.units)) return *answer;
     if (units() <= MatchVector<Rows64>::kRows) return isWithinRows(fewRows_, limit, entryLeft);
     if (units() <= MatchVector<Rows128>::kRows) return isWithinRows(moreRows_, limit, entryLeft);
-    // Several edits to spare take as long as all blocks of rows; more of them, as making them anew.
-    unsigned long const mostSpare = cancelledUnits_ == 0 ? 5 : SparseAlignment::kMostSpare;
     unsigned long const spare = limit + entryLeft.units - rows;
-    if (spare <= mostSpare) return isSparselyWithin(spare, entryLeft);
-    if (!banded_) banded_.emplace();
-    if (cancelledUnits_ == 0) return banded_->isWithinOfSame(limit, {words(), rows}, entryLeft);
-    left_.clear();
-    left_.reserve(words().size());
-    for (unsigned long i = 0; i < words().size(); ++i) {
-        if (cancelledBy_[i] != entry_) left_.push_back(words()[i]);
+    if (spare <= SparseAlignment::kMostSpare) {
+        return isWithinLeft(sparse_, [&](auto& all) { return all.isWithin(spare, entryLeft); });
     }
-    Pieces const left(left_, rows);
-    auto const& [pattern, text] = std::minmax(
-        left, entryLeft, [](auto const& a, auto const& b) { return a.units < b.units; });
-    // The first leaves the rows of all words in place.
-    if (pattern.units <= MatchVector<Rows128>::kRows) return isWithin(limit, pattern, text);
-    return banded_->isWithin(limit, pattern, text);
+    return isWithinLeft(long_, [&](auto& all) { return all.isWithin(limit, entryLeft); });
 }
 
-bool SearchSide::isSparselyWithin(unsigned long spare, Pieces const& entryLeft) {
-    if (!sparse_) sparse_.emplace(words());
+template <class All, class Test>
+bool SearchSide::isWithinLeft(std::optional<All>& all, Test const& test) {
+    if (!all) all.emplace(words());
     auto const cancelled = std::span(cancelled_).first(cancelledCount_);
     for (unsigned long const word : cancelled)
-        sparse_->leaveOut(word);
-    bool const isWithin = sparse_->isWithin(spare, entryLeft);
+        all->leaveOut(word);
+    bool const isWithin = test(*all);
     for (unsigned long const word : cancelled)
-        sparse_->takeBack(word);
+        all->takeBack(word);
     return isWithin;
 }
 

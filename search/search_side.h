@@ -12,6 +12,7 @@
 #include "compare/bit_parallel_distance.h"
 #include "compare/utf16_string.h"
 #include "compare/word_list.h"
+#include "search/long_pattern.h"
 #include "search/sparse_alignment.h"
 
 namespace comparer {
@@ -62,7 +63,9 @@ private:
     template <class Rows>
     bool isWithinRows(std::optional<MatchVector<Rows>>& match, unsigned long limit,
                       Pieces const& entryLeft);
-    bool isSparselyWithin(unsigned long spare, Pieces const& entryLeft);
+    // What `test` says of all words but those that the entry cancelled.
+    template <class All, class Test>
+    bool isWithinLeft(std::optional<All>& all, Test const& test);
     template <class Rows>
     void takeOutCancelled(MatchVector<Rows>& match) const;
 
@@ -85,9 +88,8 @@ private:
 
     std::optional<MatchVector<Rows64>> fewRows_;    // of up to 64 units
     std::optional<MatchVector<Rows128>> moreRows_;  // of up to 128
-    std::optional<BandedDistance> banded_;          // of more
+    std::optional<LongPattern> long_;               // of more
     std::optional<SparseAlignment> sparse_;         // of more, where few edits are to spare
-    std::vector<Utf16View> left_;
 };
 
 }  // namespace comparer

@@ -18,7 +18,7 @@ namespace comparer {
 
 class SparseAlignment {
 public:
-    static constexpr unsigned long kMostSpare = 30;
+    static constexpr unsigned long kMostSpare = 5;
 
     // Of kMaxTextLength units in all, at most.
     explicit SparseAlignment(std::span<Utf16View const> words);

@@ -8,6 +8,7 @@
 #include "compare/bit_parallel_distance.h"
 #include "compare/weighted_distance.h"
 #include "compare/word_list.h"
+#include "search/long_pattern.h"
 #include "search/section_scanner.h"
 #include "search/sparse_alignment.h"
 #include "search/unit_finder.h"
@@ -112,33 +113,55 @@ TEST(Distance, IsTheSameWhateverKernelWorksItOut) {
     }
 }
 
-// A few words are left out each time, and come back.
-TEST(SparseAlignment, KnowsADistanceThatIsLittleAboveTheDifferenceOfLengths) {
+// A few words are left out each time, and come back. The other text is short, or about as long, or
+// has the beginning or the end far from its place.
+TEST(LongPattern, KnowsTheDistanceOfWhatIsNotLeftOut) {
     RandomText random(1000);
-    for (int round = 0; round < 120; ++round) {
-        auto const alphabet = kAlphabets[random.below(std::size(kAlphabets))];
-        auto const all = units(random.run(alphabet, round == 0 ? 1000 : 1 + random.below(300)));
+    std::vector<std::u16string_view> alphabets(std::begin(kAlphabets), std::end(kAlphabets));
+    std::u16string many;
+    while (many.size() < 300)
+        many += static_cast<char16_t>(0x4E00 + 7 * many.size());
+    alphabets.emplace_back(many);
+    for (int round = 0; round < 160; ++round) {
+        auto const alphabet = alphabets[random.below(alphabets.size())];
+        auto const all = units(random.run(alphabet, round == 0 ? 1000 : 1 + random.below(500)));
         CutText const words(random, all);
         SparseAlignment alignment(words.pieces);
+        LongPattern pattern(words.pieces);
         for (int turn = 0; turn < 10; ++turn) {
             Utf16String left;
+            Utf16String out;
             std::vector<unsigned long> leftOut;
+            unsigned long const share = 1 + random.below(5);
             for (unsigned long i = 0; i < words.pieces.size(); ++i) {
-                if (random.oneIn(4))
-                    leftOut.push_back(i);
-                else
-                    left += words.pieces[i];
+                bool const isOut = random.oneIn(share);
+                if (isOut) leftOut.push_back(i);
+                (isOut ? out : left) += words.pieces[i];
             }
-            Utf16String const other = units(random.run(alphabet, random.below(40)));
-            unsigned long const spare =
-                weightedDistance(left, other, 1, 1, 1) + other.size() - left.size();
-            for (unsigned long const word : leftOut)
+            auto const run = [&](std::size_t most) {
+                return units(random.run(alphabet, random.below(most)));
+            };
+            Utf16String const others[] = {
+                run(40), run(700), out + run(20) + left.substr(0, 90),
+                left.substr(left.size() - random.below(std::min(left.size(), 60UL) + 1)) + run(30)};
+            Utf16String const& other = others[turn % 4];
+            unsigned long const distance = weightedDistance(left, other, 1, 1, 1);
+            for (unsigned long const word : leftOut) {
                 alignment.leaveOut(word);
+                pattern.leaveOut(word);
+            }
             CutText const text(random, other);
-            for (unsigned long i = spare - (spare > 0); i <= std::min(spare + 1, 30UL); ++i)
-                ASSERT_EQ(alignment.isWithin(i, text), i >= spare) << left.size() << other.size();
-            for (unsigned long const word : leftOut)
+            for (unsigned long i = distance - (distance > 0); i <= distance + 1; ++i) {
+                ASSERT_EQ(pattern.isWithin(i, text), i >= distance) << left.size() << other.size();
+                if (i + other.size() < left.size()) continue;
+                unsigned long const spare = i + other.size() - left.size();
+                if (spare > SparseAlignment::kMostSpare) continue;
+                ASSERT_EQ(alignment.isWithin(spare, text), i >= distance) << left.size();
+            }
+            for (unsigned long const word : leftOut) {
                 alignment.takeBack(word);
+                pattern.takeBack(word);
+            }
         }
     }
 }
