@@ -161,27 +161,24 @@ unsigned long BandedDistance::upTo(unsigned long limit, bool isAnswerEnough, Pie
     if (columns < rows) return upTo(limit, isAnswerEnough, second, first);
     if (columns - rows > limit || rows == 0) return columns - rows;
     if (isAnswerEnough && columns <= limit) return columns;
-    fillMatches(first);
-    return upToOfFilled(limit, isAnswerEnough, rows, second);
-}
-
-unsigned long BandedDistance::upToOfFilled(unsigned long limit, bool isAnswerEnough,
-                                           unsigned long rows, Pieces text) {
-    unsigned long const columns = text.units;
     LastDiagonal diagonal(limit, rows, columns);
+    fillMatches(first);
     // The band: so many diagonals below the first one and above the last. A way that leaves it
     // needs more edits than the limit only to come back.
-    auto const [fewer, more] = std::minmax(rows, columns);
-    unsigned long const spare = (limit - (more - fewer)) / 2;
-    unsigned long const lead = columns - fewer + spare;  // of columns over rows
-    unsigned long const lag = rows - fewer + spare;
+    unsigned long const lag = (limit - (columns - rows)) / 2;
+    unsigned long const lead = columns - rows + lag;  // of columns over rows
     unsigned long const lastRow = rows - 1;
     columns_.assign(lastRow / kBlockRows + 1, BlockColumn());
     unsigned long column = 0;
     auto const goOn = [&](Rows64 const* rowsOfUnit) {
         unsigned long const top = (column > lead ? column - lead : 0) / kBlockRows;
         unsigned long const bottom = std::min(column + lag, lastRow) / kBlockRows;
-        stepBlocks({&columns_[top], &columns_[bottom] + 1}, rowsOfUnit + top);
+        if (top == bottom) {  // as in most columns of a narrow band
+            auto& [VP, VN, D0] = columns_[top];
+            D0 = step(VP, VN, rowsOfUnit[top]);
+        } else {
+            stepBlocks({&columns_[top], &columns_[bottom] + 1}, rowsOfUnit + top);
+        }
         if (diagonal.next()) {
             unsigned long const row = diagonal.row();
             diagonal.step(columns_[row / kBlockRows].D0 >> row % kBlockRows);
@@ -191,7 +188,7 @@ unsigned long BandedDistance::upToOfFilled(unsigned long limit, bool isAnswerEno
     };
     // The next unit's rows are looked for a column ahead, since finding them takes a while.
     Rows64 const* next = nullptr;
-    bool const isUnsettled = forEachUnitWhile(text, [&](unsigned short unit) {
+    bool const isUnsettled = forEachUnitWhile(second, [&](unsigned short unit) {
         Rows64 const* const rowsOfUnit = std::exchange(next, matches_.rowsOf(unit));
         return rowsOfUnit == nullptr || goOn(rowsOfUnit);
     });

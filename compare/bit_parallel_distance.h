@@ -210,10 +210,6 @@ private:
     // The distance when it is at most `limit`, else a greater number than `limit`. Where only the
     // answer counts, any number on the same side of the limit.
     unsigned long upTo(unsigned long limit, bool isAnswerEnough, Pieces first, Pieces second);
-    // The same for the pattern that fills `matches_`, with `rows` units.
-    unsigned long upToOfFilled(unsigned long limit, bool isAnswerEnough, unsigned long rows,
-                               Pieces text);
-
     void fillMatches(Pieces pattern);
 
     MatchBlocks matches_;
