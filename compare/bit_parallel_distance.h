@@ -113,7 +113,7 @@ private:
 
     std::array<std::uint8_t, (1U << 16U) / kPageUnits> pageOf_{};  // by the upper part of a unit
     // By page, the first one without any rows, and by the lower part.
-    FixedBuffer<Rows, kFewPages * kPageUnits> rows_;
+    FixedBuffer<Rows, 1UL * kFewPages * kPageUnits> rows_;
     unsigned pages_ = 0;
     std::array<std::uint16_t, kRows + 1> places_;  // of the pattern's units, in the rows
     unsigned count_ = 0;                           // of these
