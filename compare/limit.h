@@ -13,7 +13,10 @@ public:
 
     // The part of `maximum` (a length in units) that may differ, not rounded. Negative for
     // percentages above 100.
-    double of(unsigned long maximum) const { return share_ * static_cast<double>(maximum); }
+    double of(unsigned long maximum) const {
+        // By way of a signed number, whose conversion is one instruction.
+        return share_ * static_cast<double>(static_cast<long>(maximum));
+    }
 
     // The greatest distance at which two texts still count as alike: the part that may differ,
     // rounded with halves away from zero. A percentage above 100 demands as much as 100 does.
@@ -22,8 +25,9 @@ public:
         // A negative double has no value as an unsigned number.
         if (part < 0) return 0;
         // As std::round, whose call costs more than the rest: the subtraction is exact.
-        auto const whole = static_cast<unsigned long>(part);
-        return part - static_cast<double>(whole) >= 0.5 ? whole + 1 : whole;
+        auto const whole = static_cast<long>(part);
+        return static_cast<unsigned long>(part - static_cast<double>(whole) >= 0.5 ? whole + 1
+                                                                                   : whole);
     }
 
 private:

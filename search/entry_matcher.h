@@ -62,7 +62,7 @@ private:
 
     // Cancels the entry's words against the search side's, and gives those that are left; nothing
     // when more than `mostUnits` units count.
-    std::optional<Pieces> leftOf(CutEntry const& entry, unsigned long mostUnits);
+    inline std::optional<Pieces> leftOf(CutEntry const& entry, unsigned long mostUnits);
     // Both give how many units count, or more than `mostUnits`.
     unsigned long takeCut(CutEntry const& entry, unsigned long mostUnits);
     unsigned long takeMany(Utf16View entry, unsigned long mostUnits);

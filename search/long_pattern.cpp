@@ -107,11 +107,10 @@ void LongPattern::restore() {
 template <bool kIsWhole>
 void LongPattern::stepBlock(Block& block, Rows64 rows, Carry& carry) {
     auto& [VP, VN, D0] = block.column;
-    if constexpr (kIsWhole) {
+    if (kIsWhole || block.leftOut == 0) {
         D0 = comparer::step(VP, VN, rows, carry);
     } else {
-        Rows64 const Eq = block.leftOut == 0 ? rows : without(block.leftOut, rows);
-        D0 = comparer::step(VP, VN, Eq, carry, block.rows - 1);
+        D0 = comparer::step(VP, VN, without(block.leftOut, rows), carry, block.rows - 1);
     }
 }
 
@@ -181,12 +180,13 @@ bool LongPattern::isWithin(unsigned long limit, Pieces const& text) {
         unsigned const first = top.goTo(column > lead ? column - lead : 0);
         unsigned const end = bottom.goTo(std::min(column + lag, rows_ - 1)) + 1;
         ++column;
-        BlockSet const band = static_cast<BlockSet>(lowBits(end) & ~lowBits(first)) & present_;
+        auto const range = static_cast<BlockSet>(lowBits(end) & ~lowBits(first));
+        BlockSet const band = range & present_;
         bool const isOnDiagonal = diagonal.next();
         unsigned const wanted = isOnDiagonal ? last.goTo(diagonal.row()) : first;
-        if (kIsWhole && (changed_ & band) == band)
-            stepAll<true>(std::span(blocks_).subspan(first, end - first), rowsOfUnit + first,
-                          kTopRow);
+        if ((changed_ & band) == range)
+            stepAll<kIsWhole>(std::span(blocks_).subspan(first, end - first), rowsOfUnit + first,
+                              kTopRow);
         else
             step<kIsWhole>(rowsOfUnit, band, wanted);
         if (!isOnDiagonal) return true;

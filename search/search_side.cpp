@@ -20,12 +20,6 @@ std::optional<unsigned short> SearchSide::rarestUnit() {
     return orderedHistogram().rarest();
 }
 
-void SearchSide::restore() {
-    ++entry_;
-    cancelledCount_ = 0;
-    cancelledUnits_ = 0;
-}
-
 bool SearchSide::isLeftWithin(unsigned long limit, Pieces const& entryLeft) {
     unsigned long const rows = units() - cancelledUnits_;
     if (auto const answer = isWithinByLengths(limit, rows, entryLeft.units)) return *answer;
@@ -35,7 +29,20 @@ bool SearchSide::isLeftWithin(unsigned long limit, Pieces const& entryLeft) {
     if (spare <= SparseAlignment::kMostSpare) {
         return isWithinLeft(sparse_, [&](auto& all) { return all.isWithin(spare, entryLeft); });
     }
+    // Each word that is left out costs in each column; a pattern without them costs once.
+    constexpr unsigned long kMostCost = 2000;
+    if (cancelledCount_ * entryLeft.units > kMostCost)
+        return LongPattern(wordsLeft()).isWithin(limit, entryLeft);
     return isWithinLeft(long_, [&](auto& all) { return all.isWithin(limit, entryLeft); });
+}
+
+std::vector<Utf16View> SearchSide::wordsLeft() const {
+    std::vector<Utf16View> left;
+    left.reserve(words().size());
+    for (unsigned long i = 0; i < words().size(); ++i) {
+        if (cancelledBy_[i] != entry_) left.push_back(words()[i]);
+    }
+    return left;
 }
 
 template <class All, class Test>

@@ -40,7 +40,11 @@ public:
     }
 
     // Before another entry cancels words.
-    void restore();
+    void restore() {
+        ++entry_;
+        cancelledCount_ = 0;
+        cancelledUnits_ = 0;
+    }
     // The entry has the word. False when it had it already.
     bool cancel(unsigned long word) {
         if (cancelledBy_[word] == entry_) return false;
@@ -66,6 +70,7 @@ private:
     // What `test` says of all words but those that the entry cancelled.
     template <class All, class Test>
     bool isWithinLeft(std::optional<All>& all, Test const& test);
+    std::vector<Utf16View> wordsLeft() const;
     template <class Rows>
     void takeOutCancelled(MatchVector<Rows>& match) const;
 

@@ -97,8 +97,7 @@ void SparseAlignment::flip(unsigned long word) {
 
 bool SparseAlignment::isWithin(unsigned long spare, Pieces const& text) const {
     assert(spare <= kMostSpare);
-    std::array<unsigned long, kMostSpare + 1> reach;
-    std::fill_n(reach.begin(), spare + 1, 0);
+    std::array<unsigned long, kMostSpare + 1> reach{};
     unsigned long const rowsLeft = starts_.back() - leftOut_;
     unsigned long toCome = text.units;
     for (Utf16View const piece : text.pieces) {
