@@ -74,6 +74,30 @@ private:
     unsigned long count_ = 0;
 };
 
+// The limits of entries at one percentage. Entries that are no longer than a long search text share
+// one; with a short text, which entries are is hard to guess.
+class Limits {
+public:
+    Limits(unsigned long percent, unsigned long searchLength)
+        : tolerance_(percent),
+          searchLength_(searchLength),
+          sharedUpTo_(searchLength > kShort ? searchLength : 0),
+          shared_(tolerance_.limit(searchLength)) {}
+
+    unsigned long of(unsigned long length) const {
+        if (length <= sharedUpTo_) return shared_;
+        return tolerance_.limit(std::max(length, searchLength_));
+    }
+
+private:
+    static constexpr unsigned long kShort = 256;
+
+    Tolerance tolerance_;
+    unsigned long searchLength_;
+    unsigned long sharedUpTo_;
+    unsigned long shared_;
+};
+
 // One entry at a time, so that nothing but the matches grows with the dictionary.
 std::vector<unsigned long> findMatches(SearchInput const& in) {
     Section const search = searchSection(in.searchText);
@@ -81,8 +105,8 @@ std::vector<unsigned long> findMatches(SearchInput const& in) {
     // An entry has at most half as many words as the dictionary has units, rounded up.
     EntryMatcher matcher(search.text, in.dictionary, in.exclusions, in.separator, samples,
                          std::min(EntryMatcher::kEntryWords, in.dictionary.size() / 2 + 1));
-    Tolerance const ofShort(in.percentShort);
-    Tolerance const ofLong(in.percentLong);
+    Limits const ofShort(in.percentShort, search.length);
+    Limits const ofLong(in.percentLong, search.length);
     std::vector<unsigned long> matches;
     unsigned long index = 0;
     // Other percentages hardly ever allow no edit at all.
@@ -93,8 +117,7 @@ std::vector<unsigned long> findMatches(SearchInput const& in) {
     SectionScanner scanner(in.dictionary, in.separator);
     for (Section entry; scanner.nextWithWord(entry); ++index) {
         bool const isLong = in.lengthThreshold < entry.length;
-        unsigned long const limit =
-            (isLong ? ofLong : ofShort).limit(std::max(entry.length, search.length));
+        unsigned long const limit = (isLong ? ofLong : ofShort).of(entry.length);
         if (limit == 0 && needed && !needed->isIn(entry.text)) continue;
         if (matcher.isMatch(entry.text, limit)) matches.push_back(index);
     }
