@@ -217,7 +217,7 @@ private:
 };
 
 // True when the distance of two texts of any length is at most `limit`. Allocates when both have
-// more than 128 units.
+// more than 128 units, or those of the shorter one are on many pages of a MatchVector.
 bool isWithin(unsigned long limit, Pieces first, Pieces second);
 
 }  // namespace comparer

@@ -12,7 +12,7 @@ namespace comparer {
 
 // True when what is left of the two texts is within `limit` edits. Words of `exclusions` count on
 // neither side. Nothing when there are more words than a list can take. Allocates for more than a
-// few words.
+// few words, and where the distance of what is left does.
 std::optional<bool> compareByWordList(TextMeasures const& first, TextMeasures const& second,
                                       unsigned long limit, std::span<Utf16String const> exclusions);
 
