@@ -143,6 +143,14 @@ TEST_F(Allocations, FailInEveryPlaceWithoutHarm) {
     compare("short comparison", u"red car steelframe", u"car red steelframes", 85);
     compare("repeated words", u"red red carriage", u"red carriage", 60);
     compare("long comparison", many, other, 30);
+    std::u16string pages;
+    for (char16_t unit = 0x400; pages.size() < 60; unit += 64)
+        pages += unit;
+    compare("units on many pages", pages + u'x', u'y' + pages, 85);
+    std::u16string const entries = many.substr(300) + other.substr(0, 600) + u';' + other;
+    SearchArguments const longSearch{many, entries, u';', 0, 75, 75, u""};
+    auto const found = Component(addIn()).search(longSearch);
+    expectSafe("long search", [&](Component& c) { return c.search(longSearch) == found; });
     expectSafe("search", [&](Component& c) { return search(c); });
     expectSafe("report", [](Component& c) {
         return !c.compare(u"", u"", 101) && c.connection.reports.size() == 1;
